@@ -1,0 +1,95 @@
+#pragma once
+
+#include "data/Dialecto.h"
+
+#include <QFile>
+#include <QHash>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QVariant>
+#include <memory>
+#include <vector>
+
+namespace qvx
+{
+
+// The rows of a query, read whole: any number of record sets may be open at once.
+class Recordset
+{
+public:
+    bool Eof() const { return !filas || actual >= filas->size(); }
+    void MoveNext();
+    void Close();
+
+    // The value of a field of the current row as text, "" for null. Field names match in any letter case. Raises
+    // SinRegistroActual at the end and ElementoNoEncontrado for an unknown field.
+    QString operator[](const QString &campo) const { return Texto(Columna(campo)); }
+    // Likewise by position, from 0, and as a number (null: 0; raises TiposNoCoinciden for a text that is none).
+    QString Texto(int columna) const;
+    double Numero(const QString &campo) const;
+    int Columnas() const { return campos ? campos->cuantos : 0; }
+
+private:
+    friend class Conexion;
+    struct Campos {
+        QHash<QString, int> lugares; // by name in lower case
+        int cuantos = 0;
+    };
+    int Columna(const QString &campo) const;
+    const QVariant &Valor(int columna) const;
+
+    std::shared_ptr<const Campos> campos;
+    std::shared_ptr<const std::vector<QVariantList>> filas;
+    std::size_t actual = 0;
+};
+
+// The one way to the database. Statements stay as they were composed; one at a time, and only SELECT, INSERT, UPDATE,
+// DELETE. Every failure is an ErrorEjecucion with the engine's own text.
+class Conexion
+{
+public:
+    // Takes an open database. Every statement is appended to the trace file ("" : none), one per line: row count,
+    // statement, transaction marks.
+    Conexion(QSqlDatabase base, std::unique_ptr<Dialecto> dialecto,
+             const QString &traza = qEnvironmentVariable("QVX_TRAZA"));
+    ~Conexion();
+    Conexion(const Conexion &) = delete;
+    Conexion &operator=(const Conexion &) = delete;
+
+    Recordset Execute(const QString &sql);
+
+    // A failed statement dooms its transaction: the engine takes it back at once, and until RollbackTrans every
+    // statement and the commit fail.
+    void BeginTrans();
+    void CommitTrans();
+    // Without a transaction it does nothing.
+    void RollbackTrans();
+
+    bool EnTransaccion() const { return estado != Estado::Libre; }
+    // Takes back a transaction that its event left open, and logs it.
+    void CerrarAbandonada();
+
+private:
+    enum class Estado { Libre, Abierta, Condenada };
+    struct Preparada {
+        QSqlQuery consulta;
+        std::shared_ptr<const Recordset::Campos> campos;
+    };
+
+    std::shared_ptr<Preparada> Preparar(const QString &forma, const QString &sql);
+    Recordset Leer(Preparada &preparada, const QString &sql);
+    void MostrarAlMotor(const QString &sql);
+    void Ordenar(const QString &orden);
+    void Deshacer();
+    [[noreturn]] void Fallar(const QSqlError &error, const QString &sql);
+    void Anotar(const QString &marca, const QString &sql);
+
+    QSqlDatabase base;
+    std::unique_ptr<Dialecto> dialecto;
+    QHash<QString, std::shared_ptr<Preparada>> preparadas;
+    QFile traza;
+    Estado estado = Estado::Libre;
+    QString motivoCondena;
+};
+
+} // namespace qvx

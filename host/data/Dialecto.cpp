@@ -1,0 +1,88 @@
+#include "data/Dialecto.h"
+
+#include "data/ErrorEjecucion.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+namespace qvx
+{
+
+namespace
+{
+
+// Index of the parenthesis that closes the one at abre, -1 when none does.
+qsizetype Cierre(const QString &forma, qsizetype abre)
+{
+    int hondo = 0;
+    for (auto i = abre; i < forma.size(); ++i) {
+        if (forma.at(i) == QLatin1Char('('))
+            ++hondo;
+        else if (forma.at(i) == QLatin1Char(')') && --hondo == 0)
+            return i;
+    }
+    return -1;
+}
+
+// "DELETE tabla" is "DELETE FROM tabla".
+QString BorradoConFrom(QString forma)
+{
+    static const QRegularExpression borrado("^DELETE\\s+(?!FROM\\b)", QRegularExpression::CaseInsensitiveOption);
+    return forma.replace(borrado, "DELETE FROM ");
+}
+
+// "alias = (SELECT ...)" in a select list is "(SELECT ...) AS alias".
+QString AliasDespues(QString forma)
+{
+    static const QRegularExpression alias("^(SELECT\\s[^()]*?[\\s,])(\\w+)\\s*=\\s*(?=\\(\\s*SELECT\\b)",
+                                          QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression origen("\\bFROM\\b", QRegularExpression::CaseInsensitiveOption);
+    const auto hallado = alias.match(forma);
+    if (!hallado.hasMatch() || hallado.captured(1).contains(origen))
+        return forma;
+    const auto cierre = Cierre(forma, hallado.capturedEnd());
+    if (cierre < 0)
+        return forma;
+    const QString consulta = forma.mid(hallado.capturedEnd(), cierre + 1 - hallado.capturedEnd());
+    return hallado.captured(1) + consulta + " AS " + hallado.captured(2) + forma.mid(cierre + 1);
+}
+
+class Sqlite : public Dialecto
+{
+public:
+    QString Reescribir(const QString &forma) const override
+    {
+        return FuncionComoConsulta(AliasDespues(BorradoConFrom(forma)));
+    }
+
+    // Takes the write lock at once: keys numbered inside the transaction stay free until it ends.
+    QString InicioDeTransaccion() const override { return "BEGIN IMMEDIATE"; }
+
+private:
+    // "SELECT dbo.funcion(a, b) AS alias": the engine has no such functions; the function's query stands in for it,
+    // and gives no row where the function gives nothing.
+    static QString FuncionComoConsulta(const QString &forma)
+    {
+        static const QRegularExpression llamada(
+            "^SELECT\\s+dbo\\.(\\w+)\\s*\\(([^(),]*),([^(),]*)\\)\\s*AS\\s+(\\w+)\\s*$",
+            QRegularExpression::CaseInsensitiveOption);
+        const auto hallada = llamada.match(forma);
+        if (!hallada.hasMatch())
+            return forma;
+        QFile cuerpo(":/schema/sqlite/" + hallada.captured(1) + ".sql");
+        if (!cuerpo.open(QIODevice::ReadOnly))
+            throw ErrorEjecucion(errores::Datos, "No existe la función dbo." + hallada.captured(1), forma);
+        QString consulta = QString::fromUtf8(cuerpo.readAll());
+        consulta.replace("{1}", hallada.captured(2)).replace("{2}", hallada.captured(3));
+        return "SELECT valor AS " + hallada.captured(4) + " FROM (" + consulta + ")";
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Dialecto> DialectoSqlite()
+{
+    return std::make_unique<Sqlite>();
+}
+
+} // namespace qvx

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+#include <exception>
+
+namespace qvx
+{
+
+// Numbers of the run-time errors that the system raises itself.
+namespace errores
+{
+constexpr int Desbordamiento = 6;
+constexpr int TiposNoCoinciden = 13;
+constexpr int ObjetoNoEstablecido = 91;
+constexpr int SinRegistroActual = 3021;
+constexpr int ElementoNoEncontrado = 3265;
+constexpr int DialogoCancelado = 32755;
+constexpr int NodoNoEncontrado = 35601;
+constexpr int ClaveRepetida = 35602;
+constexpr int Datos = -2147217900;
+} // namespace errores
+
+// The one run-time error of the system: number and description; a data error also carries the statement and the
+// engine's own code.
+class Q_DECL_EXPORT ErrorEjecucion : public std::exception
+{
+public:
+    ErrorEjecucion(int numero, QString descripcion, QString sentencia = {}, QString codigoMotor = {});
+
+    int Numero() const { return numero; }
+    const QString &Descripcion() const { return descripcion; }
+    const QString &Sentencia() const { return sentencia; }
+    const QString &CodigoMotor() const { return codigoMotor; }
+    const char *what() const noexcept override;
+
+private:
+    int numero;
+    QString descripcion;
+    QString sentencia;
+    QString codigoMotor;
+    QByteArray octetos;
+};
+
+} // namespace qvx

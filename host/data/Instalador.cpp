@@ -1,0 +1,185 @@
+#include "data/Instalador.h"
+
+#include "data/Conexion.h"
+#include "data/ErrorEjecucion.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QTemporaryFile>
+#include <QUuid>
+
+namespace qvx
+{
+
+namespace
+{
+
+constexpr int Firma = 0x51565831; // "QVX1", in the file's header
+
+// Codes of the embedded engine.
+const QString Ocupada = "5";
+const QString SoloLectura = "8";
+const QString DiscoLleno = "13";
+const QString NoEsBase = "26";
+
+[[noreturn]] void Rechazar(const QString &archivo, const QString &motivo, const QSqlError &error = {})
+{
+    const QString motor = error.isValid() ? " (" + error.databaseText() + ")" : QString();
+    throw ErrorEjecucion(errores::Datos, "La base de datos «" + archivo + "» " + motivo + motor + ".", {},
+                         error.nativeErrorCode());
+}
+
+[[noreturn]] void Rechazar(const QString &archivo, const QSqlError &error)
+{
+    const QString codigo = error.nativeErrorCode();
+    if (codigo == Ocupada)
+        Rechazar(archivo, "está ocupada por otro programa", error);
+    if (codigo == SoloLectura)
+        Rechazar(archivo, "es de solo lectura: no se podrían guardar cambios", error);
+    if (codigo == DiscoLleno)
+        Rechazar(archivo, "está en un disco lleno: no se podrían guardar cambios", error);
+    if (codigo == NoEsBase)
+        Rechazar(archivo, "no es de Quorvex", error);
+    Rechazar(archivo, "no se puede abrir", error);
+}
+
+// A connection of the toolkit that is closed and forgotten when it goes, unless it is handed on.
+class Base
+{
+public:
+    explicit Base(const QString &archivo_)
+        : archivo(archivo_), base(QSqlDatabase::addDatabase("QSQLITE", QUuid::createUuid().toString()))
+    {
+        base.setDatabaseName(archivo);
+        base.setConnectOptions("QSQLITE_BUSY_TIMEOUT=5000");
+        if (!base.open())
+            Rechazar(archivo, base.lastError());
+    }
+
+    ~Base()
+    {
+        if (!base.isValid())
+            return;
+        const QString nombre = base.connectionName();
+        base.close();
+        base = QSqlDatabase();
+        QSqlDatabase::removeDatabase(nombre);
+    }
+    Base(const Base &) = delete;
+    Base &operator=(const Base &) = delete;
+
+    void Ejecutar(const QString &sql)
+    {
+        QSqlQuery consulta(base);
+        if (!consulta.exec(sql))
+            Rechazar(archivo, consulta.lastError());
+    }
+
+    int Entero(const QString &sql)
+    {
+        QSqlQuery consulta(base);
+        if (!consulta.exec(sql) || !consulta.next())
+            Rechazar(archivo, consulta.lastError());
+        return consulta.value(0).toInt();
+    }
+
+    QSqlDatabase Entregar()
+    {
+        QSqlDatabase entregada = base;
+        base = QSqlDatabase();
+        return entregada;
+    }
+
+private:
+    QString archivo;
+    QSqlDatabase base;
+};
+
+// Runs a script of the schema: its statements end in ";" at the end of a line, outside any literal.
+void EjecutarGuion(Base &base, const QString &nombre)
+{
+    QFile guion(":/schema/" + nombre);
+    if (!guion.open(QIODevice::ReadOnly))
+        throw ErrorEjecucion(errores::Datos, "Falta el guion " + nombre);
+    QString sentencia;
+    const QStringList renglones = QString::fromUtf8(guion.readAll()).split(QLatin1Char('\n'));
+    for (const QString &renglon : renglones) {
+        sentencia += renglon + QLatin1Char('\n');
+        if (!renglon.endsWith(QLatin1Char(';')) || sentencia.count(QLatin1Char('\'')) % 2 != 0)
+            continue;
+        base.Ejecutar(sentencia);
+        sentencia.clear();
+    }
+}
+
+void Llenar(const QString &archivo, bool conEjemplos)
+{
+    Base base(archivo);
+    base.Ejecutar("BEGIN");
+    EjecutarGuion(base, "sqlite/esquema.sql");
+    EjecutarGuion(base, "catalogos.sql");
+    if (conEjemplos)
+        EjecutarGuion(base, "ejemplos.sql");
+    base.Ejecutar(QString("PRAGMA application_id = %1").arg(Firma));
+    base.Ejecutar(QString("PRAGMA user_version = %1").arg(VersionEsquema));
+    base.Ejecutar("COMMIT");
+}
+
+// Made beside its place and renamed when it is whole.
+void Crear(const QString &archivo, bool conEjemplos)
+{
+    const QString carpeta = QFileInfo(archivo).absolutePath();
+    QTemporaryFile nuevo(archivo + ".XXXXXX");
+    if (!QDir().mkpath(carpeta) || !nuevo.open())
+        Rechazar(archivo, "no se puede crear: " + (nuevo.errorString().isEmpty() ? carpeta : nuevo.errorString()));
+    nuevo.close();
+    Llenar(nuevo.fileName(), conEjemplos);
+    if (!QFile::rename(nuevo.fileName(), archivo))
+        Rechazar(archivo, "no se puede crear en su lugar");
+    nuevo.setAutoRemove(false);
+}
+
+void RevisarCabecera(const QString &archivo)
+{
+    QFile entrada(archivo);
+    if (!QFileInfo(archivo).isFile() || !entrada.open(QIODevice::ReadOnly))
+        Rechazar(archivo, "no se puede leer: " + entrada.errorString());
+    if (!entrada.read(16).startsWith("SQLite format 3"))
+        Rechazar(archivo, "no es de Quorvex");
+    if (!QFileInfo(archivo).isWritable())
+        Rechazar(archivo, "es de solo lectura: no se podrían guardar cambios");
+}
+
+// Writes and takes back: the engine must first save the page that changes, which a full disk or a write-protected
+// folder does not let it.
+void RevisarQueSeEscribe(Base &base)
+{
+    base.Ejecutar("BEGIN IMMEDIATE");
+    base.Ejecutar("UPDATE Formato_Clave SET Fc_Mascara = Fc_Mascara");
+    base.Ejecutar("ROLLBACK");
+}
+
+} // namespace
+
+std::unique_ptr<Conexion> AbrirBaseDeDatos(const QString &archivo, bool conEjemplos)
+{
+    if (QFileInfo::exists(archivo))
+        RevisarCabecera(archivo);
+    else
+        Crear(archivo, conEjemplos);
+
+    Base base(archivo);
+    if (base.Entero("PRAGMA application_id") != Firma)
+        Rechazar(archivo, "no es de Quorvex");
+    const int version = base.Entero("PRAGMA user_version");
+    if (version > VersionEsquema)
+        Rechazar(archivo, "es de una versión más reciente de Quorvex: actualice el programa");
+    if (version < VersionEsquema)
+        Rechazar(archivo, "es de una versión de Quorvex que este programa ya no lee");
+    RevisarQueSeEscribe(base);
+    return std::make_unique<Conexion>(base.Entregar(), DialectoSqlite());
+}
+
+} // namespace qvx

@@ -1,0 +1,71 @@
+#include "data/Texto.h"
+
+#include "data/ErrorEjecucion.h"
+
+#include <QLocale>
+#include <QRegularExpression>
+#include <cmath>
+
+namespace qvx
+{
+
+QString Literal(const QString &texto)
+{
+    QString doblado = texto;
+    return "'" + doblado.replace(QLatin1Char('\''), "''") + "'";
+}
+
+QString NumeroATexto(double numero)
+{
+    if (numero == 0)
+        return "0"; // also for the negative zero
+    const bool ordinario = std::abs(numero) < 1e15 && std::abs(numero) >= 1e-15;
+    return QString::number(numero, ordinario ? 'f' : 'g', QLocale::FloatingPointShortest);
+}
+
+std::optional<double> TextoANumero(const QString &texto)
+{
+    static const QRegularExpression forma("^-?(?:[0-9][0-9,]*(?:\\.[0-9]*)?|\\.[0-9]+)$");
+    const QString limpio = texto.trimmed();
+    if (!forma.match(limpio).hasMatch())
+        return std::nullopt;
+    QString digitos = limpio;
+    const double numero = QLocale::c().toDouble(digitos.remove(QLatin1Char(',')));
+    if (!std::isfinite(numero))
+        throw ErrorEjecucion(errores::Desbordamiento, "Desbordamiento");
+    return numero;
+}
+
+QString NumeroConFormato(double numero, const QString &formato)
+{
+    const auto punto = formato.indexOf(QLatin1Char('.'));
+    const QString decimalesFormato = punto < 0 ? QString() : formato.mid(punto + 1);
+    const auto minimos = decimalesFormato.count(QLatin1Char('0'));
+    const auto maximos = decimalesFormato.size();
+
+    QString cifras = QString::number(std::abs(numero), 'f', static_cast<int>(maximos));
+    auto marca = cifras.indexOf(QLatin1Char('.'));
+    if (marca < 0)
+        marca = cifras.size();
+    while (cifras.size() > marca + 1 + minimos && cifras.endsWith(QLatin1Char('0')))
+        cifras.chop(1);
+    if (cifras.endsWith(QLatin1Char('.')))
+        cifras.chop(1);
+    for (auto lugar = marca - 3; lugar > 0; lugar -= 3)
+        cifras.insert(lugar, QLatin1Char(','));
+
+    const bool cero = cifras.count(QLatin1Char('0')) + cifras.count(QLatin1Char('.')) + cifras.count(QLatin1Char(','))
+                      == cifras.size();
+    return (numero < 0 && !cero ? "-" : "") + QString(formato.startsWith(QLatin1Char('$')) ? "$" : "") + cifras;
+}
+
+QString ClaveConFormato(const QString &clave, const QString &mascara)
+{
+    const QString limpia = clave.trimmed();
+    static const QRegularExpression digitos("^[0-9]+$");
+    if (!digitos.match(limpia).hasMatch())
+        return limpia;
+    return limpia.rightJustified(mascara.size(), QLatin1Char('0'));
+}
+
+} // namespace qvx

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+// Texts of keys, numbers and amounts. One place, so that every engine, box and grid writes them the same way.
+namespace qvx
+{
+
+// The text as a literal of a statement: between single quotes, with its own quotes doubled. For the host's own
+// statements; the screens compose theirs as they stand.
+QString Literal(const QString &texto);
+
+// The number with "." as decimal mark, no thousands, no trailing zeros and no exponent below 1e15 in size.
+QString NumeroATexto(double numero);
+
+// The number that a text stands for: digits, one decimal mark ".", "," between thousands, a leading "-".
+// Nothing for any other text, also the empty one. Raises "Desbordamiento" when it is too large for a number.
+std::optional<double> TextoANumero(const QString &texto);
+
+// The number in a display format of the grids: "#,##0.000######", "$#,##0.00#######": thousands separated, as many
+// decimals as the format has zeros, up to as many as it has places; a "$" stands before the number.
+QString NumeroConFormato(double numero, const QString &formato);
+
+// The key in the form of its mask: one made of digits is filled with zeros up to the mask's length ("0000"), any
+// other is left as it is; blanks around it are dropped.
+QString ClaveConFormato(const QString &clave, const QString &mascara);
+
+} // namespace qvx
