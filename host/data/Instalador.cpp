@@ -97,7 +97,8 @@ private:
     QSqlDatabase base;
 };
 
-// Runs a script of the schema: its statements end in ";" at the end of a line, outside any literal.
+// Runs a script of the schema: comments have lines of their own, and statements end in ";" at the end of a line,
+// outside any literal.
 void EjecutarGuion(Base &base, const QString &nombre)
 {
     QFile guion(":/schema/" + nombre);
@@ -106,6 +107,8 @@ void EjecutarGuion(Base &base, const QString &nombre)
     QString sentencia;
     const QStringList renglones = QString::fromUtf8(guion.readAll()).split(QLatin1Char('\n'));
     for (const QString &renglon : renglones) {
+        if (renglon.startsWith("--"))
+            continue;
         sentencia += renglon + QLatin1Char('\n');
         if (!renglon.endsWith(QLatin1Char(';')) || sentencia.count(QLatin1Char('\'')) % 2 != 0)
             continue;

@@ -1,0 +1,154 @@
+#include "controls/DelegadoCelda.h"
+
+#include "controls/SSOleDBGrid.h"
+#include "controls/ValidadorNumero.h"
+#include "data/Texto.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QHelpEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QToolTip>
+#include <algorithm>
+
+namespace SSDataWidgets_B_OLEDB
+{
+
+namespace
+{
+
+constexpr int AnchoBoton = 24;
+// Digits that may be typed in a number; with so few it cannot be too large for one.
+constexpr int LargoNumero = 30;
+constexpr int LargoNumeroMostrado = 300;
+
+// The text that an editor began with, so that an edit counts once and only when it changed something.
+constexpr auto TextoInicial = "textoInicial";
+
+// A text that is no number is shown as it stands.
+QString TextoMostrado(const QString &texto, const QString &formato)
+{
+    if (formato.isEmpty() || texto.size() > LargoNumeroMostrado)
+        return texto;
+    const auto numero = qvx::TextoANumero(texto);
+    return numero ? qvx::NumeroConFormato(*numero, formato) : texto;
+}
+
+bool EsSalida(Qt::FocusReason motivo)
+{
+    return motivo != Qt::PopupFocusReason && motivo != Qt::ActiveWindowFocusReason;
+}
+
+} // namespace
+
+DelegadoCelda::DelegadoCelda(SSOleDBGrid &duena) : QStyledItemDelegate(&duena), grid(duena) {}
+
+QRect DelegadoCelda::AreaBoton(const QRect &celda)
+{
+    const int ancho = std::min(AnchoBoton, celda.width());
+    return {celda.right() - ancho + 1, celda.top(), ancho, celda.height()};
+}
+
+void DelegadoCelda::initStyleOption(QStyleOptionViewItem *opcion, const QModelIndex &indice) const
+{
+    QStyledItemDelegate::initStyleOption(opcion, indice);
+    const Columna &columna = grid.ColumnaDe(indice);
+    opcion->text = TextoMostrado(opcion->text, columna.formato);
+    if (!columna.formato.isEmpty())
+        opcion->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
+    if (columna.bloqueada)
+        opcion->backgroundBrush = opcion->palette.alternateBase();
+}
+
+void DelegadoCelda::paint(QPainter *pintor, const QStyleOptionViewItem &opcion, const QModelIndex &indice) const
+{
+    if (!grid.TieneBoton(indice) || indice != grid.currentIndex()) {
+        QStyledItemDelegate::paint(pintor, opcion, indice);
+        return;
+    }
+    QStyleOptionButton boton;
+    boton.initFrom(&grid);
+    boton.rect = AreaBoton(opcion.rect);
+    boton.text = "…";
+    boton.state = QStyle::State_Enabled | (grid.botonPulsado ? QStyle::State_Sunken : QStyle::State_Raised);
+    QStyleOptionViewItem celda = opcion;
+    celda.rect.setRight(boton.rect.left() - 1);
+    QStyledItemDelegate::paint(pintor, celda, indice);
+    grid.style()->drawControl(QStyle::CE_PushButton, &boton, pintor, &grid);
+}
+
+QSize DelegadoCelda::sizeHint(const QStyleOptionViewItem &opcion, const QModelIndex &indice) const
+{
+    const QSize tamano = QStyledItemDelegate::sizeHint(opcion, indice);
+    return grid.ColumnaDe(indice).boton ? tamano + QSize(AnchoBoton, 0) : tamano;
+}
+
+QWidget *DelegadoCelda::createEditor(QWidget *padre, const QStyleOptionViewItem &, const QModelIndex &indice) const
+{
+    const Columna &columna = grid.ColumnaDe(indice);
+    auto *editor = new QLineEdit(padre);
+    editor->setObjectName("editorCelda");
+    editor->setAccessibleName(columna.titulo);
+    editor->setFrame(false);
+    if (!columna.formato.isEmpty()) {
+        auto *validador = new qvx::ValidadorNumero(editor);
+        validador->setLargo(LargoNumero);
+        validador->setConSigno(indice.data(Qt::EditRole).toString().startsWith(QLatin1Char('-')));
+        editor->setValidator(validador);
+        editor->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
+    connect(editor, &QLineEdit::textEdited, &grid, &SSOleDBGrid::EmpezarRenglon);
+    return editor;
+}
+
+void DelegadoCelda::setEditorData(QWidget *editor, const QModelIndex &indice) const
+{
+    const QString texto = indice.data(Qt::EditRole).toString();
+    editor->setProperty(TextoInicial, texto);
+    static_cast<QLineEdit *>(editor)->setText(texto);
+}
+
+void DelegadoCelda::setModelData(QWidget *editor, QAbstractItemModel *, const QModelIndex &indice) const
+{
+    const QString texto = static_cast<QLineEdit *>(editor)->text();
+    if (texto == editor->property(TextoInicial).toString())
+        return;
+    editor->setProperty(TextoInicial, texto);
+    grid.GuardarEdicion(indice.row(), indice.column(), texto);
+}
+
+void DelegadoCelda::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &opcion,
+                                         const QModelIndex &indice) const
+{
+    QRect area = opcion.rect;
+    if (grid.TieneBoton(indice))
+        area.setRight(AreaBoton(area).left() - 1);
+    editor->setGeometry(area);
+}
+
+// A text that its cell cuts off can be read in full.
+bool DelegadoCelda::helpEvent(QHelpEvent *evento, QAbstractItemView *vista, const QStyleOptionViewItem &opcion,
+                              const QModelIndex &indice)
+{
+    if (evento->type() != QEvent::ToolTip || !indice.isValid()
+        || sizeHint(opcion, indice).width() <= opcion.rect.width())
+        return QStyledItemDelegate::helpEvent(evento, vista, opcion, indice);
+    QStyleOptionViewItem celda = opcion;
+    initStyleOption(&celda, indice);
+    QToolTip::showText(evento->globalPos(), "<span>" + celda.text.toHtmlEscaped() + "</span>", vista);
+    return true;
+}
+
+bool DelegadoCelda::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (evento->type() == QEvent::KeyPress && grid.TeclaEnEditor(*static_cast<QKeyEvent *>(evento)))
+        return true;
+    // A form that is being closed has no use for what was typed last.
+    if (evento->type() == QEvent::FocusOut
+        && (!EsSalida(static_cast<QFocusEvent *>(evento)->reason()) || !grid.window()->isVisible()))
+        return false;
+    return QStyledItemDelegate::eventFilter(objeto, evento);
+}
+
+} // namespace SSDataWidgets_B_OLEDB

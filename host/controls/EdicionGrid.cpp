@@ -1,0 +1,304 @@
+// The person's work in the grid: moving, typing, the search button, removing rows.
+
+#include "controls/Comunes.h"
+#include "controls/DelegadoCelda.h"
+#include "controls/SSOleDBGrid.h"
+#include "data/Texto.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <algorithm>
+
+namespace SSDataWidgets_B_OLEDB
+{
+
+bool SSOleDBGrid::EsEditable(const QModelIndex &indice) const
+{
+    return indice.isValid() && isEnabled() && !ColumnaDe(indice).bloqueada;
+}
+
+bool SSOleDBGrid::TieneBoton(const QModelIndex &indice) const
+{
+    return EsEditable(indice) && ColumnaDe(indice).boton;
+}
+
+bool SSOleDBGrid::EnBoton(const QPoint &posicion) const
+{
+    return TieneBoton(currentIndex()) && DelegadoCelda::AreaBoton(visualRect(currentIndex())).contains(posicion);
+}
+
+bool SSOleDBGrid::edit(const QModelIndex &indice, EditTrigger motivo, QEvent *evento)
+{
+    return EsEditable(indice) && QTableWidget::edit(indice, motivo, evento);
+}
+
+void SSOleDBGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint sugerencia)
+{
+    QTableWidget::closeEditor(editor, sugerencia);
+    DevolverSiVacio();
+}
+
+void SSOleDBGrid::CerrarEditor(bool guardar)
+{
+    QWidget *editor = indexWidget(currentIndex());
+    if (!editor)
+        return;
+    if (guardar)
+        commitData(editor);
+    if (indexWidget(currentIndex()) == editor) // a handler may have moved on or removed the row
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+// Typing in the blank line makes it a row.
+void SSOleDBGrid::EmpezarRenglon()
+{
+    if (Row() != Rows())
+        return;
+    nueva = model()->index(Row(), 0);
+    RenglonBlancoEmpieza();
+}
+
+// A row that was begun and holds nothing is the blank line again.
+void SSOleDBGrid::DevolverSiVacio()
+{
+    if (!nueva.isValid() || nueva.row() != Rows() - 1)
+        return;
+    for (int columna = 0; columna < columnCount(); ++columna)
+        if (!Texto(nueva.row(), columna).isEmpty())
+            return;
+    nueva = cambiada = QPersistentModelIndex();
+    removeRow(Rows());
+    MarcarRenglon(Rows(), "*");
+}
+
+void SSOleDBGrid::GuardarEdicion(int fila, int columna, const QString &texto)
+{
+    QString nuevo = texto;
+    if (!columnas.at(columna).formato.isEmpty()) {
+        const auto numero = qvx::TextoANumero(texto);
+        nuevo = numero ? qvx::NumeroATexto(*numero) : QString();
+    }
+    if (nuevo == Texto(fila, columna))
+        return;
+    EmpezarRenglon();
+    PonerTexto(fila, columna, nuevo);
+    Q_EMIT AfterColUpdate(columna);
+}
+
+void SSOleDBGrid::MarcarCambio()
+{
+    if (Row() < 0 || Row() == Rows() || (cambiada.isValid() && cambiada.row() == Row()))
+        return;
+    cambiada = model()->index(Row(), 0);
+    MarcarRenglon(Row(), "✎");
+}
+
+void SSOleDBGrid::ActualizarRenglon()
+{
+    if (!cambiada.isValid())
+        return;
+    MarcarRenglon(cambiada.row(), {});
+    nueva = cambiada = QPersistentModelIndex();
+    Q_EMIT BeforeUpdate();
+}
+
+void SSOleDBGrid::AntesDeMover(const QPersistentModelIndex &destino)
+{
+    if (!currentIndex().isValid())
+        return;
+    if (!moviendo) {
+        const QScopedValueRollback guarda(moviendo, true);
+        CerrarEditor(true);
+        if (!enCodigo)
+            Q_EMIT BeforeRowColChange();
+    }
+    if (destino.row() != Row())
+        ActualizarRenglon();
+}
+
+void SSOleDBGrid::ConfirmarEntrada()
+{
+    CerrarEditor(true);
+    if (Row() >= 0)
+        Q_EMIT BeforeRowColChange();
+    ActualizarRenglon();
+}
+
+// Neither the grid's own editor nor another window, also a message, leaves the row.
+void SSOleDBGrid::AlCambiarFoco(const QWidget *control)
+{
+    if (!control || control->window() != window())
+        return;
+    const bool dentro = control == this || isAncestorOf(control);
+    if (conFoco && !dentro) {
+        CerrarEditor(true);
+        ActualizarRenglon();
+    }
+    conFoco = dentro;
+}
+
+void SSOleDBGrid::focusInEvent(QFocusEvent *evento)
+{
+    QTableWidget::focusInEvent(evento);
+    const QModelIndex primera = EditableDesdeActual(true);
+    if (!currentIndex().isValid() && primera.isValid())
+        setCurrentIndex(primera);
+}
+
+// The next or previous cell to be typed into; none past the ends, so that the Tab key leaves the grid there.
+QModelIndex SSOleDBGrid::EditableDesdeActual(bool siguiente) const
+{
+    const int celdas = rowCount() * columnCount();
+    const int antesDeTodas = siguiente ? -1 : celdas;
+    int celda = currentIndex().isValid() ? currentRow() * columnCount() + currentColumn() : antesDeTodas;
+    for (celda += siguiente ? 1 : -1; celda >= 0 && celda < celdas; celda += siguiente ? 1 : -1) {
+        const QModelIndex indice = model()->index(celda / columnCount(), celda % columnCount());
+        if (EsEditable(indice))
+            return indice;
+    }
+    return {};
+}
+
+bool SSOleDBGrid::focusNextPrevChild(bool siguiente)
+{
+    const QWidget *foco = QApplication::focusWidget();
+    if (foco != this && isAncestorOf(foco) && !foco->isVisible()) { // an editor whose row was removed: nobody moves
+        setFocus();
+        return true;
+    }
+    const QModelIndex destino = EditableDesdeActual(siguiente);
+    if (!isVisible() || !destino.isValid())
+        return QTableWidget::focusNextPrevChild(siguiente);
+    setCurrentIndex(destino);
+    return true;
+}
+
+void SSOleDBGrid::keyPressEvent(QKeyEvent *evento)
+{
+    const bool editaba = state() == EditingState;
+    switch (evento->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        Q_EMIT KeyPress(comunesQVX::CodigoTecla(evento->key()));
+        return;
+    case Qt::Key_F3:
+        if (!TieneBoton(currentIndex()))
+            break;
+        PulsarBoton();
+        return;
+    case Qt::Key_Delete:
+        if (evento->modifiers() & Qt::ControlModifier)
+            QuitarRenglones({currentIndex()});
+        else
+            Suprimir();
+        return;
+    default:
+        break;
+    }
+    QTableWidget::keyPressEvent(evento);
+    if (!editaba && state() == EditingState)
+        evento->accept();
+    const int codigo = comunesQVX::CodigoTecla(evento->key());
+    if (!evento->isAccepted() && codigo != 0)
+        Q_EMIT KeyPress(codigo);
+}
+
+// What the keys of an open cell editor do; any other is the editor's own.
+bool SSOleDBGrid::TeclaEnEditor(const QKeyEvent &tecla)
+{
+    switch (tecla.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        CerrarEditor(true);
+        Q_EMIT KeyPress(comunesQVX::CodigoTecla(tecla.key()));
+        return true;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        CerrarEditor(true);
+        focusNextPrevChild(tecla.key() == Qt::Key_Tab);
+        return true;
+    case Qt::Key_F3:
+        if (!TieneBoton(currentIndex()))
+            return false;
+        PulsarBoton();
+        return true;
+    case Qt::Key_Delete:
+        if (!(tecla.modifiers() & Qt::ControlModifier))
+            return false;
+        QuitarRenglones({currentIndex()});
+        return true;
+    default:
+        return false;
+    }
+}
+
+void SSOleDBGrid::mousePressEvent(QMouseEvent *evento)
+{
+    botonPulsado = evento->button() == Qt::LeftButton && EnBoton(evento->position().toPoint());
+    if (!botonPulsado)
+        QTableWidget::mousePressEvent(evento);
+    viewport()->update();
+}
+
+void SSOleDBGrid::mouseReleaseEvent(QMouseEvent *evento)
+{
+    if (!botonPulsado) {
+        QTableWidget::mouseReleaseEvent(evento);
+        return;
+    }
+    botonPulsado = false;
+    viewport()->update();
+    if (EnBoton(evento->position().toPoint()))
+        PulsarBoton();
+}
+
+void SSOleDBGrid::PulsarBoton()
+{
+    CerrarEditor(true);
+    if (TieneBoton(currentIndex()))
+        Q_EMIT BtnClick(currentColumn());
+}
+
+// Rows chosen by their headers go as a whole; a cell is only emptied.
+void SSOleDBGrid::Suprimir()
+{
+    const QModelIndexList enteras = selectionModel()->selectedRows();
+    if (!enteras.isEmpty()) {
+        QuitarRenglones(enteras);
+    } else if (EsEditable(currentIndex())) {
+        GuardarEdicion(Row(), currentColumn(), {});
+        DevolverSiVacio();
+    }
+}
+
+void SSOleDBGrid::QuitarRenglones(QModelIndexList filas)
+{
+    CerrarEditor(false);
+    std::sort(filas.begin(), filas.end(), [](const auto &a, const auto &b) { return a.row() > b.row(); });
+    for (const QModelIndex &fila : filas)
+        if (fila.isValid() && fila.row() < Rows())
+            RemoveItem(fila.row());
+}
+
+void SSOleDBGrid::contextMenuEvent(QContextMenuEvent *evento)
+{
+    const bool porTecla = evento->reason() == QContextMenuEvent::Keyboard;
+    MostrarMenu(porTecla ? viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()) : evento->globalPos());
+}
+
+void SSOleDBGrid::MostrarMenu(const QPoint &lugar)
+{
+    QMenu menu(this);
+    if (TieneBoton(currentIndex()))
+        connect(menu.addAction("Buscar…\tF3"), &QAction::triggered, this, &SSOleDBGrid::PulsarBoton);
+    QAction *quitar = menu.addAction("Quitar renglón\tCtrl+Supr");
+    quitar->setEnabled(isEnabled() && Row() >= 0 && Row() < Rows());
+    connect(quitar, &QAction::triggered, this, [this] { QuitarRenglones({currentIndex()}); });
+    menu.exec(lugar);
+}
+
+} // namespace SSDataWidgets_B_OLEDB

@@ -1,0 +1,19 @@
+#include "controls/EntradaPendiente.h"
+
+#include <QApplication>
+#include <QWidget>
+
+namespace qvx
+{
+
+void EntradaPendiente::ConfirmarLaDelFoco()
+{
+    for (QWidget *control = QApplication::focusWidget(); control; control = control->parentWidget()) {
+        if (auto *entrada = dynamic_cast<EntradaPendiente *>(control)) {
+            entrada->ConfirmarEntrada();
+            return;
+        }
+    }
+}
+
+} // namespace qvx

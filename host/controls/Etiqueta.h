@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QLabel>
+
+namespace LabelQvx
+{
+
+// The host's label. Its buddy is the control it names: set in the form, with a mnemonic in the caption.
+class Etiqueta : public QLabel
+{
+    Q_OBJECT
+    Q_PROPERTY(QString Caption READ text WRITE setText)
+
+public:
+    explicit Etiqueta(QWidget *padre = nullptr) : QLabel(padre) {}
+};
+
+} // namespace LabelQvx

@@ -1,0 +1,18 @@
+#pragma once
+
+namespace comunesQVX
+{
+class ListView;
+}
+
+namespace qvx
+{
+
+// Gives a filled list its final look: columns as wide as their titles and texts, the last one up to the edge.
+class FormatoLista
+{
+public:
+    void Aplicar(comunesQVX::ListView &lista) const;
+};
+
+} // namespace qvx

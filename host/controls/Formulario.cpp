@@ -1,0 +1,94 @@
+#include "controls/Formulario.h"
+
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <algorithm>
+
+namespace qvx
+{
+
+namespace
+{
+
+constexpr int TwipsPorPulgada = 1440;
+
+}
+
+Formulario::Formulario(QWidget *padre) : QWidget(padre) {}
+
+void Formulario::Cargar()
+{
+    if (cargado)
+        return;
+    cargado = true;
+    Form_Load();
+}
+
+void Formulario::MostrarModal(QWidget *duena)
+{
+    setParent(duena ? duena->window() : nullptr, Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowTitleHint);
+    setWindowModality(Qt::ApplicationModal);
+    QEventLoop espera;
+    connect(this, &Formulario::Oculto, &espera, &QEventLoop::quit);
+    connect(this, &QObject::destroyed, &espera, &QEventLoop::quit);
+    show();
+    espera.exec(QEventLoop::DialogExec);
+}
+
+void Formulario::Descargar()
+{
+    if (!cargado)
+        return;
+    cargado = false;
+    Form_Unload();
+    hide();
+    Q_EMIT Descargado();
+}
+
+int Formulario::Twips(int pixeles) const
+{
+    return pixeles * TwipsPorPulgada / logicalDpiX();
+}
+
+int Formulario::Pixeles(int twips) const
+{
+    return std::max(0, twips * logicalDpiX() / TwipsPorPulgada);
+}
+
+bool Formulario::event(QEvent *evento)
+{
+    const bool resultado = QWidget::event(evento);
+    if (evento->type() == QEvent::WindowActivate && cargado && isVisible())
+        Form_Activate();
+    return resultado;
+}
+
+void Formulario::showEvent(QShowEvent *evento)
+{
+    Cargar();
+    QWidget::showEvent(evento);
+    // A form shown inside a window that is active already gets no activation of its own.
+    if (!isWindow() && window()->isActiveWindow())
+        Form_Activate();
+}
+
+void Formulario::resizeEvent(QResizeEvent *evento)
+{
+    QWidget::resizeEvent(evento);
+    Form_Resize();
+}
+
+void Formulario::closeEvent(QCloseEvent *evento)
+{
+    Descargar();
+    evento->accept();
+}
+
+void Formulario::hideEvent(QHideEvent *evento)
+{
+    QWidget::hideEvent(evento);
+    if (!evento->spontaneous())
+        Q_EMIT Oculto();
+}
+
+} // namespace qvx

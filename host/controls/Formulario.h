@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+namespace qvx
+{
+
+// Base of every form: load, activate, resize and unload as events; twips; modal showing.
+class Formulario : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Formulario(QWidget *padre = nullptr);
+
+    // Runs the load once; showing a form that is not loaded loads it first.
+    void Cargar();
+    bool Cargado() const { return cargado; }
+    // Shows the form over its owner and returns when it is hidden or unloaded.
+    void MostrarModal(QWidget *duena);
+    // Ends the form: Form_Unload, hidden. Whoever created it destroys it.
+    void Descargar();
+
+    // Handle that messages are owned by.
+    WId hWnd() const { return winId(); }
+
+    // Sizes of the inside, and any pixel size, in twips (1/1440 inch at the screen's logical resolution).
+    int ScaleWidth() const { return Twips(width()); }
+    int ScaleHeight() const { return Twips(height()); }
+    int Twips(int pixeles) const;
+    int Pixeles(int twips) const;
+
+Q_SIGNALS:
+    void Descargado();
+    void Oculto();
+
+protected:
+    virtual void Form_Load() {}
+    virtual void Form_Activate() {}
+    virtual void Form_Resize() {}
+    virtual void Form_Unload() {}
+
+    bool event(QEvent *evento) override;
+    void showEvent(QShowEvent *evento) override;
+    void resizeEvent(QResizeEvent *evento) override;
+    void closeEvent(QCloseEvent *evento) override;
+    void hideEvent(QHideEvent *evento) override;
+
+private:
+    bool cargado = false;
+};
+
+} // namespace qvx

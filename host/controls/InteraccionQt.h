@@ -1,0 +1,31 @@
+#pragma once
+
+#include "session/Interaccion.h"
+
+#include <QList>
+#include <QMessageBox>
+
+namespace qvx
+{
+
+// A message's style number taken apart; buttons are given by the numbers of their answers.
+struct EstiloMensaje {
+    QMessageBox::Icon icono = QMessageBox::NoIcon;
+    QList<int> botones;
+    int predeterminado = mensaje::Aceptar;
+    int escape = mensaje::Aceptar; // the answer of Esc, and of closing the box
+};
+
+EstiloMensaje DecodificarEstilo(int estilo);
+
+// Speaks to the person with dialogs of the toolkit.
+class InteraccionQt : public Interaccion
+{
+public:
+    int Mensaje(const Aviso &aviso) override;
+    QString BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
+                             QWidget *duena) override;
+    void InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena) override;
+};
+
+} // namespace qvx

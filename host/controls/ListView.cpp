@@ -1,0 +1,125 @@
+#include "controls/Comunes.h"
+
+#include <QDrag>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMimeData>
+
+namespace comunesQVX
+{
+
+namespace
+{
+
+constexpr int Enter = 13;
+
+}
+
+ListView::ListView(QWidget *padre) : QTreeWidget(padre)
+{
+    setColumnCount(0);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setDragDropMode(DragOnly);
+    setDragEnabled(false);
+    header()->setSectionsMovable(false);
+    header()->setStretchLastSection(false);
+}
+
+void ListView::AgregarColumna(const QString &titulo, Qt::Alignment alineacion, int ancho)
+{
+    const int columna = columnCount();
+    const Qt::Alignment centrada = alineacion | Qt::AlignVCenter;
+    setColumnCount(columna + 1);
+    headerItem()->setText(columna, titulo);
+    headerItem()->setTextAlignment(columna, centrada);
+    setColumnWidth(columna, ancho);
+    alineaciones.append(centrada);
+}
+
+void ListView::Clear()
+{
+    clear();
+}
+
+void ListView::AgregarFila(const QStringList &textos)
+{
+    ensurePolished(); // rows measured before the first show would keep the height of another look
+    auto *fila = new QTreeWidgetItem(textos);
+    fila->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren);
+    for (int columna = 0; columna < alineaciones.size(); ++columna)
+        fila->setTextAlignment(columna, alineaciones.at(columna));
+    addTopLevelItem(fila);
+}
+
+QString ListView::Texto(int fila, int columna) const
+{
+    const QTreeWidgetItem *item = topLevelItem(fila);
+    return item ? item->text(columna) : QString();
+}
+
+bool ListView::Seleccionada(int fila) const
+{
+    const QTreeWidgetItem *item = topLevelItem(fila);
+    return item && item->isSelected();
+}
+
+bool ListView::HaySeleccion() const
+{
+    return selectionModel()->hasSelection();
+}
+
+QString ListView::TextoSeleccionado() const
+{
+    if (currentItem() && currentItem()->isSelected())
+        return currentItem()->text(0);
+    for (int fila = 0; fila < Count(); ++fila)
+        if (Seleccionada(fila))
+            return Texto(fila);
+    return {};
+}
+
+void ListView::keyPressEvent(QKeyEvent *evento)
+{
+    const int codigo = CodigoTecla(evento->key());
+    if (codigo == Enter && HaySeleccion()) {
+        // A key held down since before a dialog closed must not open it again.
+        if (!evento->isAutoRepeat())
+            Q_EMIT DblClick();
+        return;
+    }
+    if (codigo != 0)
+        Q_EMIT KeyDown(codigo);
+    const bool flecha = evento->key() == Qt::Key_Up || evento->key() == Qt::Key_Down;
+    if (flecha && !HaySeleccion() && currentItem())
+        currentItem()->setSelected(true);
+    else
+        QTreeWidget::keyPressEvent(evento);
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent *evento)
+{
+    QTreeWidget::mouseDoubleClickEvent(evento);
+    if (evento->button() == Qt::LeftButton)
+        Q_EMIT DblClick();
+}
+
+void ListView::startDrag(Qt::DropActions)
+{
+    QString texto;
+    Q_EMIT OLEStartDrag(texto);
+    if (texto.isEmpty())
+        return;
+    auto *datos = new QMimeData;
+    datos->setText(texto);
+    auto *arrastre = new QDrag(this);
+    arrastre->setMimeData(datos);
+    arrastre->exec(Qt::CopyAction, Qt::CopyAction);
+}
+
+} // namespace comunesQVX

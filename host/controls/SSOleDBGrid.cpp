@@ -1,0 +1,254 @@
+#include "controls/SSOleDBGrid.h"
+
+#include "controls/DelegadoCelda.h"
+#include "data/ErrorEjecucion.h"
+#include "data/Texto.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <algorithm>
+
+namespace SSDataWidgets_B_OLEDB
+{
+
+// Every change of the current cell, by mouse, key or code, passes here.
+class SeleccionGrid : public QItemSelectionModel
+{
+public:
+    explicit SeleccionGrid(SSOleDBGrid &duena) : QItemSelectionModel(duena.model(), &duena), grid(duena) {}
+
+    void setCurrentIndex(const QModelIndex &indice, SelectionFlags orden) override
+    {
+        const QPersistentModelIndex destino = indice;
+        if (indice.isValid() && indice != currentIndex())
+            grid.AntesDeMover(destino);
+        if (destino.isValid() || !indice.isValid()) // a handler may have removed the row
+            QItemSelectionModel::setCurrentIndex(destino, orden);
+    }
+
+private:
+    SSOleDBGrid &grid;
+};
+
+SSOleDBGrid::SSOleDBGrid(QWidget *padre) : QTableWidget(padre)
+{
+    delete selectionModel();
+    setSelectionModel(new SeleccionGrid(*this));
+    setItemDelegate(new DelegadoCelda(*this));
+    setEditTriggers(AnyKeyPressed | EditKeyPressed | DoubleClicked);
+    setTabKeyNavigation(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setCornerButtonEnabled(false);
+    setToolTip("F3 busca la clave · Ctrl+Supr quita el renglón");
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setResizeContentsPrecision(0); // the rows in sight only
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
+    verticalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+
+    ajuste.setSingleShot(true);
+    const auto pedirAjuste = [this] {
+        if (!ajuste.isActive())
+            ajuste.start(0);
+    };
+    connect(&ajuste, &QTimer::timeout, this, &SSOleDBGrid::AjustarColumnas);
+    connect(model(), &QAbstractItemModel::dataChanged, this, pedirAjuste);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, pedirAjuste);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { anchosDePersona |= !ajustando; });
+    connect(verticalHeader(), &QWidget::customContextMenuRequested, this, [this](const QPoint &lugar) {
+        selectRow(verticalHeader()->logicalIndexAt(lugar));
+        MostrarMenu(verticalHeader()->viewport()->mapToGlobal(lugar));
+    });
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget *, const QWidget *ahora) { AlCambiarFoco(ahora); });
+    // Also when the form raises it for a key that was chosen in the search dialog.
+    connect(this, &SSOleDBGrid::AfterColUpdate, this, &SSOleDBGrid::MarcarCambio);
+}
+
+void SSOleDBGrid::DefinirColumnas(const QList<Columna> &nuevas)
+{
+    const QScopedValueRollback guarda(ajustando, true);
+    setRowCount(0);
+    columnas = nuevas;
+    contenidos = QList<int>(nuevas.size(), 0);
+    setColumnCount(static_cast<int>(nuevas.size()));
+    for (int columna = 0; columna < columnCount(); ++columna) {
+        auto *titulo = new QTableWidgetItem(nuevas.at(columna).titulo);
+        titulo->setTextAlignment(Qt::AlignVCenter
+                                 | (nuevas.at(columna).formato.isEmpty() ? Qt::AlignLeft : Qt::AlignRight));
+        setHorizontalHeaderItem(columna, titulo);
+        setColumnWidth(columna, nuevas.at(columna).ancho);
+    }
+    AgregarRenglonBlanco();
+}
+
+QString SSOleDBGrid::NombreColumna(int columna) const
+{
+    return columnas.at(columna).nombre;
+}
+
+int SSOleDBGrid::IndiceColumna(const QString &nombre) const
+{
+    for (int columna = 0; columna < columnas.size(); ++columna)
+        if (columnas.at(columna).nombre.compare(nombre, Qt::CaseInsensitive) == 0)
+            return columna;
+    throw qvx::ErrorEjecucion(qvx::errores::ElementoNoEncontrado, "No existe la columna " + nombre);
+}
+
+int SSOleDBGrid::Rows() const
+{
+    return std::max(0, rowCount() - 1);
+}
+
+int SSOleDBGrid::Row() const
+{
+    return currentRow();
+}
+
+void SSOleDBGrid::setRow(int fila)
+{
+    ExigirRenglon(fila, Rows());
+    const QScopedValueRollback guarda(enCodigo, true);
+    setCurrentCell(fila, std::max(0, currentColumn()));
+}
+
+void SSOleDBGrid::ExigirRenglon(int fila, int hasta) const
+{
+    if (fila < 0 || fila > hasta)
+        throw qvx::ErrorEjecucion(qvx::errores::ElementoNoEncontrado, QString("No existe el renglón %1").arg(fila));
+}
+
+QString SSOleDBGrid::Texto(int fila, int columna) const
+{
+    const QTableWidgetItem *celda = item(fila, columna);
+    return celda ? celda->text() : QString();
+}
+
+void SSOleDBGrid::PonerTexto(int fila, int columna, const QString &texto)
+{
+    if (QTableWidgetItem *celda = item(fila, columna))
+        celda->setText(texto);
+    else if (!texto.isEmpty())
+        setItem(fila, columna, new QTableWidgetItem(texto));
+}
+
+QString SSOleDBGrid::Celda(int fila, const QString &columna) const
+{
+    return Texto(fila, IndiceColumna(columna));
+}
+
+void SSOleDBGrid::setCelda(int fila, const QString &columna, const QString &texto)
+{
+    const int indice = IndiceColumna(columna);
+    ExigirRenglon(fila, Rows());
+    if (fila == Rows()) {
+        if (texto.isEmpty())
+            return;
+        RenglonBlancoEmpieza();
+    }
+    PonerTexto(fila, indice, texto);
+}
+
+double SSOleDBGrid::Numero(int fila, const QString &columna) const
+{
+    return qvx::TextoANumero(Celda(fila, columna)).value_or(0);
+}
+
+bool SSOleDBGrid::EsNumerico(int fila, const QString &columna) const
+{
+    return qvx::TextoANumero(Celda(fila, columna)).has_value();
+}
+
+int SSOleDBGrid::AddItem()
+{
+    const int fila = Rows();
+    insertRow(fila);
+    return fila;
+}
+
+void SSOleDBGrid::RemoveItem(int fila)
+{
+    ExigirRenglon(fila, Rows() - 1);
+    const bool actual = fila == Row();
+    removeRow(fila);
+    if (actual)
+        setRow(fila); // the row that follows takes its place
+}
+
+void SSOleDBGrid::RemoveAll()
+{
+    setRowCount(0);
+    contenidos.fill(0);
+    AgregarRenglonBlanco();
+}
+
+void SSOleDBGrid::AgregarRenglonBlanco()
+{
+    const int fila = rowCount();
+    insertRow(fila);
+    MarcarRenglon(fila, "*");
+    setRowHidden(fila, !isEnabled());
+}
+
+void SSOleDBGrid::RenglonBlancoEmpieza()
+{
+    MarcarRenglon(Rows(), {});
+    setRowHidden(Rows(), false);
+    AgregarRenglonBlanco();
+}
+
+// Without a mark the row shows its number.
+void SSOleDBGrid::MarcarRenglon(int fila, const QString &marca)
+{
+    setVerticalHeaderItem(fila, marca.isEmpty() ? nullptr : new QTableWidgetItem(marca));
+}
+
+// Numbers are never cut off. The widest description takes the room that is left; where there is none, the other
+// columns give up what their titles and texts do not need.
+void SSOleDBGrid::AjustarColumnas()
+{
+    if (anchosDePersona || columnas.isEmpty())
+        return;
+    const QScopedValueRollback guarda(ajustando, true);
+    QList<int> anchos;
+    QList<int> minimos;
+    int total = 0;
+    int holgura = 0;
+    int elastica = -1;
+    for (int i = 0; i < columnas.size(); ++i) {
+        const Columna &columna = columnas.at(i);
+        contenidos[i] = std::max(contenidos.at(i), sizeHintForColumn(i));
+        const int contenido = columna.formato.isEmpty() ? std::min(contenidos.at(i), columna.ancho) : contenidos.at(i);
+        minimos.append(std::max(contenido, horizontalHeader()->sectionSizeHint(i)));
+        anchos.append(std::max(columna.ancho, minimos.at(i)));
+        total += anchos.at(i);
+        holgura += anchos.at(i) - minimos.at(i);
+        if (columna.formato.isEmpty() && columna.bloqueada
+            && (elastica < 0 || columna.ancho > columnas.at(elastica).ancho))
+            elastica = i;
+    }
+    const int sobra = viewport()->width() - total;
+    const double cesion = holgura > 0 ? std::clamp(-1.0 * sobra / holgura, 0.0, 1.0) : 0;
+    for (int i = 0; i < columnas.size(); ++i) {
+        const int cedido = static_cast<int>(cesion * (anchos.at(i) - minimos.at(i)) + 0.999);
+        setColumnWidth(i, anchos.at(i) - std::min(cedido, anchos.at(i) - minimos.at(i))
+                              + (i == elastica ? std::max(0, sobra) : 0));
+    }
+}
+
+void SSOleDBGrid::resizeEvent(QResizeEvent *evento)
+{
+    QTableWidget::resizeEvent(evento);
+    AjustarColumnas();
+}
+
+void SSOleDBGrid::changeEvent(QEvent *evento)
+{
+    QTableWidget::changeEvent(evento);
+    if (evento->type() == QEvent::EnabledChange && rowCount() > 0)
+        setRowHidden(rowCount() - 1, !isEnabled());
+}
+
+} // namespace SSDataWidgets_B_OLEDB

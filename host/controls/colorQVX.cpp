@@ -1,0 +1,159 @@
+#include "controls/colorQVX.h"
+
+#include <QPalette>
+
+namespace coloresQVX
+{
+
+namespace
+{
+
+struct Color {
+    const char *nombre;
+    const char *valor;
+};
+
+// The colours, by the name that the sheet below calls them.
+constexpr Color Colores[] = {
+    {"@fondo", "#f3f5f8"},  {"@superficie", "#ffffff"},  {"@alterna", "#f4f8fc"}, {"@borde", "#b9c3ce"},
+    {"@texto", "#1b2733"},  {"@suave", "#566474"},       {"@fijo", "#e8ecf1"},    {"@apagado", "#7a8694"},
+    {"@acento", "#1f6fb2"}, {"@sobreAcento", "#ffffff"}, {"@roce", "#e2eefa"},    {"@pulsado", "#c9e0f5"},
+    {"@reposo", "#cfdfee"},
+};
+
+// A border that grows with the focus takes its pixel from the padding, so that nothing moves.
+constexpr char Hoja[] = R"(
+QDialog { background-color: @fondo; }
+QMessageBox { messagebox-critical-icon: url(:/controls/mensaje_critico.svg);
+              messagebox-question-icon: url(:/controls/mensaje_pregunta.svg);
+              messagebox-warning-icon: url(:/controls/mensaje_exclamacion.svg);
+              messagebox-information-icon: url(:/controls/mensaje_informacion.svg); }
+QLabel#qt_msgbox_informativelabel { color: @suave; }
+QLabel, QCheckBox { color: @texto; }
+QLabel:disabled, QCheckBox:disabled { color: @suave; }
+
+QLineEdit { background-color: @superficie; color: @texto; border: 1px solid @borde; border-radius: 4px;
+            padding: 3px 6px; selection-background-color: @acento; selection-color: @sobreAcento; }
+QLineEdit:focus { border: 2px solid @acento; padding: 2px 5px; }
+QLineEdit:read-only, QLineEdit:disabled { background-color: @fijo; color: @texto; }
+QAbstractItemView QLineEdit { border-radius: 0; padding: 0 2px; }
+QAbstractItemView QLineEdit:focus { border: 1px solid @acento; padding: 0 2px; }
+
+QCheckBox { border: 1px solid transparent; border-radius: 4px; padding: 3px; spacing: 6px; }
+QCheckBox:focus { border-color: @acento; }
+
+QGroupBox { border: 1px solid @borde; border-radius: 6px; background-color: @superficie; color: @texto;
+            font-weight: bold; margin-top: 1.4em; padding: 8px 6px 6px 6px; }
+QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; left: 2px; padding: 0 2px; }
+
+QToolBar { background-color: @superficie; border: none; border-bottom: 1px solid @borde; padding: 3px 8px;
+           spacing: 2px; }
+QToolBar::separator { background-color: @borde; width: 1px; margin: 6px 6px; }
+QToolButton { background-color: transparent; color: @texto; border: 1px solid transparent; border-radius: 4px;
+              padding: 4px 7px; }
+QToolButton#qt_toolbar_ext_button { padding: 0; }
+QToolButton:disabled { color: @apagado; }
+QToolButton:hover { background-color: @roce; }
+QToolButton:pressed { background-color: @pulsado; }
+QToolButton:focus { border-color: @acento; }
+
+QPushButton { background-color: @superficie; color: @texto; border: 1px solid @borde; border-radius: 4px;
+              padding: 5px 16px; min-width: 4.5em; }
+QPushButton:default { border-color: @acento; }
+QPushButton:hover { background-color: @roce; }
+QPushButton:pressed { background-color: @pulsado; }
+QPushButton:focus { border: 2px solid @acento; padding: 4px 15px; }
+QPushButton:disabled { color: @apagado; background-color: @fijo; }
+
+QAbstractItemView { background-color: @superficie; alternate-background-color: @alterna; color: @texto;
+                    border: 1px solid @borde; border-radius: 4px; padding: 1px; outline: none; gridline-color: @borde;
+                    selection-background-color: @acento; selection-color: @sobreAcento; }
+QAbstractItemView:focus { border: 2px solid @acento; padding: 0; }
+QAbstractItemView:disabled { background-color: @fijo; color: @texto; }
+QTreeView::item { padding: 3px 4px; }
+QHeaderView { background-color: @fijo; border: none; border-radius: 0; padding: 0; font-weight: bold; }
+QHeaderView::section { background-color: @fijo; color: @texto; border: none; border-right: 1px solid @borde;
+                       border-bottom: 1px solid @borde; padding: 5px 6px; }
+QTableCornerButton::section { background-color: @fijo; border: none; border-right: 1px solid @borde;
+                              border-bottom: 1px solid @borde; }
+
+QTabWidget::pane { border: 1px solid @borde; border-radius: 4px; top: -1px; background-color: @fondo; }
+QTabBar::tab { background-color: @fijo; color: @suave; border: 1px solid @borde; padding: 6px 16px; margin-right: 2px;
+               border-top-left-radius: 4px; border-top-right-radius: 4px; }
+QTabBar::tab:hover { background-color: @roce; }
+QTabBar::tab:selected { background-color: @fondo; color: @texto; border-bottom-color: @fondo;
+                        border-top: 3px solid @acento; padding-top: 4px; }
+QTabBar::tab:selected:focus { background-color: @pulsado; }
+
+QTextEdit { background-color: @superficie; color: @texto; border: 1px solid @borde; border-radius: 4px;
+            selection-background-color: @acento; selection-color: @sobreAcento; }
+
+QScrollBar { background-color: @fondo; border: none; }
+QScrollBar:vertical { width: 13px; }
+QScrollBar:horizontal { height: 13px; }
+QScrollBar::handle { background-color: @borde; border-radius: 4px; margin: 2px; }
+QScrollBar::handle:vertical { min-height: 28px; }
+QScrollBar::handle:horizontal { min-width: 28px; }
+QScrollBar::handle:hover { background-color: @apagado; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background-color: transparent; }
+
+QMenu { background-color: @superficie; color: @texto; border: 1px solid @borde; }
+QMenu::item { padding: 5px 20px; }
+QMenu::item:selected { background-color: @roce; }
+QMenu::item:disabled { color: @apagado; }
+QToolTip { background-color: @superficie; color: @texto; border: 1px solid @borde; padding: 3px; }
+)";
+
+QColor Tono(const char *nombre)
+{
+    for (const Color &color : Colores)
+        if (qstrcmp(color.nombre, nombre) == 0)
+            return QColor(color.valor);
+    return {};
+}
+
+QString HojaConColores()
+{
+    QString hoja = Hoja;
+    for (const Color &color : Colores)
+        hoja.replace(color.nombre, color.valor);
+    return hoja;
+}
+
+QPalette Paleta()
+{
+    QPalette paleta(Tono("@fondo"), Tono("@fondo"));
+    const QColor texto = Tono("@texto");
+    for (const auto papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        paleta.setColor(papel, texto);
+    for (const auto papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        paleta.setColor(QPalette::Disabled, papel, Tono("@suave"));
+    paleta.setColor(QPalette::Base, Tono("@superficie"));
+    paleta.setColor(QPalette::AlternateBase, Tono("@alterna"));
+    paleta.setColor(QPalette::PlaceholderText, Tono("@suave"));
+    paleta.setColor(QPalette::Highlight, Tono("@acento"));
+    paleta.setColor(QPalette::HighlightedText, Tono("@sobreAcento"));
+    // What is selected stays visible, and legible, while another control has the focus.
+    paleta.setColor(QPalette::Inactive, QPalette::Highlight, Tono("@reposo"));
+    paleta.setColor(QPalette::Inactive, QPalette::HighlightedText, texto);
+    return paleta;
+}
+
+} // namespace
+
+void colorQVX::Aplicar()
+{
+    if (parentWidget())
+        AplicarA(*parentWidget());
+}
+
+// On the window itself and not on the application, which is the host's and may have another look.
+void colorQVX::AplicarA(QWidget &ventana)
+{
+    ventana.setPalette(Paleta());
+    ventana.setAutoFillBackground(true);
+    ventana.setStyleSheet(HojaConColores());
+}
+
+} // namespace coloresQVX

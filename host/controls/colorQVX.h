@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QWidget>
+
+namespace coloresQVX
+{
+
+// The host's colour scheme, placed invisibly on a form.
+class colorQVX : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit colorQVX(QWidget *padre = nullptr) : QWidget(padre) { hide(); }
+
+    // Applies the scheme to the form that the control stands on.
+    void Aplicar();
+    // Likewise to a window that has no such control.
+    static void AplicarA(QWidget &ventana);
+};
+
+} // namespace coloresQVX

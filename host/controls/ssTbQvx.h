@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QTabWidget>
+
+namespace ssTabQvx
+{
+
+// The host's tab control; pages are numbered from 0. Enter moves on as Tab does, through KeyPress(13).
+class ssTbQvx : public QTabWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(int Tab READ Tab WRITE setTab)
+
+public:
+    explicit ssTbQvx(QWidget *padre = nullptr);
+
+    int Tab() const { return currentIndex(); }
+    void setTab(int pagina) { setCurrentIndex(pagina); }
+
+Q_SIGNALS:
+    void Click(int pagina); // another page was chosen, by the person or in code
+    void KeyPress(int codigo);
+
+protected:
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
+};
+
+} // namespace ssTabQvx

@@ -1,0 +1,297 @@
+#include "controls/txtQVX.h"
+
+#include "controls/Formulario.h"
+#include "controls/ValidadorNumero.h"
+#include "data/ErrorEjecucion.h"
+#include "data/Texto.h"
+#include "session/Catalogos.h"
+#include "session/Interaccion.h"
+#include "session/Sesion.h"
+#include "session/Sistema.h"
+
+#include <QFocusEvent>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QToolButton>
+#include <algorithm>
+
+namespace textoQVX
+{
+
+namespace
+{
+
+// A menu over the box, or another window over the form, does not leave the box.
+bool EsSalida(Qt::FocusReason motivo)
+{
+    return motivo != Qt::PopupFocusReason && motivo != Qt::ActiveWindowFocusReason;
+}
+
+} // namespace
+
+txtQVX::txtQVX(QWidget *padre)
+    : QWidget(padre)
+    , linea(new QLineEdit(this))
+    , boton(new QToolButton(this))
+    , validador(new qvx::ValidadorNumero(this))
+    , largo(linea->maxLength())
+{
+    boton->setIcon(QIcon(":/controls/buscar.svg"));
+    boton->setToolTip("Buscar (F3)");
+    boton->setAccessibleName("Buscar");
+    boton->setFocusPolicy(Qt::NoFocus);
+
+    auto *fila = new QHBoxLayout(this);
+    fila->setContentsMargins(0, 0, 0, 0);
+    fila->setSpacing(2);
+    fila->addWidget(linea);
+    fila->addWidget(boton);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+
+    setFocusProxy(linea);
+    setFocusPolicy(Qt::StrongFocus);
+    linea->installEventFilter(this);
+    connect(linea, &QLineEdit::textEdited, this, &txtQVX::AlEscribir);
+    connect(boton, &QToolButton::clicked, this, &txtQVX::Buscar);
+    AjustarBoton();
+}
+
+QString txtQVX::Text() const
+{
+    return linea->text();
+}
+
+void txtQVX::setText(const QString &texto)
+{
+    const QString anterior = Text();
+    Poner(texto);
+    LlenarDescripcion();
+    if (Text() != anterior)
+        Q_EMIT Change();
+}
+
+double txtQVX::Numero() const
+{
+    return numero ? *numero : qvx::TextoANumero(Text()).value_or(0);
+}
+
+void txtQVX::setNumero(double nuevo)
+{
+    const QString anterior = Text();
+    Poner(formatoNumero.isEmpty() ? qvx::NumeroATexto(nuevo) : qvx::NumeroConFormato(nuevo, formatoNumero));
+    numero = nuevo;
+    if (Text() != anterior)
+        Q_EMIT Change();
+}
+
+QString txtQVX::NumeroSQL() const
+{
+    return qvx::NumeroATexto(Numero());
+}
+
+void txtQVX::Poner(const QString &texto)
+{
+    pendiente = false;
+    numero.reset();
+    validador->setConSigno(texto.startsWith(QLatin1Char('-')));
+    if (texto != Text())
+        linea->setText(texto);
+    if (!linea->hasFocus())
+        linea->home(false); // a text that is too long shows its beginning
+}
+
+void txtQVX::Elegir(const QString &clave)
+{
+    setText(formato.isEmpty() ? clave : qvx::ClaveConFormato(clave, formato));
+    Q_EMIT Confirmado();
+    Q_EMIT Resuelto();
+}
+
+void txtQVX::ConfirmarEntrada()
+{
+    if (pendiente)
+        Elegir(Text());
+}
+
+void txtQVX::AlEscribir()
+{
+    if (!catalogo.isEmpty() && Text() != Text().toUpper()) {
+        const int posicion = linea->cursorPosition();
+        linea->setText(Text().toUpper());
+        linea->setCursorPosition(posicion);
+    }
+    numero.reset();
+    pendiente = true;
+    PonerDescripcion({});
+    Q_EMIT Change();
+}
+
+void txtQVX::Buscar()
+{
+    if (!OfreceBusqueda())
+        return;
+    try {
+        const QString clave = qvx::Sesion::Actual().Interaccion().BuscarEnCatalogo(catalogo, 0, {}, font(), window());
+        if (!clave.isEmpty())
+            Elegir(clave);
+    } catch (const qvx::ErrorEjecucion &error) {
+        Avisar(error);
+    }
+}
+
+// Without a session there is neither a catalogue nor anyone to tell.
+void txtQVX::Avisar(const qvx::ErrorEjecucion &error)
+{
+    if (qvx::Sesion::Abierta())
+        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", window()->winId(), "QVX",
+                               "ERR-ID:1000001");
+}
+
+void txtQVX::LlenarDescripcion()
+{
+    if (catalogo.isEmpty())
+        return;
+    try {
+        PonerDescripcion(Text().isEmpty() ? QString() : qvx::DescripcionDeCatalogo(catalogo, Text()));
+    } catch (const qvx::ErrorEjecucion &error) {
+        PonerDescripcion({});
+        Avisar(error);
+    }
+}
+
+void txtQVX::PonerDescripcion(const QString &descripcion)
+{
+    if (cajaDescripcion.isEmpty())
+        return;
+    if (auto *caja = Raiz()->findChild<txtQVX *>(cajaDescripcion))
+        caja->setText(descripcion);
+}
+
+// The form that the box stands on; two forms of one window may name their boxes alike.
+QWidget *txtQVX::Raiz() const
+{
+    for (QWidget *control = parentWidget(); control; control = control->parentWidget())
+        if (qobject_cast<qvx::Formulario *>(control))
+            return control;
+    return window();
+}
+
+bool txtQVX::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (objeto == linea && evento->type() == QEvent::KeyPress)
+        return AlPulsar(*static_cast<QKeyEvent *>(evento));
+    // A form that is being closed has no use for what was typed last.
+    if (objeto == linea && evento->type() == QEvent::FocusOut && Raiz()->isVisible()
+        && EsSalida(static_cast<QFocusEvent *>(evento)->reason()))
+        ConfirmarEntrada();
+    return QWidget::eventFilter(objeto, evento);
+}
+
+bool txtQVX::AlPulsar(const QKeyEvent &tecla)
+{
+    switch (tecla.key()) {
+    case Qt::Key_F3:
+        if (!OfreceBusqueda())
+            return false;
+        Buscar();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        ConfirmarEntrada();
+        if (linea->hasFocus())
+            focusNextPrevChild(true);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void txtQVX::changeEvent(QEvent *evento)
+{
+    QWidget::changeEvent(evento);
+    if (evento->type() == QEvent::EnabledChange)
+        AjustarBoton();
+    if (evento->type() == QEvent::PaletteChange)
+        AjustarPaleta();
+}
+
+bool txtQVX::OfreceBusqueda() const
+{
+    return !catalogo.isEmpty() && isEnabled() && !SoloLectura();
+}
+
+void txtQVX::AjustarBoton()
+{
+    boton->setVisible(OfreceBusqueda());
+}
+
+void txtQVX::AjustarPaleta()
+{
+    QPalette paleta; // an empty one: that of the form
+    if (SoloLectura())
+        paleta.setColor(QPalette::Base, palette().color(QPalette::Window));
+    linea->setPalette(paleta);
+}
+
+void txtQVX::AjustarLargo()
+{
+    validador->setLargo(largo);
+    linea->setMaxLength(numerico ? std::max(largo, 32767) : largo); // the validator refuses where the box would cut
+}
+
+void txtQVX::setCatalogo(const QString &codigo)
+{
+    catalogo = codigo;
+    AjustarBoton();
+}
+
+void txtQVX::setNumerico(bool valor)
+{
+    numerico = valor;
+    linea->setValidator(valor ? validador : nullptr);
+    linea->setAlignment((valor ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    AjustarLargo();
+}
+
+bool txtQVX::SoloLectura() const
+{
+    return linea->isReadOnly();
+}
+
+void txtQVX::setSoloLectura(bool valor)
+{
+    linea->setReadOnly(valor);
+    setFocusPolicy(valor ? Qt::ClickFocus : Qt::StrongFocus);
+    AjustarPaleta();
+    AjustarBoton();
+}
+
+int txtQVX::MaxLength() const
+{
+    return largo;
+}
+
+void txtQVX::setMaxLength(int nuevo)
+{
+    largo = nuevo;
+    AjustarLargo();
+}
+
+QString txtQVX::NombreAccesible() const
+{
+    return linea->accessibleName();
+}
+
+void txtQVX::setNombreAccesible(const QString &nombre)
+{
+    linea->setAccessibleName(nombre);
+}
+
+bool txtQVX::Lista() const
+{
+    return isVisible() && isEnabled() && !SoloLectura();
+}
+
+} // namespace textoQVX

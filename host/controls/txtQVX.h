@@ -1,0 +1,116 @@
+#pragma once
+
+#include "controls/EntradaPendiente.h"
+
+#include <QFont>
+#include <QWidget>
+#include <optional>
+
+class QKeyEvent;
+class QLineEdit;
+class QToolButton;
+
+namespace qvx
+{
+class ErrorEjecucion;
+class ValidadorNumero;
+} // namespace qvx
+
+namespace textoQVX
+{
+
+// The host's text box. Plain, numeric, or a lookup over a catalogue: then it carries a search button (also F3), shapes
+// the key with its mask when it is left, and fills its description box ("" when the key is unknown or retired).
+class txtQVX : public QWidget, public qvx::EntradaPendiente
+{
+    Q_OBJECT
+    Q_PROPERTY(QString Text READ Text WRITE setText NOTIFY Change USER true)
+    Q_PROPERTY(QString Formato READ Formato WRITE setFormato)
+    Q_PROPERTY(QString Catalogo READ Catalogo WRITE setCatalogo)
+    Q_PROPERTY(QString CajaDescripcion READ CajaDescripcion WRITE setCajaDescripcion)
+    Q_PROPERTY(bool Numerico READ Numerico WRITE setNumerico)
+    Q_PROPERTY(QString FormatoNumero READ FormatoNumero WRITE setFormatoNumero)
+    Q_PROPERTY(bool SoloLectura READ SoloLectura WRITE setSoloLectura)
+    Q_PROPERTY(int MaxLength READ MaxLength WRITE setMaxLength)
+    Q_PROPERTY(QString NombreAccesible READ NombreAccesible WRITE setNombreAccesible)
+
+public:
+    explicit txtQVX(QWidget *padre = nullptr);
+
+    QString Text() const;
+    // Puts a text; a lookup box then fills its description at once. Raises Change when the text becomes another one.
+    void setText(const QString &texto);
+
+    // Of a numeric box: the number it holds, 0 when it is empty.
+    double Numero() const;
+    // Shows the number in FormatoNumero ("" : plain text form), and holds it unrounded.
+    void setNumero(double numero);
+    // The number as a statement takes it, e.g. "1234.5"; "0" when the box is empty.
+    QString NumeroSQL() const;
+
+    // Puts a key as if the person had typed it and left the box: text, description, Confirmado, Resuelto.
+    void Elegir(const QString &clave);
+
+    QString Formato() const { return formato; }
+    void setFormato(const QString &mascara) { formato = mascara; }
+    QString Catalogo() const { return catalogo; }
+    void setCatalogo(const QString &codigo);
+    QString CajaDescripcion() const { return cajaDescripcion; }
+    // Name of the text box of the same window that shows the description.
+    void setCajaDescripcion(const QString &nombre) { cajaDescripcion = nombre; }
+    bool Numerico() const { return numerico; }
+    // A numeric box takes digits, one decimal mark and thousands separators, and nothing else.
+    void setNumerico(bool valor);
+    QString FormatoNumero() const { return formatoNumero; }
+    void setFormatoNumero(const QString &nuevo) { formatoNumero = nuevo; }
+    bool SoloLectura() const;
+    // Shown, selectable and copied, but not typed into; it is no stop of the Tab key.
+    void setSoloLectura(bool valor);
+    int MaxLength() const;
+    void setMaxLength(int largo);
+    QString NombreAccesible() const;
+    void setNombreAccesible(const QString &nombre);
+    // Whether it can take the focus now: visible, enabled, not read-only.
+    bool Lista() const;
+
+    // Shapes and looks up what was typed since the box was last confirmed; nothing pending: nothing happens.
+    void ConfirmarEntrada() override;
+    // Opens the catalogue's search dialog; a choice counts as Elegir.
+    void Buscar();
+
+Q_SIGNALS:
+    void Change();     // the text is another one
+    void Confirmado(); // the lookup has filled (or emptied) the description, or the box was left after typing
+    void Resuelto();   // after the handlers of Confirmado
+
+protected:
+    void changeEvent(QEvent *evento) override;
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
+
+private:
+    void AlEscribir();
+    bool AlPulsar(const QKeyEvent &tecla);
+    bool OfreceBusqueda() const;
+    QWidget *Raiz() const;
+    void Poner(const QString &texto);
+    void PonerDescripcion(const QString &descripcion);
+    void LlenarDescripcion();
+    void Avisar(const qvx::ErrorEjecucion &error);
+    void AjustarBoton();
+    void AjustarPaleta();
+    void AjustarLargo();
+
+    QLineEdit *linea;
+    QToolButton *boton;
+    qvx::ValidadorNumero *validador;
+    QString formato;
+    QString catalogo;
+    QString cajaDescripcion;
+    QString formatoNumero;
+    std::optional<double> numero; // put in code; a typed one is in the text alone
+    int largo;
+    bool numerico = false;
+    bool pendiente = false;
+};
+
+} // namespace textoQVX

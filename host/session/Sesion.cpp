@@ -1,0 +1,46 @@
+#include "session/Sesion.h"
+
+#include "data/Conexion.h"
+#include "data/ErrorEjecucion.h"
+#include "session/Interaccion.h"
+
+namespace qvx
+{
+
+namespace
+{
+
+Sesion *actual = nullptr;
+
+}
+
+Sesion::Sesion(std::unique_ptr<qvx::Conexion> conexion_, QString operador_,
+               std::unique_ptr<qvx::Interaccion> interaccion_, Reloj reloj_)
+    : conexion(std::move(conexion_))
+    , operador(std::move(operador_))
+    , interaccion(std::move(interaccion_))
+    , reloj(std::move(reloj_))
+{
+    if (actual)
+        throw ErrorEjecucion(errores::ObjetoNoEstablecido, "Ya hay una sesión abierta");
+    actual = this;
+}
+
+Sesion::~Sesion()
+{
+    actual = nullptr;
+}
+
+Sesion &Sesion::Actual()
+{
+    if (!actual)
+        throw ErrorEjecucion(errores::ObjetoNoEstablecido, "No hay una sesión abierta");
+    return *actual;
+}
+
+bool Sesion::Abierta()
+{
+    return actual != nullptr;
+}
+
+} // namespace qvx
