@@ -1,0 +1,70 @@
+#include "app/Componente.h"
+
+#include "component/IPantalla.h"
+#include "data/ErrorEjecucion.h"
+#include "session/Registro.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLibrary>
+#include <QVariant>
+#include <QWidget>
+
+namespace
+{
+
+[[noreturn]] void Fallar(const QString &que)
+{
+    throw qvx::ErrorEjecucion(qvx::errores::ObjetoNoEstablecido, "No se pudo cargar la pantalla KT580: " + que);
+}
+
+QFunctionPointer Entrada(QLibrary &biblioteca, const char *nombre)
+{
+    const QFunctionPointer entrada = biblioteca.resolve(nombre);
+    if (!entrada)
+        Fallar(biblioteca.errorString());
+    return entrada;
+}
+
+// The library stays loaded for the life of the process: the toolkit keeps types that were registered from it.
+QString Biblioteca()
+{
+    auto registrada = qvx::registro::Buscar(KT580::ClavePantalla);
+    if (registrada && registrada->version == QVX_VERSION && QFileInfo(registrada->biblioteca).isFile())
+        return registrada->biblioteca;
+
+    QLibrary vecina(QCoreApplication::applicationDirPath() + "/libKT580.so");
+    const auto registrar = reinterpret_cast<com::FnSinArgumentos>(Entrada(vecina, "DllRegisterServer"));
+    if (registrar() != com::S_OK)
+        Fallar("no se pudo registrar en " + qvx::registro::Archivo());
+    registrada = qvx::registro::Buscar(KT580::ClavePantalla);
+    if (!registrada)
+        Fallar("su clase no quedó registrada");
+    return registrada->biblioteca;
+}
+
+} // namespace
+
+QWidget *CrearPantalla()
+{
+    QLibrary biblioteca(Biblioteca());
+    const auto objetoDeClase = reinterpret_cast<com::FnDllGetClassObject>(Entrada(biblioteca, "DllGetClassObject"));
+
+    void *objeto = nullptr;
+    if (objetoDeClase(KT580::CLSID_Pantalla, com::IID_IClassFactory, &objeto) != com::S_OK)
+        Fallar("no tiene la clase Pantalla");
+    auto *fabrica = static_cast<com::IClassFactory *>(objeto);
+    const com::HRESULT creada = fabrica->CreateInstance(nullptr, KT580::IID_IPantalla, &objeto);
+    fabrica->Release();
+    if (creada != com::S_OK)
+        Fallar("no se pudo crear la clase Pantalla");
+
+    auto *clase = static_cast<KT580::IPantalla *>(objeto);
+    QVariant pantalla;
+    const com::HRESULT obtenida = clase->GetPantalla(&pantalla);
+    clase->Release();
+    auto *ventana = qobject_cast<QWidget *>(pantalla.value<QObject *>());
+    if (obtenida != com::S_OK || !ventana)
+        Fallar("la clase Pantalla no dio su pantalla");
+    return ventana;
+}

@@ -1,0 +1,22 @@
+#include "component/Publico.h"
+
+namespace Publico
+{
+
+std::unique_ptr<qvx::Sistema> Sistema;
+std::unique_ptr<qvx::Utilerias> Utilerias;
+QString strSQL;
+int Vivo::cuantos = 0;
+
+void Main()
+{
+    Sistema = std::make_unique<qvx::Sistema>();
+    Utilerias = std::make_unique<qvx::Utilerias>();
+}
+
+QString Identificador(int numero)
+{
+    return "ERR-ID:" + QString::number(numero);
+}
+
+} // namespace Publico

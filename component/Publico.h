@@ -1,0 +1,40 @@
+#pragma once
+
+#include "session/Sistema.h"
+#include "session/Utilerias.h"
+
+#include <QString>
+#include <memory>
+
+// The state that every form of the component shares, from the first object of the component to its unloading.
+namespace Publico
+{
+
+extern std::unique_ptr<qvx::Sistema> Sistema;
+extern std::unique_ptr<qvx::Utilerias> Utilerias;
+
+// The statement being built. One for all procedures: they run on one thread, and none builds a statement between
+// another's building and running its own.
+extern QString strSQL;
+
+// The start-up procedure, run once when the first object is created.
+void Main();
+
+// The text of an error identifier, "ERR-ID:7500001".
+QString Identificador(int numero);
+
+// Who is alive and holds the component loaded: objects and forms, each by a member of this type.
+class Vivo
+{
+public:
+    Vivo() { ++cuantos; }
+    ~Vivo() { --cuantos; }
+    Vivo(const Vivo &) = delete;
+    Vivo &operator=(const Vivo &) = delete;
+    static int Cuantos() { return cuantos; }
+
+private:
+    static int cuantos;
+};
+
+} // namespace Publico

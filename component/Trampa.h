@@ -1,0 +1,78 @@
+#pragma once
+
+#include "component/Forma.h"
+#include "data/Conexion.h"
+#include "data/ErrorEjecucion.h"
+#include "session/Interaccion.h"
+
+// The error traps of the component's procedures. A trap reports the run-time error with its procedure's own identifier
+// and leaves the procedure; it undoes nothing.
+namespace Trampa
+{
+
+// Main screen and part dialog: the title is the procedure's name.
+template <class Pasos>
+void en(Forma &forma, const QString &procedimiento, int identificador, Pasos &&pasos)
+{
+    try {
+        pasos();
+    } catch (const qvx::ErrorEjecucion &error) {
+        forma.Mensaje(error.Descripcion(), qvx::mensaje::Critico, procedimiento, identificador);
+    }
+}
+
+// Service editor: the title is "ERROR", and the text begins with the procedure's name.
+inline void ReportarEnEditor(Forma &forma, const QString &procedimiento, int identificador, const QString &descripcion)
+{
+    forma.Mensaje(procedimiento + " - \r\n" + descripcion, qvx::mensaje::Critico, "ERROR", identificador);
+}
+
+template <class Pasos>
+void enEditor(Forma &forma, const QString &procedimiento, int identificador, Pasos &&pasos)
+{
+    try {
+        pasos();
+    } catch (const qvx::ErrorEjecucion &error) {
+        ReportarEnEditor(forma, procedimiento, identificador, error.Descripcion());
+    }
+}
+
+// Steps of a save in the editor that have an identifier of their own: the transaction is taken back before the report.
+template <class Pasos>
+bool deshaciendo(Forma &forma, const QString &procedimiento, int identificador, Pasos &&pasos)
+{
+    try {
+        pasos();
+        return true;
+    } catch (const qvx::ErrorEjecucion &error) {
+        Publico::Sistema->Conexion().RollbackTrans();
+        ReportarEnEditor(forma, procedimiento, identificador, error.Descripcion());
+        return false;
+    }
+}
+
+// Events that have no trap of their own: the host reports the error, so that it never crosses the toolkit.
+template <class Pasos>
+void delHost(Forma &forma, Pasos &&pasos)
+{
+    try {
+        pasos();
+    } catch (const qvx::ErrorEjecucion &error) {
+        Publico::Sistema->Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", forma.hWnd(), "QVX",
+                                  "ERR-ID:1000000");
+    }
+}
+
+// Functions whose caller reports: false, and the description in the text given.
+template <class Pasos>
+bool guardando(QString &textoError, Pasos &&pasos)
+{
+    try {
+        return pasos();
+    } catch (const qvx::ErrorEjecucion &error) {
+        textoError = error.Descripcion();
+        return false;
+    }
+}
+
+} // namespace Trampa

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "component/Forma.h"
+
+#include <memory>
+
+namespace Ui
+{
+class frmAddParte;
+}
+
+// The dialog that adds a part under another or changes a part's description.
+class frmAddParte : public Forma
+{
+    Q_OBJECT
+
+public:
+    // The main screen it works for: the dialog takes its parent object, and its fields from the caller.
+    explicit frmAddParte(Forma &pantalla);
+    ~frmAddParte() override;
+
+    bool Nuevo = false;    // set by the caller: true creates a part, false changes one
+    bool Aceptado = false; // true once the row was saved
+
+    void LlenarTipo(const QString &tipoEquipo, const QString &nombreTipo);
+    void LlenarPadre(const QString &padre, const QString &ruta);
+    void LlenarParte(const QString &clave, const QString &descripcion);
+    QString Clave() const;
+    QString Texto() const;
+
+protected:
+    void Form_Load() override;
+    void Form_Activate() override;
+
+private:
+    void cmdAceptar();
+    bool Validar();
+    QString Insertar() const;
+    QString Actualizar() const;
+
+    std::unique_ptr<Ui::frmAddParte> ui;
+    Forma &pantalla;
+    QString operador; // audit values of the accept that is running
+    QString fecha;
+};

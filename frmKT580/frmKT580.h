@@ -1,0 +1,108 @@
+#pragma once
+
+#include "component/Forma.h"
+
+#include <memory>
+
+namespace Ui
+{
+class frmKT580;
+}
+
+namespace comunesQVX
+{
+class Nodo;
+}
+
+class frmServicio;
+
+// The main screen: equipment type, toolbar, tree of parts, list of services.
+class frmKT580 : public Forma
+{
+    Q_OBJECT
+
+public:
+    // The single instance, made (and loaded) when there is none; a closed screen counts as none.
+    static frmKT580 &Instancia();
+    ~frmKT580() override;
+
+    // The parent key of a part, "" when there is no such part. No trap: data errors go to the caller.
+    QString GetPartePadre(const QString &tipoEquipo, const QString &tepId);
+    // Sets the state of a part and of every part below it ("BA" retires, "AC" reactivates). Inside the caller's
+    // transaction; true when it ran to its end.
+    bool Update_Partes(const QString &tipoEquipo, const QString &parte, const QString &estado);
+    // Deletes the row of a part that has no services. Inside the caller's transaction; false when it has some, which
+    // has been told, or when a statement failed.
+    bool Eliminar_Partes(const QString &tipoEquipo, const QString &parte);
+    // Moves a service of the selected part, with its lines, to the part that a tree node's text names.
+    void Copia_Servicio(const QString &folio, const QString &textoDestino);
+
+protected:
+    void Form_Load() override;
+    void Form_Activate() override;
+    void Form_Resize() override;
+    void Form_Unload() override;
+    void hideEvent(QHideEvent *evento) override;
+
+private:
+    // Captions of the exchange as XML. It is not there yet, and a button without a caption is hidden.
+    static inline const QString ExportarXml;
+    static inline const QString ImportarXml;
+
+    frmKT580();
+    void ConectarEventos();
+
+    // Main screen
+    void txtTipoEquipo_Change();
+    void txtTipoEquipo_Validate();
+    void txtTipoEquipo_Seleccion();
+    void Controles_Info();
+    void Controles_B1Click();
+    void Controles_B2Click();
+    void Controles_B3Click();
+    void CopiarPlan(const QString &origen, const QString &destino);
+    void LimpiarControles();
+    bool TipoValido() const;
+
+    // Tree of parts
+    void CargarPartes();
+    void AddSubParte(const QString &padre);
+    void tvPartes_AfterLabelEdit(bool &cancelar, QString &texto);
+    void tvPartes_KeyDown(int codigo);
+    void tvPartes_NodeClick(comunesQVX::Nodo *nodo);
+    void tvPartes_Redibujar(comunesQVX::Nodo *nodo);
+    static bool DadaDeBaja(const comunesQVX::Nodo *nodo);
+    QString TomarParte();
+    void SeleccionarParte(const QString &clave);
+
+    // Parts
+    void Controles_Nuevo();
+    void Controles_Editar();
+    void SeleccionarPadreDe(const QString &clave);
+    void Controles_Eliminar();
+    void Controles_Reactivar();
+    void ReactivarPadre(const QString &tipoEquipo, const QString &padre, const QString &operador, const QString &fecha);
+    bool Eliminar_Parte();
+    void SellarPadre(const QString &tipoEquipo, const QString &padre);
+
+    // Drag and drop
+    void lvServicios_OLEStartDrag(QString &texto);
+    void tvPartes_OLEDragOver(const QPoint &posicion);
+    void tvPartes_OLEDragDrop(const QString &texto);
+
+    // List of services
+    void LlenarServicios();
+    void lvServicios_DblClick();
+    void lvServicios_KeyDown(int codigo);
+    bool Eliminar_Servicio();
+    bool Nuevo_Servicio();
+    QString FiltroServicios(const QString &tipoEquipo, const QString &parte) const;
+    void PrepararEditor(frmServicio &editor, const QString &ruta);
+
+    std::unique_ptr<Ui::frmKT580> ui;
+    QString formatoParte;
+    QString parteActual;
+    QString textoError; // why a Boolean command function answered false
+    bool tipoValido = false;
+    bool activada = false;
+};

@@ -1,0 +1,93 @@
+// The commands that add a part and change one: they prepare the part dialog and show the tree anew when it saved.
+
+#include "component/PunteroReloj.h"
+#include "component/Trampa.h"
+#include "controls/Comunes.h"
+#include "controls/txtQVX.h"
+#include "data/Conexion.h"
+#include "data/Texto.h"
+#include "frmKT580/frmAddParte.h"
+#include "frmKT580/frmKT580.h"
+#include "ui_frmKT580.h"
+
+using namespace Publico;
+
+void frmKT580::Controles_Nuevo()
+{
+    Trampa::en(*this, "Controles_Nuevo()", 7500004, [&] {
+        if (!ui->tvPartes->SelectedItem())
+            return;
+        const QString padre = TomarParte();
+        const QString tipoEquipo = ui->txtTipoEquipo->Text();
+        const QString clave = QString::number(Utilerias->SiguienteClave(
+            "Tipo_Equipo_Parte", "Tep_ID", "Te_Cve_Tipo_Equipo", tipoEquipo, "", "", "", "", ""));
+        strSQL = "SELECT dbo.Get_Ruta_Parte_Tipo_Equipo('" + tipoEquipo + "','" + padre + "')AS Descripcion ";
+        const auto ruta = Sistema->Conexion().Execute(strSQL);
+        if (ruta.Eof()) {
+            Advertir("No se encontró la ruta de la parte", 7500003);
+            return;
+        }
+        frmAddParte dialogo(*this);
+        dialogo.Nuevo = true;
+        dialogo.Cargar();
+        dialogo.LlenarPadre(padre, padre == "0000" ? QString("RAIZ") : ruta["Descripcion"]);
+        dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
+        dialogo.LlenarParte(qvx::ClaveConFormato(clave, formatoParte), "");
+        dialogo.MostrarModal(this);
+        if (dialogo.Aceptado) {
+            const PunteroReloj reloj;
+            CargarPartes();
+            SeleccionarPadreDe("N" + dialogo.Clave());
+        }
+        dialogo.Descargar();
+    });
+}
+
+// Shows the new part and leaves its parent selected, where the next part would be added.
+void frmKT580::SeleccionarPadreDe(const QString &clave)
+{
+    if (!ui->tvPartes->Contains(clave))
+        return;
+    comunesQVX::Nodo *nodo = ui->tvPartes->Item(clave);
+    ui->tvPartes->EnsureVisible(nodo);
+    ui->tvPartes->setSelectedItem(nodo->Parent());
+}
+
+void frmKT580::Controles_Editar()
+{
+    Trampa::en(*this, "Controles_Editar()", 7500007, [&] {
+        if (!ui->tvPartes->SelectedItem())
+            return;
+        const QString parte = TomarParte();
+        const QString tipoEquipo = ui->txtTipoEquipo->Text();
+        if (parte == "0000") {
+            Advertir("La parte no es válido para esta operación!", 7500005);
+            return;
+        }
+        strSQL = "SELECT dbo.Get_Ruta_Parte_Tipo_Equipo('" + tipoEquipo + "','" + parte + "')AS Descripcion ";
+        const auto ruta = Sistema->Conexion().Execute(strSQL);
+        if (ruta.Eof()) {
+            Advertir("No se encontró la ruta de la parte", 7500006);
+            return;
+        }
+        strSQL = "SELECT * FROM Tipo_Equipo_Parte WHERE Tep_ID = '" + parte + "' AND Te_Cve_Tipo_Equipo = '"
+                 + tipoEquipo + "' ";
+        const auto fila = Sistema->Conexion().Execute(strSQL);
+        const QString padre = fila["Tep_Padre"];
+        frmAddParte dialogo(*this);
+        dialogo.Nuevo = false;
+        dialogo.Cargar();
+        dialogo.LlenarPadre(padre, padre == "0000" ? QString("RAIZ") : ruta["Descripcion"]);
+        dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
+        dialogo.LlenarParte(parte, fila["Tep_Descripcion"]);
+        dialogo.MostrarModal(this);
+        if (dialogo.Aceptado) {
+            CargarPartes();
+            if (ui->tvPartes->Contains("N" + parte))
+                ui->tvPartes->Item("N" + parte)->setText(parte + " - " + dialogo.Texto());
+            if (ui->tvPartes->isEnabled())
+                ui->tvPartes->setFocus();
+        }
+        dialogo.Descargar();
+    });
+}

@@ -1,0 +1,155 @@
+// The list of the selected part's services: filling it, and opening, creating and deleting a service from it.
+
+#include "component/Trampa.h"
+#include "controls/Comunes.h"
+#include "controls/Controles.h"
+#include "controls/FormatoLista.h"
+#include "controls/txtQVX.h"
+#include "data/Conexion.h"
+#include "frmKT580/frmKT580.h"
+#include "frmServicio/frmServicio.h"
+#include "ui_frmKT580.h"
+
+using namespace Publico;
+
+QString frmKT580::FiltroServicios(const QString &tipoEquipo, const QString &parte) const
+{
+    return " Plan_Mantenimiento.Te_Cve_Tipo_Equipo = '" + tipoEquipo + "' " + "   AND Plan_Mantenimiento.Tep_ID = '"
+           + parte + "'";
+}
+
+// The trap carries another name than the procedure, on purpose.
+void frmKT580::LlenarServicios()
+{
+    Trampa::en(*this, "AgregarItemLv()", 7500021, [&] {
+        const comunesQVX::Nodo *nodo = ui->tvPartes->SelectedItem();
+        if (!nodo)
+            return;
+        strSQL = Utilerias->ConsultaPorNombre("PLAN_MANTENIMIENTO")
+                     .replace("{PARAMETROS}", FiltroServicios(ui->txtTipoEquipo->Text(), parteActual));
+        if (!Utilerias->LlenarLista(strSQL, *ui->lvServicios)) {
+            Mensaje(Utilerias->UltimoErrorDatos(), qvx::mensaje::Critico, "Llenar servicios", 7500020);
+            return;
+        }
+        const bool seElimina = !DadaDeBaja(nodo) && ui->lvServicios->Count() > 0;
+        ui->lvServicios->setToolTip(seElimina ? "Presione Supr para eliminar un servicio" : "");
+        qvx::FormatoLista().Aplicar(*ui->lvServicios);
+    });
+}
+
+// The context that the editor works in, copied from the screen.
+void frmKT580::PrepararEditor(frmServicio &editor, const QString &ruta)
+{
+    editor.setPadre(Padre());
+    editor.Contexto(ui->txtTipoEquipo->Text(), ui->txtNTipoEquipo->Text(), parteActual,
+                    parteActual == "0000" ? QString("RAIZ") : ruta);
+}
+
+void frmKT580::lvServicios_DblClick()
+{
+    Trampa::en(*this, "lvServicios_DblClick()", 7500031, [&] {
+        if (ui->lvServicios->Count() == 0)
+            return;
+        if (!ui->tvPartes->SelectedItem()) {
+            ui->lvServicios->Clear();
+            return;
+        }
+        if (!ui->lvServicios->HaySeleccion())
+            return;
+        const QString folio = ui->lvServicios->TextoSeleccionado();
+        TomarParte();
+        strSQL = "SELECT dbo.Get_Ruta_Parte_Tipo_Equipo('" + ui->txtTipoEquipo->Text() + "','" + parteActual
+                 + "')AS Descripcion ";
+        const auto ruta = Sistema->Conexion().Execute(strSQL);
+        if (ruta.Eof()) {
+            Advertir("No se encontró la ruta de la parte", 7500030);
+            return;
+        }
+        frmServicio editor;
+        editor.Nuevo = false;
+        PrepararEditor(editor, ruta["Descripcion"]);
+        editor.Cargar();
+        if (DadaDeBaja(ui->tvPartes->SelectedItem()))
+            editor.SoloLectura();
+        if (editor.Editar_Servicios(ui->txtTipoEquipo->Text(), parteActual, folio))
+            editor.MostrarModal(this);
+        unsetCursor();
+        editor.Descargar();
+        tvPartes_NodeClick(ui->tvPartes->SelectedItem());
+    });
+}
+
+bool frmKT580::Nuevo_Servicio()
+{
+    return Trampa::guardando(textoError, [&] {
+        if (!ui->tvPartes->SelectedItem())
+            return true;
+        TomarParte();
+        if (parteActual == "0000") {
+            Advertir("No se puede crear un serviciop de la raíz", 7500028);
+            return true;
+        }
+        strSQL = "SELECT dbo.Get_Ruta_Parte_Tipo_Equipo('" + ui->txtTipoEquipo->Text() + "','" + parteActual
+                 + "')AS Descripcion ";
+        const auto ruta = Sistema->Conexion().Execute(strSQL);
+        if (ruta.Eof()) {
+            Advertir("No se encontró la ruta de la parte", 7500029);
+            return true;
+        }
+        frmServicio editor;
+        editor.Nuevo = true;
+        PrepararEditor(editor, ruta["Descripcion"]);
+        editor.Cargar();
+        if (editor.TieneClave())
+            editor.MostrarModal(this);
+        unsetCursor();
+        editor.Descargar();
+
+        comunesQVX::Nodo *nodo = ui->tvPartes->SelectedItem();
+        tvPartes_NodeClick(nodo);
+        ui->tvPartes->setSelectedItem(nodo);
+        ui->Controles->setNuevoDisponible(false);
+        ui->Controles->setEditarDisponible(false);
+        ui->Controles->setEliminarDisponible(false);
+        ui->Controles->setReactivarDisponible(false);
+        return true;
+    });
+}
+
+void frmKT580::lvServicios_KeyDown(int codigo)
+{
+    Trampa::en(*this, "lvServicios_KeyDown", 7500037, [&] {
+        if (ui->lvServicios->Count() == 0 || codigo != 46)
+            return;
+        if (!ui->tvPartes->SelectedItem() || !ui->lvServicios->HaySeleccion())
+            return;
+        if (DadaDeBaja(ui->tvPartes->SelectedItem()))
+            return;
+        if (Preguntar("¿Desea eliminar el servicio?", qvx::mensaje::Pregunta + qvx::mensaje::SiNo, 7500050)
+            != qvx::mensaje::Si)
+            return;
+        Sistema->Conexion().BeginTrans();
+        if (Eliminar_Servicio()) {
+            Sistema->Conexion().CommitTrans();
+            LlenarServicios();
+            LimpiarControles();
+            return;
+        }
+        Sistema->Conexion().RollbackTrans();
+        Mensaje(textoError, qvx::mensaje::Critico, "lvServicios_KeyDown()", 7500036);
+        textoError.clear();
+    });
+}
+
+bool frmKT580::Eliminar_Servicio()
+{
+    return Trampa::guardando(textoError, [&] {
+        const QString condicion = "WHERE Te_Cve_Tipo_Equipo = '" + ui->txtTipoEquipo->Text() + "' " + "AND Tep_ID = '"
+                                  + TomarParte() + "' " + "AND Pm_ID = '" + ui->lvServicios->TextoSeleccionado() + "'";
+        strSQL = "DELETE Plan_Mantenimiento_Detalle  " + condicion;
+        Sistema->Conexion().Execute(strSQL);
+        strSQL = "DELETE Plan_Mantenimiento  " + condicion;
+        Sistema->Conexion().Execute(strSQL);
+        return true;
+    });
+}

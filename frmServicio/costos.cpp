@@ -1,0 +1,208 @@
+// The three grids of resources and the costing of the service. The cells are the only store of the lines until a save.
+
+#include "component/Contador16.h"
+#include "component/Trampa.h"
+#include "controls/SSOleDBGrid.h"
+#include "controls/txtQVX.h"
+#include "data/Texto.h"
+#include "frmServicio/frmServicio.h"
+#include "ui_frmServicio.h"
+
+#include <cmath>
+
+using namespace Publico;
+using SSDataWidgets_B_OLEDB::Columna;
+
+namespace
+{
+
+const QString FormatoCantidad = "#,##0.000######";
+const QString FormatoCosto = "$#,##0.0000#####";
+const QString FormatoImporte = "$#,##0.00#######";
+
+} // namespace
+
+void frmServicio::DefinirGrids()
+{
+    const QList<Columna> comunes{
+        {.nombre = "Producto", .titulo = "Clave", .ancho = 120, .boton = true},
+        {.nombre = "Descripción", .titulo = "Producto", .ancho = 220, .bloqueada = true},
+        {.nombre = "Cantidad", .titulo = "Cantidad", .formato = FormatoCantidad, .ancho = 90},
+        {.nombre = "Unidad", .titulo = "Unidad", .ancho = 70, .bloqueada = true},
+    };
+    const QList<Columna> costos{
+        {.nombre = "COSTO", .titulo = "Costo", .formato = FormatoCosto, .ancho = 110, .bloqueada = true},
+        {.nombre = "Importe", .titulo = "Importe", .formato = FormatoImporte, .ancho = 120, .bloqueada = true},
+    };
+    const QList<Columna> gasto{
+        {.nombre = "Gasto", .titulo = "Clave", .ancho = 80, .boton = true},
+        {.nombre = "DESCRIPCIONTG", .titulo = "Tipo gasto", .ancho = 160, .bloqueada = true},
+    };
+    const QList<Columna> sinImporte{{.nombre = "COSTO", .titulo = "Costo", .bloqueada = true}};
+    ui->ssManoObra->DefinirColumnas(comunes + costos);
+    ui->ssRefacciones->DefinirColumnas(comunes + costos + gasto);
+    ui->ssHerramientas->DefinirColumnas(comunes + sinImporte);
+}
+
+void frmServicio::ssManoObra_AfterColUpdate(int columna)
+{
+    Trampa::enEditor(*this, "ssManoObra_BeforeRowColChange()", 7500087, [&] {
+        const QString nombre = ui->ssManoObra->NombreColumna(columna).toUpper();
+        if (nombre == "PRODUCTO" && ui->ssManoObra->EsNumerico(ui->ssManoObra->Row(), "Producto"))
+            Buscar_Producto_MR("MANOOBRA");
+        if (nombre == "CANTIDAD")
+            CalcularImporte(*ui->ssManoObra, ui->ssManoObra->Row());
+    });
+}
+
+// This grid's event has no identifier of its own.
+void frmServicio::ssRefacciones_AfterColUpdate(int columna)
+{
+    Trampa::delHost(*this, [&] {
+        const QString nombre = ui->ssRefacciones->NombreColumna(columna).toUpper();
+        if (nombre == "PRODUCTO" && ui->ssRefacciones->EsNumerico(ui->ssRefacciones->Row(), "Producto"))
+            Buscar_Producto_MR("REFACCIONES");
+        if (nombre == "GASTO")
+            Buscar_Gasto();
+        if (nombre == "CANTIDAD")
+            CalcularImporte(*ui->ssRefacciones, ui->ssRefacciones->Row());
+    });
+}
+
+void frmServicio::ssHerramientas_AfterColUpdate(int columna)
+{
+    Trampa::enEditor(*this, "ssHerramientas_BeforeRowColChange()", 7500086, [&] {
+        const QString nombre = ui->ssHerramientas->NombreColumna(columna).toUpper();
+        if (nombre == "PRODUCTO" && ui->ssHerramientas->EsNumerico(ui->ssHerramientas->Row(), "Producto"))
+            Buscar_Producto_Herramientas();
+    });
+}
+
+// A key chosen in the search dialog counts as typed.
+void frmServicio::Grid_BtnClick(Grid &grid, int columna, const QString &catalogo)
+{
+    Trampa::delHost(*this, [&] {
+        const QString nombre = grid.NombreColumna(columna);
+        const QString clave =
+            Utilerias->BuscarEnCatalogo(nombre == "Gasto" ? QString("TIPO_GASTO") : catalogo, 0, "", QFont(), this);
+        if (clave.isEmpty())
+            return;
+        grid.setCelda(grid.Row(), nombre, clave);
+        Q_EMIT grid.AfterColUpdate(columna);
+    });
+}
+
+// A row that was touched always has a quantity, and an amount where the grid has amounts.
+void frmServicio::Grid_BeforeUpdate(Grid &grid)
+{
+    const int fila = grid.Row();
+    if (!grid.Celda(fila, "Cantidad").isEmpty())
+        return;
+    grid.setCelda(fila, "Cantidad", "0");
+    if (&grid != ui->ssHerramientas)
+        grid.setCelda(fila, "Importe", "0");
+}
+
+namespace
+{
+
+// The product on offer with the key of a row, which takes the form of the product keys.
+qvx::Recordset LeerProducto(SSDataWidgets_B_OLEDB::SSOleDBGrid &grid, int fila, const QString &formato)
+{
+    const QString clave = qvx::ClaveConFormato(grid.Celda(fila, "Producto"), formato);
+    grid.setCelda(fila, "Producto", clave);
+    strSQL = " SELECT Pr_Cve_Producto AS Clave ,";
+    strSQL += "   Pr_Descripcion AS Descripcion,  ";
+    strSQL += "   Pr_Unidad_Control_1 AS Unidad,  ";
+    strSQL += "   Pr_Costo_Estandar  as Costo ";
+    strSQL += " FROM Producto ";
+    strSQL += " WHERE  Pr_Cve_Producto  = '" + clave + "'";
+    strSQL += "   AND Es_Cve_Estado <> 'BA'";
+    return Sistema->Conexion().Execute(strSQL);
+}
+
+} // namespace
+
+// A key that is unknown or retired leaves the row's other cells as they are.
+void frmServicio::Buscar_Producto_Herramientas()
+{
+    Trampa::enEditor(*this, "Buscar_Producto_Herramientas()", 7500088, [&] {
+        const int fila = ui->ssHerramientas->Row();
+        const auto producto = LeerProducto(*ui->ssHerramientas, fila, formatoProducto);
+        if (producto.Eof())
+            return;
+        ui->ssHerramientas->setCelda(fila, "Descripción", producto["Descripcion"]);
+        ui->ssHerramientas->setCelda(fila, "Unidad", producto["Unidad"]);
+    });
+}
+
+void frmServicio::Buscar_Producto_MR(const QString &tipo)
+{
+    Trampa::enEditor(*this, "Buscar_Producto_MR()", 7500089, [&] {
+        const bool manoObra = tipo.toUpper() == "MANOOBRA";
+        if (!manoObra && tipo.toUpper() != "REFACCIONES")
+            return;
+        Grid &grid = manoObra ? *ui->ssManoObra : *ui->ssRefacciones;
+        const int fila = grid.Row();
+        const auto producto = LeerProducto(grid, fila, formatoProducto);
+        if (producto.Eof())
+            return;
+        grid.setCelda(fila, "Descripción", producto["Descripcion"]);
+        grid.setCelda(fila, "Unidad", producto["Unidad"]);
+        grid.setCelda(fila, "COSTO", producto["Costo"]);
+        CalcularImporte(grid, fila); // another product, another cost: the amount must not stay the old one
+    });
+}
+
+void frmServicio::Buscar_Gasto()
+{
+    Trampa::enEditor(*this, "Buscar_Gasto()", 7500090, [&] {
+        const int fila = ui->ssRefacciones->Row();
+        const QString clave = qvx::ClaveConFormato(ui->ssRefacciones->Celda(fila, "Gasto"), formatoGasto);
+        ui->ssRefacciones->setCelda(fila, "Gasto", clave);
+        strSQL = " SELECT Tg_Cve_Tipo_Gasto AS Clave ,";
+        strSQL += "   Tg_Descripcion AS Descripcion  ";
+        strSQL += " FROM Tipo_Gasto ";
+        strSQL += " WHERE  Tg_Cve_Tipo_Gasto  = '" + clave + "'";
+        strSQL += "   AND Es_Cve_Estado <> 'BA'";
+        const auto gasto = Sistema->Conexion().Execute(strSQL);
+        if (!gasto.Eof())
+            ui->ssRefacciones->setCelda(fila, "DESCRIPCIONTG", gasto["Descripcion"]);
+    });
+}
+
+void frmServicio::CalcularImporte(Grid &grid, int fila)
+{
+    if (!grid.EsNumerico(fila, "Cantidad") || !grid.EsNumerico(fila, "COSTO"))
+        return;
+    const double importe = grid.Numero(fila, "Cantidad") * grid.Numero(fila, "COSTO");
+    if (!std::isfinite(importe))
+        throw qvx::ErrorEjecucion(qvx::errores::Desbordamiento, "Desbordamiento");
+    grid.setCelda(fila, "Importe", qvx::NumeroATexto(importe));
+}
+
+double frmServicio::SumaImportes(const Grid &grid) const
+{
+    double suma = 0;
+    for (Contador16 fila; fila < grid.Rows(); ++fila)
+        suma += grid.Numero(fila, "Importe");
+    return suma;
+}
+
+// Recomputed when the price changes and when the costing page is chosen; tools never add to the cost.
+void frmServicio::Importe()
+{
+    Trampa::delHost(*this, [&] {
+        const double precio = ui->txtPrecio->Numero();
+        ui->txtPrecioTab->setNumero(precio);
+        const double manoObra = SumaImportes(*ui->ssManoObra);
+        ui->txtManoObra->setNumero(manoObra);
+        const double refacciones = SumaImportes(*ui->ssRefacciones);
+        ui->txtRefacciones->setNumero(refacciones);
+        const double total = manoObra + refacciones;
+        ui->txtTotales->setNumero(total);
+        const double utilidad = precio - total;
+        ui->txtUtilidad->setNumero(utilidad);
+        ui->txtPorcentaje->setNumero(precio == 0 ? 0 : utilidad / precio * 100);
+    });
+}

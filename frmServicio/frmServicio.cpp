@@ -1,0 +1,162 @@
+#include "frmServicio/frmServicio.h"
+
+#include "component/Trampa.h"
+#include "controls/Controles.h"
+#include "controls/Etiqueta.h"
+#include "controls/SSOleDBGrid.h"
+#include "controls/colorQVX.h"
+#include "controls/ssTbQvx.h"
+#include "controls/txtQVX.h"
+#include "ui_frmServicio.h"
+
+#include <QKeyEvent>
+#include <QShortcut>
+
+using namespace Publico;
+using SSDataWidgets_B_OLEDB::SSOleDBGrid;
+using ssTabQvx::ssTbQvx;
+using textoQVX::txtQVX;
+using toolbarQVX::Controles;
+
+frmServicio::frmServicio() : ui(std::make_unique<Ui::frmServicio>())
+{
+    ui->setupUi(this);
+    ui->Controles1->setJuegoComandos(Controles::Dialogo);
+    ui->Controles1->setAceptarDisponible(true);
+    ui->txtTiempoParo->setEnabled(false);
+    ui->chkRequiereParo->installEventFilter(this);
+    DefinirGrids();
+    ConectarEventos();
+    ConectarTeclas();
+    ssTabQvx_Click(0);
+}
+
+frmServicio::~frmServicio() = default;
+
+void frmServicio::ConectarEventos()
+{
+    connect(ui->Controles1, &Controles::Aceptar, this, &frmServicio::cmdAceptar);
+    connect(ui->Controles1, &Controles::Cancelar, this, &frmServicio::controles1_Cancelar);
+    connect(ui->chkRequiereParo, &QCheckBox::toggled, this, &frmServicio::chkRequiereParo_Click);
+    connect(ui->txtTiempoEstimado, &txtQVX::Change, this, &frmServicio::txtTiempoEstimado_Change);
+    connect(ui->txtPrecio, &txtQVX::Change, this, &frmServicio::Importe);
+    connect(ui->ssTabQvx, &ssTbQvx::Click, this, &frmServicio::ssTabQvx_Click);
+    connect(ui->ssTabQvx, &ssTbQvx::KeyPress, this, &frmServicio::Grid_KeyPress);
+
+    ConectarGrid(
+        ui->ssManoObra, [this](int columna) { ssManoObra_AfterColUpdate(columna); }, "PRODUCTO_MANO_OBRA");
+    ConectarGrid(
+        ui->ssRefacciones, [this](int columna) { ssRefacciones_AfterColUpdate(columna); }, "PRODUCTO_REFACCION");
+    ConectarGrid(
+        ui->ssHerramientas, [this](int columna) { ssHerramientas_AfterColUpdate(columna); }, "PRODUCTO_HERRAMIENTA");
+}
+
+void frmServicio::ConectarGrid(SSOleDBGrid *grid, const std::function<void(int)> &cambio, const QString &catalogo)
+{
+    connect(grid, &SSOleDBGrid::AfterColUpdate, this, cambio);
+    connect(grid, &SSOleDBGrid::BeforeUpdate, this, [this, grid] { Grid_BeforeUpdate(*grid); });
+    connect(grid, &SSOleDBGrid::BtnClick, this,
+            [this, grid, catalogo](int columna) { Grid_BtnClick(*grid, columna, catalogo); });
+    connect(grid, &SSOleDBGrid::KeyPress, this, &frmServicio::Grid_KeyPress);
+}
+
+void frmServicio::ConectarTeclas()
+{
+    for (int pagina = 0; pagina < 4; ++pagina)
+        connect(new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + pagina)), this),
+                &QShortcut::activated, this, [this, pagina] { ui->ssTabQvx->setTab(pagina); });
+    connect(new QShortcut(QKeySequence(Qt::Key_F4), this), &QShortcut::activated, ui->Controles1,
+            &Controles::PulsarAceptar);
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, ui->Controles1,
+            &Controles::PulsarCancelar);
+}
+
+void frmServicio::Contexto(const QString &tipoEquipo, const QString &nombreTipo, const QString &parte,
+                           const QString &nombreParte)
+{
+    ui->txtTipoEquipo->setText(tipoEquipo);
+    ui->txtNTipoEquipo->setText(nombreTipo);
+    ui->txtParte->setText(parte);
+    ui->txtNParte->setText(nombreParte);
+}
+
+void frmServicio::Form_Load()
+{
+    Trampa::enEditor(*this, "Form_Load()", 7500085, [&] {
+        ui->colorQVX->Aplicar();
+        formatoProducto = Sistema->FormatoClave("FTO_PRODUCTO", "", "T", "0000000000");
+        formatoGasto = Sistema->FormatoClave("FTO_TIPO_GASTO", "", "T", "0000");
+        if (Nuevo) {
+            ui->txtID->setText(Utilerias->SiguienteClaveTexto("Plan_Mantenimiento", "Pm_ID", "Te_Cve_Tipo_Equipo",
+                                                              ui->txtTipoEquipo->Text(), "", ""));
+            ui->txtNTiposervicio->setText("");
+        }
+        ui->txtTipoServicio->setFormato(Sistema->FormatoClave("FTO_TIPO_SERVICIO", "", "T", "0000"));
+        ui->txtPrioridad->setFormato(Sistema->FormatoClave("FTO_PRIORIDAD_SERVICIO", "", "T", "0000"));
+        ui->txtUnidad->setFormato(Sistema->FormatoClave("FTO_UNIDAD", "", "T", "0000"));
+        ui->ssTabQvx->setTab(0);
+        ui->txtTipoServicio->setFocus();
+    });
+}
+
+bool frmServicio::TieneClave() const { return !ui->txtID->Text().isEmpty(); }
+
+void frmServicio::SoloLectura()
+{
+    for (QWidget *campo : std::initializer_list<QWidget *>{
+             ui->txtTipoServicio, ui->txtPrecio, ui->txtTiempoEstimado, ui->txtPrioridad, ui->txtDias, ui->txtLectura,
+             ui->txtUnidad, ui->chkRequiereParo, ui->ssManoObra, ui->ssRefacciones, ui->ssHerramientas})
+        campo->setEnabled(false);
+    ui->Controles1->setAceptarDisponible(false);
+}
+
+void frmServicio::chkRequiereParo_Click()
+{
+    Trampa::enEditor(*this, "chkRequiereParo_Click()", 7500051, [&] {
+        const bool conParo = ui->chkRequiereParo->isChecked();
+        ui->txtTiempoParo->setEnabled(conParo && ui->chkRequiereParo->isEnabled());
+        if (conParo)
+            ui->txtTiempoParo->setText(ui->txtTiempoEstimado->Text());
+        else
+            ui->txtTiempoParo->setNumero(0);
+    });
+}
+
+void frmServicio::txtTiempoEstimado_Change()
+{
+    if (ui->chkRequiereParo->isChecked())
+        ui->txtTiempoParo->setText(ui->txtTiempoEstimado->Text());
+}
+
+void frmServicio::ssTabQvx_Click(int pagina)
+{
+    ui->fr2->setVisible(pagina == 1);
+    ui->fr3->setVisible(pagina == 2);
+    ui->fr4->setVisible(pagina == 3);
+    if (pagina == 3)
+        Importe();
+}
+
+// Enter moves on as Tab does.
+void frmServicio::Grid_KeyPress(int codigo)
+{
+    if (codigo == 13)
+        Utilerias->EnviarTecla("\t");
+}
+
+bool frmServicio::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (objeto == ui->chkRequiereParo && evento->type() == QEvent::KeyPress) {
+        const int tecla = static_cast<QKeyEvent *>(evento)->key();
+        if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter) {
+            Utilerias->EnviarTecla("\t");
+            return true;
+        }
+    }
+    return Forma::eventFilter(objeto, evento);
+}
+
+void frmServicio::controles1_Cancelar()
+{
+    Descargar();
+}

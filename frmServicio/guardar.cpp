@@ -1,0 +1,216 @@
+// The editor's accept: validates, then writes the service and replaces all its lines in one transaction.
+
+#include "component/Contador16.h"
+#include "component/Trampa.h"
+#include "controls/SSOleDBGrid.h"
+#include "controls/txtQVX.h"
+#include "data/Texto.h"
+#include "frmServicio/frmServicio.h"
+#include "ui_frmServicio.h"
+
+#include <QCoreApplication>
+
+using namespace Publico;
+
+void frmServicio::cmdAceptar()
+{
+    Trampa::enEditor(*this, "cmdAceptar()", 7500084, [&] {
+        if (!Validar())
+            return;
+        const Auditoria auditoria{Sistema->UsuarioActual(), Utilerias->TextoFecha(Utilerias->FechaServidor())};
+        Sistema->Conexion().BeginTrans();
+        if (!GuardarServicio(auditoria))
+            return;
+        strSQL = "DELETE FROM Plan_Mantenimiento_Detalle ";
+        strSQL += "WHERE Te_Cve_Tipo_Equipo = '" + ui->txtTipoEquipo->Text() + "' ";
+        strSQL += "AND Tep_ID = '" + ui->txtParte->Text() + "' ";
+        strSQL += "AND Pm_ID = '" + ui->txtID->Text() + "' ";
+        Sistema->Conexion().Execute(strSQL);
+        if (!GuardarManoObra() || !GuardarRefacciones() || !GuardarHerramientas())
+            return;
+        Sistema->Conexion().CommitTrans();
+        controles1_Cancelar();
+    });
+}
+
+bool frmServicio::GuardarServicio(const Auditoria &auditoria)
+{
+    bool registrado = false;
+    const bool escrito = Trampa::deshaciendo(*this, "cmdAceptar()", 7500080, [&] {
+        strSQL = Nuevo ? InsertarServicio(auditoria) : ActualizarServicio(auditoria);
+        Sistema->Conexion().Execute(strSQL);
+        registrado = Utilerias->RegistrarCambio("Plan_Mantenimiento", {ui->txtTipoEquipo->Text(), ui->txtID->Text()});
+    });
+    if (!escrito || registrado)
+        return escrito;
+    Sistema->Conexion().RollbackTrans();
+    Mensaje("ERROR", qvx::mensaje::Critico, "ERROR", 7500080);
+    return false;
+}
+
+QString frmServicio::InsertarServicio(const Auditoria &auditoria) const
+{
+    QString sql = "INSERT INTO Plan_Mantenimiento (";
+    sql += "Te_Cve_Tipo_Equipo, ";
+    sql += "Tep_ID, ";
+    sql += "Pm_ID, ";
+    sql += "Ts_Cve_Tipo_Servicio, ";
+    sql += "Pm_Frecuencia, ";
+    sql += "Pm_Lectura, ";
+    sql += "Pm_Unidad_Lectura, ";
+    sql += "Pm_Precio, ";
+    sql += "Pm_Tiempo_Estimado, ";
+    sql += "Pm_Prioridad, ";
+    sql += "Pm_Requiere_Paro, ";
+    sql += "Pm_Tiempo_Paro, ";
+    sql += "Oper_Alta, ";
+    sql += "Fecha_Alta, ";
+    sql += "Oper_Ult_Modif, ";
+    sql += "Fecha_Ult_Modif) ";
+    sql += "VALUES (";
+    sql += "'" + ui->txtTipoEquipo->Text() + "', ";
+    sql += "'" + ui->txtParte->Text() + "', ";
+    sql += "'" + ui->txtID->Text() + "', ";
+    sql += "'" + ui->txtTipoServicio->Text() + "', ";
+    sql += ui->txtDias->NumeroSQL() + ", ";
+    sql += ui->txtLectura->NumeroSQL() + ", ";
+    sql += "'" + ui->txtUnidad->Text() + "', ";
+    sql += ui->txtPrecio->NumeroSQL() + ", ";
+    sql += ui->txtTiempoEstimado->NumeroSQL() + ", ";
+    sql += "'" + ui->txtPrioridad->Text() + "', ";
+    sql += "'" + RequiereParo() + "', ";
+    sql += ui->txtTiempoParo->NumeroSQL() + ", ";
+    sql += "'" + auditoria.operador + "', ";
+    sql += "'" + auditoria.fecha + "', ";
+    sql += "'" + auditoria.operador + "', ";
+    sql += "'" + auditoria.fecha + "')";
+    return sql;
+}
+
+QString frmServicio::ActualizarServicio(const Auditoria &auditoria) const
+{
+    QString sql = "UPDATE Plan_Mantenimiento SET ";
+    sql += "   Ts_Cve_Tipo_Servicio = '" + ui->txtTipoServicio->Text() + "',";
+    sql += "   Pm_Frecuencia = " + ui->txtDias->NumeroSQL() + ",";
+    sql += "   Pm_Lectura = " + ui->txtLectura->NumeroSQL() + ",";
+    sql += "   Pm_Unidad_Lectura = '" + ui->txtUnidad->Text() + "',";
+    sql += "   Pm_Precio = " + ui->txtPrecio->NumeroSQL() + ",";
+    sql += "   Pm_Tiempo_Estimado = " + ui->txtTiempoEstimado->NumeroSQL() + ",";
+    sql += "   Pm_Prioridad = '" + ui->txtPrioridad->Text() + "',";
+    sql += "   Pm_Requiere_Paro = '" + RequiereParo() + "',";
+    sql += "   Pm_Tiempo_Paro = " + ui->txtTiempoParo->NumeroSQL() + ",";
+    sql += "   Oper_Ult_Modif = '" + auditoria.operador + "',";
+    sql += "   Fecha_Ult_Modif= '" + auditoria.fecha + "'";
+    sql += "WHERE Pm_ID = '" + ui->txtID->Text() + "' and Te_Cve_Tipo_Equipo = '" + ui->txtTipoEquipo->Text()
+           + "' and Tep_ID = '" + ui->txtParte->Text() + "' ";
+    return sql;
+}
+
+QString frmServicio::RequiereParo() const
+{
+    return ui->chkRequiereParo->isChecked() ? "SI" : "NO";
+}
+
+// The keys that every line begins with: the service's, and a new one of its own.
+QString frmServicio::ClavesDeLinea() const
+{
+    const QString tipo = ui->txtTipoEquipo->Text();
+    const QString clave =
+        Utilerias->SiguienteClaveTexto("Plan_Mantenimiento_Detalle", "Pmd_ID", "Te_Cve_Tipo_Equipo", tipo, "", "");
+    return "'" + tipo + "', " + "'" + ui->txtParte->Text() + "', " + "'" + ui->txtID->Text() + "', " + "'" + clave
+           + "', ";
+}
+
+// Rows without a description are no lines and are dropped. False when one could not be written; that has been reported.
+bool frmServicio::GuardarLineas(const Grid &grid, int identificador, const std::function<QString(int fila)> &sentencia)
+{
+    return Trampa::deshaciendo(*this, "cmdAceptar()", identificador, [&] {
+        for (Contador16 fila; fila < grid.Rows(); ++fila) {
+            if (grid.Celda(fila, "Descripción").isEmpty())
+                continue;
+            strSQL = sentencia(fila);
+            Sistema->Conexion().Execute(strSQL);
+            // The screen may be drawn again; keys and clicks wait, or a second accept would begin inside this one.
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        }
+    });
+}
+
+namespace
+{
+
+const QString InicioDeInsercion = QString("INSERT INTO Plan_Mantenimiento_Detalle (") + "Te_Cve_Tipo_Equipo, "
+                                  + "Tep_ID, " + "Pm_ID, " + "Pmd_ID, " + "Pmd_Tipo, " + "Pr_Cve_Producto, ";
+
+QString Numero(const SSDataWidgets_B_OLEDB::SSOleDBGrid &grid, int fila, const QString &columna)
+{
+    return qvx::NumeroATexto(grid.Numero(fila, columna));
+}
+
+} // namespace
+
+bool frmServicio::GuardarManoObra()
+{
+    const Grid &grid = *ui->ssManoObra;
+    return GuardarLineas(grid, 7500081, [&](int fila) {
+        QString sql = InicioDeInsercion;
+        sql += "Pmd_Cantidad, ";
+        sql += "Pmd_Unidad, ";
+        sql += "Pmd_Costo, ";
+        sql += "Pmd_Importe ";
+        sql += ") VALUES (";
+        sql += ClavesDeLinea();
+        sql += "'01', ";
+        sql += "'" + grid.Celda(fila, "Producto") + "', ";
+        sql += Numero(grid, fila, "Cantidad") + ", ";
+        sql += "'" + grid.Celda(fila, "Unidad") + "', ";
+        sql += Numero(grid, fila, "COSTO") + ", ";
+        sql += Numero(grid, fila, "Importe") + ") ";
+        return sql;
+    });
+}
+
+bool frmServicio::GuardarRefacciones()
+{
+    const Grid &grid = *ui->ssRefacciones;
+    return GuardarLineas(grid, 7500082, [&](int fila) {
+        QString sql = InicioDeInsercion;
+        sql += "Pmd_Cantidad, ";
+        sql += "Pmd_Unidad, ";
+        sql += "Pmd_Costo, ";
+        sql += "Pmd_Importe, ";
+        sql += "Pmd_Tipo_Gasto ";
+        sql += ") VALUES (";
+        sql += ClavesDeLinea();
+        sql += "'02', ";
+        sql += "'" + grid.Celda(fila, "Producto") + "', ";
+        sql += Numero(grid, fila, "Cantidad") + ", ";
+        sql += "'" + grid.Celda(fila, "Unidad") + "', ";
+        sql += Numero(grid, fila, "COSTO") + ", ";
+        sql += Numero(grid, fila, "Importe") + ", ";
+        sql += "'" + grid.Celda(fila, "Gasto") + "') ";
+        return sql;
+    });
+}
+
+// Tools are stored without cost, and in another order of columns than the other kinds.
+bool frmServicio::GuardarHerramientas()
+{
+    const Grid &grid = *ui->ssHerramientas;
+    return GuardarLineas(grid, 7500083, [&](int fila) {
+        QString sql = InicioDeInsercion;
+        sql += "Pmd_Costo, ";
+        sql += "Pmd_Cantidad, ";
+        sql += "Pmd_Importe, ";
+        sql += "Pmd_Unidad ";
+        sql += ") VALUES (";
+        sql += ClavesDeLinea();
+        sql += "'03', ";
+        sql += "'" + grid.Celda(fila, "Producto") + "', ";
+        sql += "0, ";
+        sql += Numero(grid, fila, "Cantidad") + ", ";
+        sql += "0, ";
+        sql += "'" + grid.Celda(fila, "Unidad") + "') ";
+        return sql;
+    });
+}

@@ -1,0 +1,193 @@
+// The checks of the editor's accept, in their fixed order: the first that fails tells its message, and nothing is
+// written.
+
+#include "component/Contador16.h"
+#include "controls/SSOleDBGrid.h"
+#include "controls/ssTbQvx.h"
+#include "controls/txtQVX.h"
+#include "data/Texto.h"
+#include "frmServicio/frmServicio.h"
+#include "ui_frmServicio.h"
+
+using namespace Publico;
+
+namespace
+{
+
+bool SinDescripcion(const SSDataWidgets_B_OLEDB::SSOleDBGrid &grid, int fila)
+{
+    return !grid.Celda(fila, "Producto").isEmpty() && grid.Celda(fila, "Descripción").isEmpty();
+}
+
+} // namespace
+
+bool frmServicio::Validar()
+{
+    return ValidarEncabezado() && ValidarHayLineas() && ValidarManoObra() && ValidarRefacciones()
+           && ValidarHerramientas();
+}
+
+bool frmServicio::RechazarCampo(textoQVX::txtQVX *campo, const QString &texto, int identificador)
+{
+    Advertir(texto, identificador);
+    ui->ssTabQvx->setTab(0);
+    if (campo->Lista())
+        campo->setFocus();
+    return false;
+}
+
+bool frmServicio::RechazarLinea(int pagina, const QString &texto, int identificador)
+{
+    Advertir(texto, identificador);
+    ui->ssTabQvx->setTab(pagina);
+    return false;
+}
+
+bool frmServicio::ValidarEncabezado()
+{
+    if (ui->txtNTipoEquipo->Text().isEmpty()) {
+        Advertir("No se ha especificado un tipo de equipo", 7500052);
+        return false;
+    }
+    if (ui->txtParte->Text().isEmpty()) {
+        Advertir("No se ha especificado una parte", 7500053);
+        return false;
+    }
+    if (ui->txtNTiposervicio->Text().isEmpty())
+        return RechazarCampo(ui->txtTipoServicio, "El tipo de servicio no es válido", 7500054);
+    if (ui->txtTiempoEstimado->Text().isEmpty())
+        return RechazarCampo(ui->txtTiempoEstimado, "No se ha especificado un tiempo", 7500055);
+    const bool conParo = ui->chkRequiereParo->isChecked();
+    if (conParo && ui->txtTiempoParo->Text().isEmpty())
+        return RechazarCampo(ui->txtTiempoParo, "Indiquie las horas para el tiempo de paro", 7500056);
+    if (conParo && ui->txtTiempoParo->Numero() > ui->txtTiempoEstimado->Numero())
+        return RechazarCampo(ui->txtTiempoParo,
+                             "Las horas para el tiempo de paro no pueden ser mayor a las horas estimadas", 7500057);
+    if (ui->txtNPrioridad->Text().isEmpty())
+        return RechazarCampo(ui->txtPrioridad, "No se ha especificado la prioridad", 7500058);
+    if (ui->txtDias->Text().isEmpty() && ui->txtLectura->Text().isEmpty())
+        return RechazarCampo(ui->txtDias, "Debe indicar un tipo de frecuencia", 7500059);
+    if (!ui->txtLectura->Text().isEmpty() && ui->txtUnidad->Text().isEmpty())
+        return RechazarCampo(ui->txtUnidad, "Indique la unidad de medida de la lectura", 7500060);
+    if (!ui->txtUnidad->Text().isEmpty() && ui->txtNUnidadM->Text().isEmpty())
+        return RechazarCampo(ui->txtUnidad, "Indique una unidad de medida válida", 7500061);
+    return true;
+}
+
+// One counter for the three grids, never reset: a service needs labour, but neither spare parts nor tools. The tool
+// grid is walked as many times as the spare-part grid has rows. Both are meant so.
+bool frmServicio::ValidarHayLineas()
+{
+    if (ui->ssManoObra->Rows() < 1)
+        return RechazarLinea(1, "Debe especificar una mano de obra", 7500062);
+    Contador16 lineas;
+    const auto contar = [&](const Grid &grid, int vueltas) {
+        for (Contador16 fila; fila < vueltas; ++fila)
+            if (!grid.Celda(fila, "Descripción").isEmpty())
+                ++lineas;
+        return lineas > 0;
+    };
+    if (!contar(*ui->ssManoObra, ui->ssManoObra->Rows()))
+        return RechazarLinea(1, "Debe especificar una mano de obra", 7500063);
+    if (!contar(*ui->ssRefacciones, ui->ssRefacciones->Rows()))
+        return RechazarLinea(2, "Debe especificar una refacción", 7500064);
+    if (!contar(*ui->ssHerramientas, ui->ssRefacciones->Rows()))
+        return RechazarLinea(3, "Debe especificar una herramienta", 7500065);
+    return true;
+}
+
+QString frmServicio::EstadoProducto(const Grid &grid, int fila) const
+{
+    return Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Es_Cve_Estado",
+                              qvx::ClaveConFormato(grid.Celda(fila, "Producto"), formatoProducto));
+}
+
+bool frmServicio::SinCantidad(const Grid &grid, int fila) const
+{
+    return !grid.Celda(fila, "Descripción").isEmpty() && grid.Numero(fila, "Cantidad") == 0;
+}
+
+// Whether a later row of the grid holds the same product; rows without a product are no products.
+bool frmServicio::Repetido(const Grid &grid, int fila) const
+{
+    const QString producto = grid.Celda(fila, "Producto");
+    if (producto.isEmpty())
+        return false;
+    for (int otra = fila + 1; otra < grid.Rows(); ++otra)
+        if (grid.Celda(otra, "Producto") == producto)
+            return true;
+    return false;
+}
+
+QString frmServicio::DescripcionProducto(const Grid &grid, int fila) const
+{
+    return Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Pr_Descripcion", grid.Celda(fila, "Producto"));
+}
+
+bool frmServicio::ValidarManoObra()
+{
+    const Grid &grid = *ui->ssManoObra;
+    for (Contador16 fila; fila < grid.Rows(); ++fila) {
+        if (SinDescripcion(grid, fila))
+            return RechazarLinea(1, "Debe especificar una mano de obra válida", 7500066);
+        if (EstadoProducto(grid, fila) == "BA")
+            return RechazarLinea(1,
+                                 "La mano de onbra: " + grid.Celda(fila, "Descripción")
+                                     + " no se puede registrar porque está dada de baja",
+                                 7500067);
+        if (SinCantidad(grid, fila))
+            return RechazarLinea(1, "Debe especificar una cantidad para la mano de obra", 7500068);
+        if (Repetido(grid, fila))
+            return RechazarLinea(1, "La mano de obra " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
+                                 7500069);
+    }
+    return true;
+}
+
+bool frmServicio::ValidarRefacciones()
+{
+    const Grid &grid = *ui->ssRefacciones;
+    for (Contador16 fila; fila < grid.Rows(); ++fila) {
+        if (SinDescripcion(grid, fila))
+            return RechazarLinea(2, "Debe especificar una refacción válida", 7500070);
+        if (grid.Celda(fila, "DESCRIPCIONTG").isEmpty())
+            return RechazarLinea(2, "Debe especificar un tipo de gasto válido", 7500073);
+        if (EstadoProducto(grid, fila) == "BA")
+            return RechazarLinea(2,
+                                 "La refacción: " + grid.Celda(fila, "Descripción")
+                                     + " no se puede registrar porque está dada de baja",
+                                 7500071);
+        if (SinCantidad(grid, fila))
+            return RechazarLinea(2, "Debe especificar una cantidad para la refacción", 7500072);
+        const QString gasto = qvx::ClaveConFormato(grid.Celda(fila, "Gasto"), formatoGasto);
+        if (Utilerias->ValorDe("Tipo_Gasto", "Tg_Cve_Tipo_Gasto", "Es_Cve_Estado", gasto) == "BA")
+            return RechazarLinea(2,
+                                 "El tipo de gasto: " + grid.Celda(fila, "DESCRIPCIONTG")
+                                     + " no se puede registrar porque está dado de baja",
+                                 7500074);
+        if (Repetido(grid, fila))
+            return RechazarLinea(2, "La refacción " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
+                                 7500075);
+    }
+    return true;
+}
+
+bool frmServicio::ValidarHerramientas()
+{
+    const Grid &grid = *ui->ssHerramientas;
+    for (Contador16 fila; fila < grid.Rows(); ++fila) {
+        if (SinDescripcion(grid, fila))
+            return RechazarLinea(3, "Debe especificar una herramienta válida", 7500076);
+        if (EstadoProducto(grid, fila) == "BA")
+            return RechazarLinea(3,
+                                 "La herramienta: " + grid.Celda(fila, "Descripción")
+                                     + " no se puede registrar porque está dada de baja",
+                                 7500077);
+        if (SinCantidad(grid, fila))
+            return RechazarLinea(3, "Debe especificar una cantidad para la herramienta", 7500078);
+        if (Repetido(grid, fila))
+            return RechazarLinea(3, "La herramienta " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
+                                 7500079);
+    }
+    return true;
+}
