@@ -1,0 +1,175 @@
+#include "component/IPantalla.h"
+#include "data/ErrorEjecucion.h"
+#include "session/Registro.h"
+#include "support/Escenario.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QLibrary>
+#include <QProcess>
+
+// The component's entry points, as a host meets them.
+class PrComponente : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY2(biblioteca.load(), qPrintable(biblioteca.errorString())); }
+    void fabrica();
+    void pantalla();
+    void sinSesion();
+    void registro();
+    void programa_data();
+    void programa();
+
+private:
+    template <class Fn>
+    Fn Entrada(const char *nombre)
+    {
+        return reinterpret_cast<Fn>(biblioteca.resolve(nombre));
+    }
+    com::HRESULT SePuedeDescargar() { return Entrada<com::FnSinArgumentos>("DllCanUnloadNow")(); }
+    com::HRESULT ObjetoDeClase(const com::GUID &clase, const com::GUID &iid, void **objeto)
+    {
+        return Entrada<com::FnDllGetClassObject>("DllGetClassObject")(clase, iid, objeto);
+    }
+
+    QLibrary biblioteca{BIBLIOTECA_KT580};
+};
+
+void PrComponente::fabrica()
+{
+    void *objeto = this;
+    QCOMPARE(ObjetoDeClase(com::IID_IUnknown, com::IID_IClassFactory, &objeto), com::CLASS_E_CLASSNOTAVAILABLE);
+    QVERIFY(!objeto);
+    QCOMPARE(ObjetoDeClase(KT580::CLSID_Pantalla, KT580::IID_IPantalla, &objeto), com::E_NOINTERFACE);
+    QCOMPARE(ObjetoDeClase(KT580::CLSID_Pantalla, com::IID_IClassFactory, nullptr), com::E_POINTER);
+    QCOMPARE(SePuedeDescargar(), com::S_OK);
+
+    QCOMPARE(ObjetoDeClase(KT580::CLSID_Pantalla, com::IID_IUnknown, &objeto), com::S_OK);
+    auto *desconocido = static_cast<com::IUnknown *>(objeto);
+    QCOMPARE(SePuedeDescargar(), com::S_FALSE);
+    QCOMPARE(desconocido->QueryInterface(com::IID_IClassFactory, &objeto), com::S_OK);
+    auto *fabrica = static_cast<com::IClassFactory *>(objeto);
+    QCOMPARE(desconocido->Release(), 1u);
+
+    QCOMPARE(fabrica->CreateInstance(fabrica, KT580::IID_IPantalla, &objeto), com::CLASS_E_NOAGGREGATION);
+    QCOMPARE(fabrica->CreateInstance(nullptr, com::IID_IClassFactory, &objeto), com::E_NOINTERFACE);
+    QVERIFY(!objeto);
+    QCOMPARE(fabrica->LockServer(1), com::S_OK);
+    QCOMPARE(fabrica->Release(), 0u);
+    QCOMPARE(SePuedeDescargar(), com::S_FALSE); // the lock still holds it
+    QCOMPARE(ObjetoDeClase(KT580::CLSID_Pantalla, com::IID_IClassFactory, &objeto), com::S_OK);
+    fabrica = static_cast<com::IClassFactory *>(objeto);
+    fabrica->LockServer(0);
+    fabrica->Release();
+    QCOMPARE(SePuedeDescargar(), com::S_OK);
+}
+
+// One screen, not shown, alive without its Pantalla; closed, the next call makes another.
+void PrComponente::pantalla()
+{
+    Escenario escenario;
+    void *objeto = nullptr;
+    QCOMPARE(ObjetoDeClase(KT580::CLSID_Pantalla, com::IID_IClassFactory, &objeto), com::S_OK);
+    auto *fabrica = static_cast<com::IClassFactory *>(objeto);
+    QCOMPARE(fabrica->CreateInstance(nullptr, KT580::IID_IPantalla, &objeto), com::S_OK);
+    fabrica->Release();
+    auto *clase = static_cast<KT580::IPantalla *>(objeto);
+    QVariant una;
+    QVariant otra;
+    QCOMPARE(clase->GetPantalla(nullptr), com::E_POINTER);
+    QCOMPARE(clase->GetPantalla(&una), com::S_OK);
+    QCOMPARE(clase->GetPantalla(&otra), com::S_OK);
+    QPointer<QWidget> ventana = qobject_cast<QWidget *>(una.value<QObject *>());
+    QVERIFY(ventana && !ventana->isVisible());
+    QCOMPARE(otra.value<QObject *>(), ventana.data());
+
+    QObject padre;
+    padre.setProperty("Transaccion", "0815");
+    ventana->setProperty("Padre", QVariant::fromValue(&padre));
+    QCOMPARE(ventana->property("Padre").value<QObject *>(), &padre);
+    QCOMPARE(ventana->property("Transaccion").toString(), "Quorvex 0815");
+
+    ventana->close();
+    QCOMPARE(clase->GetPantalla(&otra), com::S_OK);
+    QVERIFY(otra.value<QObject *>() != ventana.data());
+    QCOMPARE(clase->Release(), 0u);
+    QCOMPARE(SePuedeDescargar(), com::S_FALSE);
+    qobject_cast<QWidget *>(otra.value<QObject *>())->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(SePuedeDescargar(), com::S_OK);
+}
+
+void PrComponente::sinSesion()
+{
+    void *objeto = nullptr;
+    QCOMPARE(ObjetoDeClase(KT580::CLSID_Pantalla, com::IID_IClassFactory, &objeto), com::S_OK);
+    auto *fabrica = static_cast<com::IClassFactory *>(objeto);
+    QCOMPARE(fabrica->CreateInstance(nullptr, KT580::IID_IPantalla, &objeto), com::S_OK);
+    fabrica->Release();
+    auto *clase = static_cast<KT580::IPantalla *>(objeto);
+    QVariant nada;
+    QCOMPARE(clase->GetPantalla(&nada), com::E_FAIL);
+    QVERIFY(!nada.isValid());
+    clase->Release();
+    QCOMPARE(SePuedeDescargar(), com::S_OK);
+}
+
+void PrComponente::registro()
+{
+    QTemporaryDir carpeta;
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(carpeta.path()));
+    const auto registrar = Entrada<com::FnSinArgumentos>("DllRegisterServer");
+    const auto borrar = Entrada<com::FnSinArgumentos>("DllUnregisterServer");
+    QCOMPARE(borrar(), com::S_OK);
+    QVERIFY(!qvx::registro::Buscar(KT580::ClavePantalla));
+    QCOMPARE(registrar(), com::S_OK);
+    const auto clase = qvx::registro::Buscar(KT580::ClavePantalla);
+    QVERIFY(clase.has_value());
+    QCOMPARE(QFileInfo(clase->biblioteca).canonicalFilePath(), QFileInfo(BIBLIOTECA_KT580).canonicalFilePath());
+    QCOMPARE(clase->programa, "KT580.Pantalla");
+    const QString archivo = qvx::registro::Archivo();
+    QVERIFY(!QFile::permissions(archivo).testAnyFlags(QFile::ReadGroup | QFile::ReadOther));
+
+    // What another user could have written is not loaded.
+    QFile::setPermissions(archivo, QFile::ReadOwner | QFile::WriteOwner | QFile::WriteOther);
+    QVERIFY_EXCEPTION_THROWN(qvx::registro::Buscar(KT580::ClavePantalla), qvx::ErrorEjecucion);
+    QFile::setPermissions(archivo, QFile::ReadOwner | QFile::WriteOwner);
+    QCOMPARE(borrar(), com::S_OK);
+    QVERIFY(!qvx::registro::Buscar(KT580::ClavePantalla));
+
+    QVERIFY(QFile::remove(archivo) && QDir().mkpath(archivo)); // cannot be written
+    QCOMPARE(registrar(), com::SELFREG_E_CLASS);
+}
+
+void PrComponente::programa_data()
+{
+    QTest::addColumn<QStringList>("argumentos");
+    QTest::addColumn<int>("salida");
+    QTest::addColumn<QString>("texto");
+    QTest::newRow("ayuda") << QStringList{"--ayuda"} << 0 << "Uso: quorvex";
+    QTest::newRow("versión") << QStringList{"--version"} << 0 << "Quorvex 1.";
+    QTest::newRow("desconocida") << QStringList{"--nada"} << 2 << "Opción desconocida: --nada";
+    QTest::newRow("sin valor") << QStringList{"--base-datos"} << 2 << "le falta su valor";
+    QTest::newRow("de más") << QStringList{"archivo"} << 2 << "Argumento de más: archivo";
+    QTest::newRow("operador con comilla") << QStringList{"--operador", "O'Hara"} << 2 << "sin comillas";
+    QTest::newRow("base ajena") << QStringList{"--base-datos", PROGRAMA_QUORVEX} << 1 << "no es de Quorvex";
+}
+
+void PrComponente::programa()
+{
+    QFETCH(QStringList, argumentos);
+    QFETCH(int, salida);
+    QFETCH(QString, texto);
+    QProcess quorvex;
+    quorvex.setProcessChannelMode(QProcess::MergedChannels);
+    quorvex.start(PROGRAMA_QUORVEX, argumentos);
+    QVERIFY(quorvex.waitForFinished());
+    const QString dicho = QString::fromUtf8(quorvex.readAll());
+    QVERIFY2(dicho.contains(texto), qPrintable(dicho));
+    QCOMPARE(quorvex.exitCode(), salida);
+}
+
+PRUEBA_MAIN(PrComponente)
+#include "pr_componente.moc"

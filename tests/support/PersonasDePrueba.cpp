@@ -1,0 +1,60 @@
+#include "support/PersonasDePrueba.h"
+
+#include <QTest>
+
+int PersonasDePrueba::Mensaje(const qvx::Aviso &aviso)
+{
+    avisos.append(
+        QString("%1|%2|%3|%4|%5")
+            .arg(QString::number(aviso.estilo), aviso.titulo, aviso.modulo, aviso.identificador, aviso.texto));
+    ventanas.append(aviso.ventana);
+    detalles.append(aviso.detalles);
+    if ((aviso.estilo & 0xF) == 0)
+        return qvx::mensaje::Aceptar;
+    if (respuestas.isEmpty() || respuestas.constFirst().identificador != aviso.identificador) {
+        QTest::qFail(qPrintable("Pregunta imprevista: " + avisos.constLast()), __FILE__, __LINE__);
+        return qvx::mensaje::Cancelar;
+    }
+    const Respuesta respuesta = respuestas.takeFirst();
+    if (respuesta.antes)
+        respuesta.antes();
+    return respuesta.boton;
+}
+
+QString PersonasDePrueba::BuscarEnCatalogo(const QString &catalogo, int maximo, const QString & /*filtro*/,
+                                           const QFont & /*fuente*/, QWidget * /*duena*/)
+{
+    if (elecciones.isEmpty() || elecciones.constFirst().first != catalogo) {
+        QTest::qFail(qPrintable(QString("Búsqueda imprevista: %1 %2").arg(catalogo).arg(maximo)), __FILE__, __LINE__);
+        return {};
+    }
+    return elecciones.takeFirst().second;
+}
+
+void PersonasDePrueba::InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget * /*duena*/)
+{
+    informacion = datos;
+}
+
+void PersonasDePrueba::Responder(int identificador, int respuesta, const std::function<void()> &antes)
+{
+    respuestas.append({"ERR-ID:" + QString::number(identificador), respuesta, antes});
+}
+
+void PersonasDePrueba::Elegir(const QString &catalogo, const QString &clave)
+{
+    elecciones.append({catalogo, clave});
+}
+
+QStringList PersonasDePrueba::Tomar()
+{
+    ventanas.clear();
+    detalles.clear();
+    return std::exchange(avisos, {});
+}
+
+void PersonasDePrueba::Revisar() const
+{
+    QVERIFY2(respuestas.isEmpty(), "Una respuesta quedó sin pregunta");
+    QVERIFY2(elecciones.isEmpty(), "Una elección quedó sin búsqueda");
+}

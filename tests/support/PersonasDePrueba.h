@@ -1,0 +1,41 @@
+#pragma once
+
+#include "session/Interaccion.h"
+
+#include <QList>
+#include <QStringList>
+#include <functional>
+
+// Stands for the person: records every message, answers questions and searches from a script. A question that was not
+// foreseen, and an answer that nobody asked for, fail the test.
+class PersonasDePrueba : public qvx::Interaccion
+{
+public:
+    int Mensaje(const qvx::Aviso &aviso) override;
+    QString BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
+                             QWidget *duena) override;
+    void InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena) override;
+
+    // The next question with this identifier gets this answer; antes runs while it is shown.
+    void Responder(int identificador, int respuesta, const std::function<void()> &antes = {});
+    void Elegir(const QString &catalogo, const QString &clave);
+
+    // The messages so far, as "estilo|título|módulo|identificador|texto", and forgets them.
+    QStringList Tomar();
+    QList<QPair<QString, QString>> informacion;
+    QList<WId> ventanas; // owners of the messages since the last Tomar
+    QStringList detalles;
+
+    // Fails the test when an answer was not used.
+    void Revisar() const;
+
+private:
+    struct Respuesta {
+        QString identificador;
+        int boton;
+        std::function<void()> antes;
+    };
+    QStringList avisos;
+    QList<Respuesta> respuestas;
+    QList<QPair<QString, QString>> elecciones;
+};

@@ -1,0 +1,99 @@
+#include "support/Plan.h"
+
+#include "controls/Comunes.h"
+#include "controls/SSOleDBGrid.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QToolBar>
+
+void SembrarPlan(const Escenario &escenario)
+{
+    const QString auditoria = "'jcruz', '2025-01-02 03:04:05', 'jcruz', '2025-01-02 03:04:05'";
+    const auto parte = [&](const QString &tipo, const QString &id, const QString &padre, const QString &descripcion,
+                           const QString &estado = "AC") {
+        escenario.Motor("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion, "
+                        "Es_Cve_Estado, Oper_Alta, Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif) VALUES ('"
+                        + tipo + "', '" + id + "', '" + padre + "', '" + descripcion + "', '" + estado + "', "
+                        + auditoria + ")");
+    };
+    const auto servicio = [&](const QString &id, const QString &parteServicio, const QString &valores) {
+        escenario.Motor("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, "
+                        "Pm_Frecuencia, Pm_Lectura, Pm_Unidad_Lectura, Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, "
+                        "Pm_Requiere_Paro, Pm_Tiempo_Paro, Oper_Alta, Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif) "
+                        "VALUES ('0900', '"
+                        + parteServicio + "', '" + id + "', '9001', " + valores + ", " + auditoria + ")");
+    };
+    const auto linea = [&](const QString &valores) {
+        escenario.Motor("INSERT INTO Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, "
+                        "Pr_Cve_Producto, Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe, Pmd_Tipo_Gasto) VALUES "
+                        "('0900', "
+                        + valores + ")");
+    };
+    escenario.Motor("INSERT INTO Tipo_Equipo VALUES ('0900', 'BOMBA DE PRUEBA', 'AC'), ('0901', 'SIN PLAN', 'AC'), "
+                    "('0902', 'AJENA', 'AC'), ('0903', 'CANCELADA', 'CA')");
+    escenario.Motor("INSERT INTO Producto VALUES ('9000000001', 'MECÁNICO', 'MO', 'HR', 150.25, 'AC'), "
+                    "('9000000002', 'SELLO', 'RE', 'PZA', 80.1, 'AC'), ('9000000003', 'LLAVE', 'HE', 'PZA', 5, 'AC'), "
+                    "('9000000004', 'JUNTA', 'RE', 'PZA', 10, 'AC'), ('9000000009', 'RETIRADO', 'MO', 'HR', 1, 'BA')");
+    escenario.Motor("INSERT INTO Tipo_Gasto VALUES ('9001', 'CONSUMO', 'AC'), ('9009', 'ANTIGUO', 'BA')");
+    escenario.Motor("INSERT INTO Tipo_Servicio VALUES ('9001', 'REVISIÓN', 'AC'), ('9009', 'OLVIDADO', 'BA')");
+    escenario.Motor("INSERT INTO Prioridad_Servicio VALUES ('9001', 'URGENTE DE PRUEBA', 'AC')");
+    escenario.Motor("INSERT INTO Unidad VALUES ('HRS', 'HORAS DE PRUEBA', 'AC')");
+    parte("0900", "0001", "0000", "CUERPO");
+    parte("0900", "0002", "0001", "IMPULSOR");
+    parte("0900", "0003", "0001", "SELLO", "BA");
+    parte("0900", "0004", "0003", "RESORTE");
+    parte("0900", "0005", "0000", "MOTOR");
+    parte("0900", "0006", "7777", "SUELTA");
+    parte("0902", "0001", "0000", "AJENA");
+    servicio("000001", "0002", "30, 0, '', 1000, 8.5, '9001', 'SI', 4");
+    servicio("000002", "0002", "0, 1250.5, 'HRS', 500, 2, '9001', 'NO', 0");
+    servicio("000003", "0003", "90, 500, 'HRS', 100, 1, '9001', 'si', 0");
+    linea("'0002', '000001', '000001', '01', '9000000001', 2, 'HR', 150.25, 300.5, ''");
+    linea("'0002', '000001', '000002', '02', '9000000002', 1.5, 'PZA', 80.1, 120.15, '9001'");
+    linea("'0002', '000001', '000003', '03', '9000000003', 1, 'PZA', 0, 0, ''");
+    linea("'0003', '000003', '000004', '01', '9000000001', 1, 'HR', 150.25, 150.25, ''");
+}
+
+void Escribir(QWidget &caja, const QString &texto)
+{
+    auto *linea = caja.findChild<QLineEdit *>();
+    linea->setFocus();
+    linea->selectAll();
+    QTest::keyClick(linea, Qt::Key_Delete);
+    QTest::keyClicks(linea, texto);
+    QTest::keyClick(linea, Qt::Key_Tab);
+}
+
+void EscribirCelda(QWidget &grid, int fila, const QString &columna, const QString &texto)
+{
+    auto &tabla = dynamic_cast<SSDataWidgets_B_OLEDB::SSOleDBGrid &>(grid);
+    tabla.setFocus();
+    tabla.setCurrentCell(fila, tabla.IndiceColumna(columna));
+    QTest::keyClick(&tabla, Qt::Key_F2);
+    auto *editor = tabla.viewport()->findChild<QLineEdit *>();
+    QVERIFY2(editor, "La celda no se edita");
+    editor->selectAll();
+    if (texto.isEmpty())
+        QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClicks(editor, texto);
+    QTest::keyClick(editor, Qt::Key_Tab);
+    QCoreApplication::processEvents();
+}
+
+void Pulsar(QWidget &barra, const QString &comando)
+{
+    auto *accion = barra.findChild<QAction *>(comando);
+    auto *boton = dynamic_cast<QToolBar &>(barra).widgetForAction(accion);
+    QVERIFY2(accion && boton, qPrintable(comando));
+    QVERIFY2(accion->isEnabled() && boton->isVisible(), qPrintable("No se ofrece " + comando));
+    QTest::mouseClick(boton, Qt::LeftButton);
+}
+
+void ElegirNodo(QWidget &arbol, const QString &clave)
+{
+    auto &tv = dynamic_cast<comunesQVX::TreeView &>(arbol);
+    auto *nodo = tv.Item(clave);
+    tv.EnsureVisible(nodo);
+    QTest::mouseClick(tv.viewport(), Qt::LeftButton, {}, tv.visualItemRect(nodo).center());
+}
