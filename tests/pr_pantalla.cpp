@@ -129,8 +129,7 @@ void PrPantalla::tipos_data()
     QTest::newRow("sin partes") << "0901"
                                 << "0901"
                                 << "SIN PLAN" << 1 << "00000|||Copiar plan";
-    QTest::newRow("desconocida") << "7"
-                                 << "0007"
+    QTest::newRow("desconocida") << "777" << "0777"
                                  << "" << 0 << "00000|||";
     QTest::newRow("cancelada") << "0903"
                                << "0903"
@@ -274,6 +273,7 @@ void PrPantalla::teclas()
 {
     escenario->Pantalla("0900");
     ElegirNodo(Arbol(), "N0001");
+    Arbol().expandAll();
     QTest::keyClick(&Arbol(), Qt::Key_Down);
     QCOMPARE(Arbol().SelectedItem()->Key(), "N0002");
     QCOMPARE(Lista().Count(), 2); // moving by keyboard counts as a click

@@ -49,10 +49,11 @@ const QString NoEsBase = "26";
 class Base
 {
 public:
-    explicit Base(const QString &archivo_)
+    // archivo: how the database is called in messages.
+    Base(const QString &ruta, const QString &archivo_)
         : archivo(archivo_), base(QSqlDatabase::addDatabase("QSQLITE", QUuid::createUuid().toString()))
     {
-        base.setDatabaseName(archivo);
+        base.setDatabaseName(ruta);
         base.setConnectOptions("QSQLITE_BUSY_TIMEOUT=5000");
         if (!base.open())
             Rechazar(archivo, base.lastError());
@@ -117,9 +118,9 @@ void EjecutarGuion(Base &base, const QString &nombre)
     }
 }
 
-void Llenar(const QString &archivo, bool conEjemplos)
+void Llenar(const QString &ruta, const QString &archivo, bool conEjemplos)
 {
-    Base base(archivo);
+    Base base(ruta, archivo);
     base.Ejecutar("BEGIN");
     EjecutarGuion(base, "sqlite/esquema.sql");
     EjecutarGuion(base, "catalogos.sql");
@@ -138,7 +139,7 @@ void Crear(const QString &archivo, bool conEjemplos)
     if (!QDir().mkpath(carpeta) || !nuevo.open())
         Rechazar(archivo, "no se puede crear: " + (nuevo.errorString().isEmpty() ? carpeta : nuevo.errorString()));
     nuevo.close();
-    Llenar(nuevo.fileName(), conEjemplos);
+    Llenar(nuevo.fileName(), archivo, conEjemplos);
     if (!QFile::rename(nuevo.fileName(), archivo))
         Rechazar(archivo, "no se puede crear en su lugar");
     nuevo.setAutoRemove(false);
@@ -160,7 +161,7 @@ void RevisarCabecera(const QString &archivo)
 void RevisarQueSeEscribe(Base &base)
 {
     base.Ejecutar("BEGIN IMMEDIATE");
-    base.Ejecutar("UPDATE Formato_Clave SET Fc_Mascara = Fc_Mascara");
+    base.Ejecutar("UPDATE Formato_Clave SET Fc_Mascara = Fc_Mascara || ' '");
     base.Ejecutar("ROLLBACK");
 }
 
@@ -173,7 +174,7 @@ std::unique_ptr<Conexion> AbrirBaseDeDatos(const QString &archivo, bool conEjemp
     else
         Crear(archivo, conEjemplos);
 
-    Base base(archivo);
+    Base base(archivo, archivo);
     if (base.Entero("PRAGMA application_id") != Firma)
         Rechazar(archivo, "no es de Quorvex");
     const int version = base.Entero("PRAGMA user_version");

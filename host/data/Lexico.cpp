@@ -71,7 +71,7 @@ private:
 
     void LiteralDeTexto()
     {
-        QString valor;
+        QString valor(""); // not null: '' is a text, and would be stored as none
         for (++lugar; lugar < texto.size(); ++lugar) {
             if (Actual().isNull())
                 Rechazar("La sentencia contiene un carácter nulo");

@@ -19,8 +19,7 @@ QString NumeroATexto(double numero)
 {
     if (numero == 0)
         return "0"; // also for the negative zero
-    const bool ordinario = std::abs(numero) < 1e15 && std::abs(numero) >= 1e-15;
-    return QString::number(numero, ordinario ? 'f' : 'g', QLocale::FloatingPointShortest);
+    return QString::number(numero, 'f', QLocale::FloatingPointShortest);
 }
 
 std::optional<double> TextoANumero(const QString &texto)

@@ -11,7 +11,7 @@ namespace qvx
 // statements; the screens compose theirs as they stand.
 QString Literal(const QString &texto);
 
-// The number with "." as decimal mark, no thousands, no trailing zeros and no exponent below 1e15 in size.
+// The number with "." as decimal mark, no thousands, no trailing zeros and no exponent.
 QString NumeroATexto(double numero);
 
 // The number that a text stands for: digits, one decimal mark ".", "," between thousands, a leading "-".

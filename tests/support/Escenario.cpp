@@ -165,16 +165,16 @@ QStringList Escenario::Traza()
 
 void EnElDialogo(const std::function<void(QWidget &)> &pasos)
 {
-    QTimer::singleShot(0, qApp, [pasos] {
+    auto *espera = new QTimer(qApp);
+    QObject::connect(espera, &QTimer::timeout, espera, [espera, pasos] {
         QWidget *dialogo = QApplication::activeModalWidget();
-        if (!dialogo) {
-            QTest::qFail("No se abrió el diálogo", __FILE__, __LINE__);
+        if (!dialogo || !dialogo->isActiveWindow())
             return;
-        }
-        if (!QTest::qWaitForWindowActive(dialogo))
-            QTest::qFail("El diálogo no se activó", __FILE__, __LINE__);
+        espera->stop();
+        espera->deleteLater();
         pasos(*dialogo);
         if (dialogo == QApplication::activeModalWidget()) // a failed test must not hang
             dialogo->close();
     });
+    espera->start(1);
 }

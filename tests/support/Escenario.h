@@ -64,7 +64,7 @@ private:
     qint64 leido = 0;
 };
 
-// Does something in the modal form that the next event loop shows, then checks that it is gone.
+// Does something in the next modal form, as soon as it is active, and closes it if the steps did not.
 void EnElDialogo(const std::function<void(QWidget &)> &pasos);
 
 #define PRUEBA_MAIN(Clase)                                                                                             \

@@ -71,7 +71,7 @@ void EscribirCelda(QWidget &grid, int fila, const QString &columna, const QStrin
     tabla.setFocus();
     tabla.setCurrentCell(fila, tabla.IndiceColumna(columna));
     QTest::keyClick(&tabla, Qt::Key_F2);
-    auto *editor = tabla.viewport()->findChild<QLineEdit *>();
+    auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
     QVERIFY2(editor, "La celda no se edita");
     editor->selectAll();
     if (texto.isEmpty())
@@ -83,6 +83,7 @@ void EscribirCelda(QWidget &grid, int fila, const QString &columna, const QStrin
 
 void Pulsar(QWidget &barra, const QString &comando)
 {
+    QCoreApplication::processEvents(); // the bar lays its buttons out
     auto *accion = barra.findChild<QAction *>(comando);
     auto *boton = dynamic_cast<QToolBar &>(barra).widgetForAction(accion);
     QVERIFY2(accion && boton, qPrintable(comando));
