@@ -67,8 +67,10 @@ bool frmKT580::DadaDeBaja(const Nodo *nodo)
     return nodo->Image() == Baja || nodo->Image() == BajaAbierta;
 }
 
-void frmKT580::tvPartes_AfterLabelEdit(bool & /*cancelar*/, QString &texto)
+// The control itself never changes the label: the tree is read again, or stays as it was.
+void frmKT580::tvPartes_AfterLabelEdit(bool &cancelar, QString &texto)
 {
+    cancelar = true;
     if (texto.isEmpty())
         return;
     Trampa::delHost(*this, [&] {

@@ -99,7 +99,10 @@ void frmServicio::Form_Load()
     });
 }
 
-bool frmServicio::TieneClave() const { return !ui->txtID->Text().isEmpty(); }
+bool frmServicio::TieneClave() const
+{
+    return !ui->txtID->Text().isEmpty();
+}
 
 void frmServicio::SoloLectura()
 {
@@ -116,7 +119,7 @@ void frmServicio::chkRequiereParo_Click()
         const bool conParo = ui->chkRequiereParo->isChecked();
         ui->txtTiempoParo->setEnabled(conParo && ui->chkRequiereParo->isEnabled());
         if (conParo)
-            ui->txtTiempoParo->setText(ui->txtTiempoEstimado->Text());
+            CopiarTiempo();
         else
             ui->txtTiempoParo->setNumero(0);
     });
@@ -125,7 +128,16 @@ void frmServicio::chkRequiereParo_Click()
 void frmServicio::txtTiempoEstimado_Change()
 {
     if (ui->chkRequiereParo->isChecked())
-        ui->txtTiempoParo->setText(ui->txtTiempoEstimado->Text());
+        Trampa::delHost(*this, [&] { CopiarTiempo(); });
+}
+
+// The downtime takes the estimated hours: the number and not its text, which may be shown with fewer decimals.
+void frmServicio::CopiarTiempo()
+{
+    if (ui->txtTiempoEstimado->Text().isEmpty())
+        ui->txtTiempoParo->setText("");
+    else
+        ui->txtTiempoParo->setNumero(ui->txtTiempoEstimado->Numero());
 }
 
 void frmServicio::ssTabQvx_Click(int pagina)

@@ -63,6 +63,7 @@ private:
 
     void chkRequiereParo_Click();
     void txtTiempoEstimado_Change();
+    void CopiarTiempo();
     void ssTabQvx_Click(int pagina);
     void Grid_KeyPress(int codigo);
     void CargarLineas(const QString &tipoEquipo, const QString &parte, const QString &servicio);

@@ -257,6 +257,7 @@ void PrPantalla::etiqueta()
                  .toString(),
              guardado);
     QCOMPARE(Mensajes().join(""), mensaje);
+    QCOMPARE(Arbol().SelectedItem()->Text(), "0002 - " + guardado);
     if (!mensaje.isEmpty() || texto.isEmpty())
         return;
     QCOMPARE(escenario->Traza().constFirst(),

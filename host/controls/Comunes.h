@@ -123,6 +123,7 @@ private:
     void SubirSeleccion();
     void Elegido();
     bool MoverConTecla(int tecla);
+    void DesecharEdicion();
     void TerminarEdicion(Edicion edicion);
     bool AceptaArrastre(const QDropEvent &evento) const;
 

@@ -69,6 +69,12 @@ Controles::Controles(QWidget *padre) : QToolBar(padre)
     for (QAction *extra : {extra1, extra2, extra3})
         Titular(extra, "");
     setJuegoComandos(Pantalla);
+
+    // Among them the one that opens what a narrow bar has no room for.
+    for (QToolButton *boton : findChildren<QToolButton *>()) {
+        boton->setFocusPolicy(Qt::TabFocus);
+        boton->installEventFilter(this);
+    }
 }
 
 QAction *Controles::Agregar(const QString &nombre, const QString &texto, const QString &icono,
@@ -80,9 +86,6 @@ QAction *Controles::Agregar(const QString &nombre, const QString &texto, const Q
     orden->setAutoRepeat(false);
     orden->setToolTip(Ayuda(texto, atajo.toString(QKeySequence::NativeText)));
     connect(orden, &QAction::triggered, this, [this, orden, senal] { Ejecutar(*orden, senal); });
-    QWidget *boton = widgetForAction(orden);
-    boton->setFocusPolicy(Qt::TabFocus);
-    boton->installEventFilter(this);
     return orden;
 }
 
@@ -101,7 +104,7 @@ void Controles::Titular(QAction *extra, const QString &titulo)
     extra->setText(titulo);
     extra->setIcon(IconoDeTitulo(titulo));
     extra->setToolTip(Ayuda(titulo, extra->shortcut().toString(QKeySequence::NativeText)));
-    extra->setVisible(!titulo.isEmpty());
+    extra->setVisible(juego == Pantalla && !titulo.isEmpty());
 }
 
 bool Controles::eventFilter(QObject *objeto, QEvent *evento)

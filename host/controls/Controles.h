@@ -77,7 +77,7 @@ private:
     QAction *Agregar(const QString &nombre, const QString &texto, const QString &icono, const QKeySequence &atajo,
                      void (Controles::*senal)());
     void Ejecutar(const QAction &orden, void (Controles::*senal)());
-    static void Titular(QAction *extra, const QString &titulo);
+    void Titular(QAction *extra, const QString &titulo);
 
     Juego juego = Pantalla;
     QAction *nuevo, *editar, *eliminar, *reactivar, *info, *extra1, *extra2, *extra3, *aceptar, *cancelar, *cerrar;

@@ -2,13 +2,12 @@
 
 #include "controls/SSOleDBGrid.h"
 #include "controls/ValidadorNumero.h"
-#include "data/Texto.h"
 
-#include <QApplication>
 #include <QFocusEvent>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QStyle>
 #include <QToolTip>
 #include <algorithm>
 
@@ -21,19 +20,9 @@ namespace
 constexpr int AnchoBoton = 24;
 // Digits that may be typed in a number; with so few it cannot be too large for one.
 constexpr int LargoNumero = 30;
-constexpr int LargoNumeroMostrado = 300;
 
 // The text that an editor began with, so that an edit counts once and only when it changed something.
 constexpr auto TextoInicial = "textoInicial";
-
-// A text that is no number is shown as it stands.
-QString TextoMostrado(const QString &texto, const QString &formato)
-{
-    if (formato.isEmpty() || texto.size() > LargoNumeroMostrado)
-        return texto;
-    const auto numero = qvx::TextoANumero(texto);
-    return numero ? qvx::NumeroConFormato(*numero, formato) : texto;
-}
 
 bool EsSalida(Qt::FocusReason motivo)
 {
@@ -54,10 +43,11 @@ void DelegadoCelda::initStyleOption(QStyleOptionViewItem *opcion, const QModelIn
 {
     QStyledItemDelegate::initStyleOption(opcion, indice);
     const Columna &columna = grid.ColumnaDe(indice);
-    opcion->text = TextoMostrado(opcion->text, columna.formato);
     if (!columna.formato.isEmpty())
         opcion->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
-    if (columna.bloqueada)
+    if (!columna.formato.isEmpty() || columna.boton)
+        opcion->features.setFlag(QStyleOptionViewItem::WrapText, false); // only descriptions may take two lines
+    if (columna.bloqueada && grid.isEnabled())
         opcion->backgroundBrush = opcion->palette.alternateBase();
 }
 
@@ -131,11 +121,14 @@ void DelegadoCelda::updateEditorGeometry(QWidget *editor, const QStyleOptionView
 bool DelegadoCelda::helpEvent(QHelpEvent *evento, QAbstractItemView *vista, const QStyleOptionViewItem &opcion,
                               const QModelIndex &indice)
 {
-    if (evento->type() != QEvent::ToolTip || !indice.isValid()
-        || sizeHint(opcion, indice).width() <= opcion.rect.width())
+    if (evento->type() != QEvent::ToolTip || !indice.isValid())
         return QStyledItemDelegate::helpEvent(evento, vista, opcion, indice);
     QStyleOptionViewItem celda = opcion;
     initStyleOption(&celda, indice);
+    const int ajuste = celda.features.testFlag(QStyleOptionViewItem::WrapText) ? Qt::TextWordWrap : 0;
+    const QRect area = opcion.rect.adjusted(4, 0, -4, 0);
+    if (area.contains(celda.fontMetrics.boundingRect(area, ajuste | Qt::AlignVCenter, celda.text)))
+        return QStyledItemDelegate::helpEvent(evento, vista, opcion, indice);
     QToolTip::showText(evento->globalPos(), "<span>" + celda.text.toHtmlEscaped() + "</span>", vista);
     return true;
 }

@@ -40,9 +40,9 @@ DialogoCatalogo::DialogoCatalogo(QString codigo, int maximo_, QString filtro_, Q
     , catalogo(std::move(codigo))
     , maximo(maximo_)
     , filtro(std::move(filtro_))
-    , txtBuscar(new QLineEdit)
-    , lvEntradas(new QTreeWidget)
-    , aviso(new QLabel(" "))
+    , txtBuscar(new QLineEdit(this))
+    , lvEntradas(new QTreeWidget(this))
+    , aviso(new QLabel(" ", this))
 {
     setWindowTitle(CatalogoPorCodigo(catalogo).titulo);
     resize(560, 440);
@@ -76,6 +76,7 @@ DialogoCatalogo::DialogoCatalogo(QString codigo, int maximo_, QString filtro_, Q
     columna->addWidget(lvEntradas);
     columna->addWidget(aviso);
     columna->addWidget(botones);
+    txtBuscar->setFocus();
 
     connect(txtBuscar, &QLineEdit::textChanged, this, &DialogoCatalogo::AlEscribir);
     connect(lvEntradas, &QTreeWidget::itemSelectionChanged, this,

@@ -38,7 +38,10 @@ bool SSOleDBGrid::edit(const QModelIndex &indice, EditTrigger motivo, QEvent *ev
 
 void SSOleDBGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint sugerencia)
 {
+    const bool conElFoco = editor && editor == window()->focusWidget();
     QTableWidget::closeEditor(editor, sugerencia);
+    if (conElFoco) // also while the window is not active again yet after a message
+        setFocus();
     DevolverSiVacio();
 }
 

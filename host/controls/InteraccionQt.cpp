@@ -110,6 +110,7 @@ void PonerProcedencia(QMessageBox &caja, const QString &procedencia)
     QFont letra = caja.font();
     letra.setPointSizeF(letra.pointSizeF() * LetraPequena);
     etiqueta->setTextFormat(Qt::PlainText);
+    etiqueta->setTextInteractionFlags(Qt::TextSelectableByMouse);
     etiqueta->setFont(letra);
 }
 

@@ -3,6 +3,7 @@
 #include <QDrag>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMimeData>
 
 namespace comunesQVX
@@ -13,7 +14,18 @@ namespace
 
 constexpr int Enter = 13;
 
+// What hangs from the pointer: the dragged rows' texts in one line.
+QPixmap Muestra(const QString &texto, QWidget *lista)
+{
+    QLabel muestra(QString(texto).replace("\r\n", ", "), lista);
+    muestra.setFrameShape(QFrame::Box);
+    muestra.setMargin(4);
+    muestra.setAutoFillBackground(true);
+    muestra.adjustSize();
+    return muestra.grab();
 }
+
+} // namespace
 
 ListView::ListView(QWidget *padre) : QTreeWidget(padre)
 {
@@ -119,6 +131,7 @@ void ListView::startDrag(Qt::DropActions)
     datos->setText(texto);
     auto *arrastre = new QDrag(this);
     arrastre->setMimeData(datos);
+    arrastre->setPixmap(Muestra(texto, viewport()));
     arrastre->exec(Qt::CopyAction, Qt::CopyAction);
 }
 

@@ -9,9 +9,37 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
+#include <numeric>
 
 namespace SSDataWidgets_B_OLEDB
 {
+
+namespace
+{
+
+// A longer text might stand for a number too large for one; a painted cell must not raise errors.
+constexpr int LargoNumeroMostrado = 300;
+
+// Holds the plain text and shows it in its column's format; a text that is no number is shown as it stands.
+class ItemNumero : public QTableWidgetItem
+{
+public:
+    ItemNumero(const QString &texto, QString formato_) : QTableWidgetItem(texto), formato(std::move(formato_)) {}
+
+    QVariant data(int papel) const override
+    {
+        const QVariant valor = QTableWidgetItem::data(papel);
+        if (papel != Qt::DisplayRole || valor.toString().size() > LargoNumeroMostrado)
+            return valor;
+        const auto numero = qvx::TextoANumero(valor.toString());
+        return numero ? qvx::NumeroConFormato(*numero, formato) : valor;
+    }
+
+private:
+    QString formato;
+};
+
+} // namespace
 
 // Every change of the current cell, by mouse, key or code, passes here.
 class SeleccionGrid : public QItemSelectionModel
@@ -47,6 +75,8 @@ SSOleDBGrid::SSOleDBGrid(QWidget *padre) : QTableWidget(padre)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
     verticalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+
+    AjustarRenglones();
 
     ajuste.setSingleShot(true);
     const auto pedirAjuste = [this] {
@@ -123,15 +153,16 @@ void SSOleDBGrid::ExigirRenglon(int fila, int hasta) const
 QString SSOleDBGrid::Texto(int fila, int columna) const
 {
     const QTableWidgetItem *celda = item(fila, columna);
-    return celda ? celda->text() : QString();
+    return celda ? celda->data(Qt::EditRole).toString() : QString();
 }
 
 void SSOleDBGrid::PonerTexto(int fila, int columna, const QString &texto)
 {
+    const QString &formato = columnas.at(columna).formato;
     if (QTableWidgetItem *celda = item(fila, columna))
         celda->setText(texto);
     else if (!texto.isEmpty())
-        setItem(fila, columna, new QTableWidgetItem(texto));
+        setItem(fila, columna, formato.isEmpty() ? new QTableWidgetItem(texto) : new ItemNumero(texto, formato));
 }
 
 QString SSOleDBGrid::Celda(int fila, const QString &columna) const
@@ -205,8 +236,21 @@ void SSOleDBGrid::MarcarRenglon(int fila, const QString &marca)
     setVerticalHeaderItem(fila, marca.isEmpty() ? nullptr : new QTableWidgetItem(marca));
 }
 
-// Numbers are never cut off. The widest description takes the room that is left; where there is none, the other
-// columns give up what their titles and texts do not need.
+// The widest description, which takes the room that is left.
+int SSOleDBGrid::ColumnaElastica() const
+{
+    int elastica = -1;
+    for (int i = 0; i < columnas.size(); ++i) {
+        const Columna &columna = columnas.at(i);
+        if (columna.bloqueada && columna.formato.isEmpty()
+            && (elastica < 0 || columna.ancho > columnas.at(elastica).ancho))
+            elastica = i;
+    }
+    return elastica;
+}
+
+// Titles and numbers are never cut off. Where there is too little room, the columns give up what their titles and
+// texts do not need, each in proportion.
 void SSOleDBGrid::AjustarColumnas()
 {
     if (anchosDePersona || columnas.isEmpty())
@@ -214,28 +258,30 @@ void SSOleDBGrid::AjustarColumnas()
     const QScopedValueRollback guarda(ajustando, true);
     QList<int> anchos;
     QList<int> minimos;
-    int total = 0;
-    int holgura = 0;
-    int elastica = -1;
     for (int i = 0; i < columnas.size(); ++i) {
         const Columna &columna = columnas.at(i);
         contenidos[i] = std::max(contenidos.at(i), sizeHintForColumn(i));
         const int contenido = columna.formato.isEmpty() ? std::min(contenidos.at(i), columna.ancho) : contenidos.at(i);
         minimos.append(std::max(contenido, horizontalHeader()->sectionSizeHint(i)));
         anchos.append(std::max(columna.ancho, minimos.at(i)));
-        total += anchos.at(i);
-        holgura += anchos.at(i) - minimos.at(i);
-        if (columna.formato.isEmpty() && columna.bloqueada
-            && (elastica < 0 || columna.ancho > columnas.at(elastica).ancho))
-            elastica = i;
     }
-    const int sobra = viewport()->width() - total;
-    const double cesion = holgura > 0 ? std::clamp(-1.0 * sobra / holgura, 0.0, 1.0) : 0;
-    for (int i = 0; i < columnas.size(); ++i) {
-        const int cedido = static_cast<int>(cesion * (anchos.at(i) - minimos.at(i)) + 0.999);
-        setColumnWidth(i, anchos.at(i) - std::min(cedido, anchos.at(i) - minimos.at(i))
-                              + (i == elastica ? std::max(0, sobra) : 0));
-    }
+    const int total = std::accumulate(anchos.cbegin(), anchos.cend(), 0);
+    const int holgura = total - std::accumulate(minimos.cbegin(), minimos.cend(), 0);
+    const int falta = std::clamp(total - viewport()->width(), 0, holgura);
+    for (int i = 0; i < columnas.size() && falta > 0; ++i)
+        anchos[i] -= falta * (anchos.at(i) - minimos.at(i)) / holgura;
+    const int sobra = viewport()->width() - std::accumulate(anchos.cbegin(), anchos.cend(), 0);
+    if (const int elastica = ColumnaElastica(); elastica >= 0)
+        anchos[elastica] = std::max(minimos.at(elastica), anchos.at(elastica) + sobra);
+    for (int i = 0; i < columnas.size(); ++i)
+        setColumnWidth(i, anchos.at(i));
+}
+
+// A long description shows in two lines.
+void SSOleDBGrid::AjustarRenglones()
+{
+    const int alto = 2 * fontMetrics().lineSpacing() + 4;
+    verticalHeader()->setDefaultSectionSize(std::max(verticalHeader()->defaultSectionSize(), alto));
 }
 
 void SSOleDBGrid::resizeEvent(QResizeEvent *evento)
@@ -247,6 +293,8 @@ void SSOleDBGrid::resizeEvent(QResizeEvent *evento)
 void SSOleDBGrid::changeEvent(QEvent *evento)
 {
     QTableWidget::changeEvent(evento);
+    if (evento->type() == QEvent::FontChange)
+        AjustarRenglones();
     if (evento->type() == QEvent::EnabledChange && rowCount() > 0)
         setRowHidden(rowCount() - 1, !isEnabled());
 }

@@ -11,7 +11,7 @@ namespace SSDataWidgets_B_OLEDB
 struct Columna {
     QString nombre = {}; // found in any letter case
     QString titulo = {};
-    QString formato = {};        // number format of the display ("#,##0.00#######"), "" for a text column
+    QString formato = {};   // number format of the display ("#,##0.00#######"), "" for a text column
     int ancho = 96;         // pixels at scale 1
     bool bloqueada = false; // not typed into
     bool boton = false;     // key cell: a search button, also F3
@@ -26,7 +26,7 @@ class SSOleDBGrid : public QTableWidget, public qvx::EntradaPendiente
 public:
     explicit SSOleDBGrid(QWidget *padre = nullptr);
 
-    void DefinirColumnas(const QList<Columna> &columnas);
+    void DefinirColumnas(const QList<Columna> &nuevas);
     QString NombreColumna(int columna) const;
     int IndiceColumna(const QString &nombre) const; // raises ElementoNoEncontrado
 
@@ -82,7 +82,9 @@ private:
     void RenglonBlancoEmpieza();
     void MarcarRenglon(int fila, const QString &marca);
     void ExigirRenglon(int fila, int hasta) const;
+    int ColumnaElastica() const;
     void AjustarColumnas();
+    void AjustarRenglones();
 
     // The person's work
     bool EsEditable(const QModelIndex &indice) const;

@@ -41,6 +41,11 @@ QAbstractItemView QLineEdit:focus { border: 1px solid @acento; padding: 0 2px; }
 
 QCheckBox { border: 1px solid transparent; border-radius: 4px; padding: 3px; spacing: 6px; }
 QCheckBox:focus { border-color: @acento; }
+QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid @suave; border-radius: 3px;
+                       background-color: @superficie; }
+QCheckBox::indicator:checked { border-color: @acento; background-color: @acento; image: url(:/controls/marca.svg); }
+QCheckBox::indicator:disabled { border-color: @borde; background-color: @fijo; }
+QCheckBox::indicator:checked:disabled { border-color: @apagado; background-color: @apagado; }
 
 QGroupBox { border: 1px solid @borde; border-radius: 6px; background-color: @superficie; color: @texto;
             font-weight: bold; margin-top: 1.4em; padding: 8px 6px 6px 6px; }
@@ -52,6 +57,7 @@ QToolBar::separator { background-color: @borde; width: 1px; margin: 6px 6px; }
 QToolButton { background-color: transparent; color: @texto; border: 1px solid transparent; border-radius: 4px;
               padding: 4px 7px; }
 QToolButton#qt_toolbar_ext_button { padding: 0; }
+textoQVX--txtQVX QToolButton { padding: 2px 4px; }
 QToolButton:disabled { color: @apagado; }
 QToolButton:hover { background-color: @roce; }
 QToolButton:pressed { background-color: @pulsado; }
@@ -73,7 +79,7 @@ QAbstractItemView:disabled { background-color: @fijo; color: @texto; }
 QTreeView::item { padding: 3px 4px; }
 QHeaderView { background-color: @fijo; border: none; border-radius: 0; padding: 0; font-weight: bold; }
 QHeaderView::section { background-color: @fijo; color: @texto; border: none; border-right: 1px solid @borde;
-                       border-bottom: 1px solid @borde; padding: 5px 6px; }
+                       border-bottom: 1px solid @borde; padding: 5px 3px; }
 QTableCornerButton::section { background-color: @fijo; border: none; border-right: 1px solid @borde;
                               border-bottom: 1px solid @borde; }
 

@@ -42,6 +42,7 @@ txtQVX::txtQVX(QWidget *padre)
     boton->setToolTip("Buscar (F3)");
     boton->setAccessibleName("Buscar");
     boton->setFocusPolicy(Qt::NoFocus);
+    boton->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored); // boxes with and without it are equally high
 
     auto *fila = new QHBoxLayout(this);
     fila->setContentsMargins(0, 0, 0, 0);
@@ -200,7 +201,7 @@ bool txtQVX::AlPulsar(const QKeyEvent &tecla)
     case Qt::Key_Return:
     case Qt::Key_Enter:
         ConfirmarEntrada();
-        if (linea->hasFocus())
+        if (window()->focusWidget() == linea) // no handler has put the focus elsewhere
             focusNextPrevChild(true);
         return true;
     default:

@@ -44,7 +44,7 @@ public:
     // Of a numeric box: the number it holds, 0 when it is empty.
     double Numero() const;
     // Shows the number in FormatoNumero ("" : plain text form), and holds it unrounded.
-    void setNumero(double numero);
+    void setNumero(double nuevo);
     // The number as a statement takes it, e.g. "1234.5"; "0" when the box is empty.
     QString NumeroSQL() const;
 
@@ -67,7 +67,7 @@ public:
     // Shown, selectable and copied, but not typed into; it is no stop of the Tab key.
     void setSoloLectura(bool valor);
     int MaxLength() const;
-    void setMaxLength(int largo);
+    void setMaxLength(int nuevo);
     QString NombreAccesible() const;
     void setNombreAccesible(const QString &nombre);
     // Whether it can take the focus now: visible, enabled, not read-only.
