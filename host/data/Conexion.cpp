@@ -73,8 +73,8 @@ double Recordset::Numero(const QString &campo) const
     return numero;
 }
 
-Conexion::Conexion(QSqlDatabase base_, std::unique_ptr<Dialecto> dialecto_, const QString &archivoTraza)
-    : base(std::move(base_)), dialecto(std::move(dialecto_))
+Conexion::Conexion(const QSqlDatabase &base_, std::unique_ptr<Dialecto> dialecto_, const QString &archivoTraza)
+    : base(base_), dialecto(std::move(dialecto_))
 {
     if (archivoTraza.isEmpty())
         return;

@@ -50,7 +50,7 @@ class Conexion
 public:
     // Takes an open database. Every statement is appended to the trace file ("" : none), one per line: row count,
     // statement, transaction marks.
-    Conexion(QSqlDatabase base, std::unique_ptr<Dialecto> dialecto,
+    Conexion(const QSqlDatabase &base, std::unique_ptr<Dialecto> dialecto,
              const QString &traza = qEnvironmentVariable("QVX_TRAZA"));
     ~Conexion();
     Conexion(const Conexion &) = delete;
