@@ -12,6 +12,9 @@ ErrorEjecucion::ErrorEjecucion(int numero_, QString descripcion_, QString senten
 {
 }
 
-const char *ErrorEjecucion::what() const noexcept { return octetos.constData(); }
+const char *ErrorEjecucion::what() const noexcept
+{
+    return octetos.constData();
+}
 
 } // namespace qvx
