@@ -37,8 +37,11 @@ int main(int argc, char **argv)
     auto &arbol = escenario.De<TreeView>("tvPartes");
     auto &lista = escenario.De<ListView>("lvServicios");
     arbol.expandAll();
-    const QString parte = "N" + escenario.Motor("SELECT Tep_ID FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0001' "
-                                                "GROUP BY Tep_ID ORDER BY count(*) DESC LIMIT 1").toString();
+    const QString parte = "N"
+                          + escenario
+                                .Motor("SELECT Tep_ID FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0001' "
+                                       "GROUP BY Tep_ID ORDER BY count(*) DESC LIMIT 1")
+                                .toString();
     ElegirNodo(arbol, parte);
     QTest::mouseClick(lista.viewport(), Qt::LeftButton, {}, lista.visualItemRect(lista.topLevelItem(0)).center());
     Guardar(*pantalla.window(), "pantalla");
