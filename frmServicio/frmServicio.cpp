@@ -87,8 +87,7 @@ void frmServicio::Form_Load()
         formatoProducto = Sistema->FormatoClave("FTO_PRODUCTO", "", "T", "0000000000");
         formatoGasto = Sistema->FormatoClave("FTO_TIPO_GASTO", "", "T", "0000");
         if (Nuevo) {
-            ui->txtID->setText(Utilerias->SiguienteClaveTexto("Plan_Mantenimiento", "Pm_ID", "Te_Cve_Tipo_Equipo",
-                                                              ui->txtTipoEquipo->Text(), "", ""));
+            Numerar();
             ui->txtNTiposervicio->setText("");
         }
         ui->txtTipoServicio->setFormato(Sistema->FormatoClave("FTO_TIPO_SERVICIO", "", "T", "0000"));
@@ -97,6 +96,13 @@ void frmServicio::Form_Load()
         ui->ssTabQvx->setTab(0);
         ui->txtTipoServicio->setFocus();
     });
+}
+
+// The next free key of the equipment type.
+void frmServicio::Numerar()
+{
+    ui->txtID->setText(Utilerias->SiguienteClaveTexto("Plan_Mantenimiento", "Pm_ID", "Te_Cve_Tipo_Equipo",
+                                                      ui->txtTipoEquipo->Text(), "", ""));
 }
 
 bool frmServicio::TieneClave() const

@@ -57,6 +57,7 @@ private:
     };
 
     void ConectarEventos();
+    void Numerar();
     void ConectarTeclas();
     void ConectarGrid(Grid *grid, const std::function<void(int)> &cambio, const QString &catalogo);
     void DefinirGrids();

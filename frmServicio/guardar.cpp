@@ -37,9 +37,12 @@ bool frmServicio::GuardarServicio(const Auditoria &auditoria)
 {
     bool registrado = false;
     const bool escrito = Trampa::deshaciendo(*this, "cmdAceptar()", 7500080, [&] {
+        if (Nuevo)
+            Numerar(); // someone else may have taken the key that was proposed
         strSQL = Nuevo ? InsertarServicio(auditoria) : ActualizarServicio(auditoria);
         Sistema->Conexion().Execute(strSQL);
-        registrado = Utilerias->RegistrarCambio("Plan_Mantenimiento", {ui->txtTipoEquipo->Text(), ui->txtID->Text()});
+        registrado = Utilerias->RegistrarCambio("Plan_Mantenimiento",
+                                                {ui->txtTipoEquipo->Text(), ui->txtID->Text(), ui->txtParte->Text()});
     });
     if (!escrito || registrado)
         return escrito;

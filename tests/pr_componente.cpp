@@ -21,6 +21,7 @@ private Q_SLOTS:
     void registro();
     void programa_data();
     void programa();
+    void arranque();
 
 private:
     template <class Fn>
@@ -169,6 +170,29 @@ void PrComponente::programa()
     const QString dicho = QString::fromUtf8(quorvex.readAll());
     QVERIFY2(dicho.contains(texto), qPrintable(dicho));
     QCOMPARE(quorvex.exitCode(), salida);
+}
+
+// A first start: the program makes its database, registers the component beside it, and shows the plan.
+void PrComponente::arranque()
+{
+    QTemporaryDir casa;
+    QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
+    entorno.insert("XDG_CONFIG_HOME", casa.filePath("config"));
+    entorno.insert("XDG_DATA_HOME", casa.filePath("datos"));
+    entorno.insert("QVX_TRAZA", casa.filePath("traza"));
+    QProcess quorvex;
+    quorvex.setProcessEnvironment(entorno);
+    quorvex.start(PROGRAMA_QUORVEX, {"--tipo-equipo", "0001", "--operador", "mlopez"});
+    const auto contiene = [&](const QString &archivo, const QByteArray &texto) {
+        QFile entrada(casa.filePath(archivo));
+        return entrada.open(QIODevice::ReadOnly) && entrada.readAll().contains(texto);
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(contiene("traza", "WHERE Tep_Padre = '0002' and Te_Cve_Tipo_Equipo = '0001'"), 30000);
+    QVERIFY(contiene("config/quorvex/componentes.ini", "libKT580.so"));
+    const auto permisos = QFile::permissions(casa.filePath("datos/quorvex/quorvex.db"));
+    QVERIFY(permisos.testFlag(QFile::ReadOwner) && !permisos.testAnyFlags(QFile::ReadGroup | QFile::ReadOther));
+    quorvex.terminate();
+    QVERIFY(quorvex.waitForFinished());
 }
 
 PRUEBA_MAIN(PrComponente)

@@ -5,8 +5,6 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QProcess>
-#include <csignal>
-#include <sys/resource.h>
 
 using qvx::ErrorEjecucion;
 
@@ -145,7 +143,6 @@ void PrInstalador::ocupada()
     QVERIFY2(error.contains("está ocupada por otro programa (database is locked)"), qPrintable(error));
 }
 
-// A limit on file sizes stands for the full disk: the engine meets the same refusal of its writes.
 void PrInstalador::sinEspacio()
 {
     QTemporaryDir carpeta;
@@ -153,15 +150,10 @@ void PrInstalador::sinEspacio()
     qvx::AbrirBaseDeDatos(entera, false);
     const QByteArray antes = Contenido(entera);
 
-    rlimit anterior{};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &anterior), 0);
-    const auto senal = signal(SIGXFSZ, SIG_IGN);
-    const rlimit chico{1000, anterior.rlim_max};
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &chico), 0);
+    auto disco = std::make_unique<DiscoLleno>();
     const QString alCrear = ErrorAlAbrir(carpeta.filePath("nueva.db"));
     const QString alAbrir = ErrorAlAbrir(entera);
-    setrlimit(RLIMIT_FSIZE, &anterior);
-    signal(SIGXFSZ, senal);
+    disco.reset();
 
     QVERIFY2(alCrear.contains("nueva.db»"), qPrintable(alCrear));
     QVERIFY2(alAbrir.contains("entera.db»"), qPrintable(alAbrir));

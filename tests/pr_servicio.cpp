@@ -37,6 +37,8 @@ private Q_SLOTS:
     void guardarFallido_data();
     void guardarFallido();
     void borradoPorOtro();
+    void movidoPorOtro();
+    void claveTomada();
     void comillas();
     void desbordamiento();
     void trampasDeBusqueda_data();
@@ -198,6 +200,8 @@ void PrServicio::numeros()
         QCOMPARE(precio.NumeroSQL(), "1234.56");
         Escribir(precio, "");
         QCOMPARE(precio.Text() + precio.NumeroSQL(), "0");
+        Escribir(precio, "."); // no number
+        QCOMPARE(precio.Text(), "");
         auto *linea = precio.findChild<QLineEdit *>();
         linea->insert("12; DROP");
         QCOMPARE(precio.Text(), "");
@@ -459,9 +463,10 @@ void PrServicio::guardarNuevo()
         "Oper_Alta, Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif) VALUES ('0900', '0002', '000004', '9001', 30, 0, '', "
         "1000.5, 2.5, '9001', 'NO', 0, "
             + firma + ")",
-        "1\tSELECT Oper_Ult_Modif FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = '000004'",
+        "1\tSELECT Oper_Ult_Modif FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = '000004' AND "
+        "Tep_ID = '0002'",
         "1\tINSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES ('Plan_Mantenimiento', "
-        "'0900|000004', 'mlopez', '2026-03-14 09:26:53')",
+        "'0900|000004|0002', 'mlopez', '2026-03-14 09:26:53')",
         "0\tDELETE FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0002' AND Pm_ID = "
         "'000004' ",
         linea
@@ -525,6 +530,7 @@ void PrServicio::guardarFallido_data()
                                << aviso.arg(7500082);
     QTest::newRow("herramienta") << disparo("INSERT ON Plan_Mantenimiento_Detalle WHEN NEW.Pmd_Tipo = '03'") << -1
                                  << aviso.arg(7500083);
+    QTest::newRow("disco lleno") << "disco" << 0 << "16|ERROR|KT580|ERR-ID:7500080|cmdAceptar() - \r\ndisk I/O error";
     QTest::newRow("confirmación") << "" << 0 << "16|ERROR|KT580|ERR-ID:7500084|cmdAceptar() - \r\ndatabase is locked";
 }
 
@@ -539,19 +545,22 @@ void PrServicio::guardarFallido()
             LlenarNuevo(editor);
         const QStringList antes = escenario->Tablas();
         std::unique_ptr<QObject> otro;
+        std::unique_ptr<DiscoLleno> disco;
         if (falla.isEmpty())
             otro = escenario->Leyendo(); // a reader lets the statements through, and holds back the commit
+        else if (falla == "disco")
+            disco = std::make_unique<DiscoLleno>();
         else
             escenario->Motor(falla);
         Aceptar(editor);
         otro.reset();
+        disco.reset();
         QCOMPARE(Mensajes(), QStringList{mensaje});
         QVERIFY(editor.isVisible());
         QCOMPARE(escenario->Tablas(), antes);
         QCOMPARE(Grid(editor, "ssManoObra").Celda(0, "Cantidad"), "2");
         QCoreApplication::processEvents();
-        if (!falla.isEmpty())
-            escenario->Motor("DROP TRIGGER f");
+        escenario->Motor("DROP TRIGGER IF EXISTS f");
         Aceptar(editor);
         QVERIFY(!editor.isVisible());
         QVERIFY(escenario->Tablas() != antes);
@@ -569,6 +578,35 @@ void PrServicio::borradoPorOtro()
         QVERIFY(editor.isVisible());
     });
     QCOMPARE(escenario->Motor("SELECT count(*) FROM Plan_Mantenimiento_Detalle WHERE Pm_ID = '000001'").toInt(), 3);
+}
+
+// The service was moved to another part meanwhile: no line may stay behind where it no longer is.
+void PrServicio::movidoPorOtro()
+{
+    QStringList antes;
+    Abrir(0, [&](QWidget &editor) {
+        escenario->Motor("UPDATE Plan_Mantenimiento SET Tep_ID = '0005' WHERE Pm_ID = '000001'");
+        escenario->Motor("UPDATE Plan_Mantenimiento_Detalle SET Tep_ID = '0005' WHERE Pm_ID = '000001'");
+        antes = escenario->Tablas();
+        Aceptar(editor);
+        QCOMPARE(Mensajes(), QStringList{"16|ERROR|KT580|ERR-ID:7500080|ERROR"});
+    });
+    QCOMPARE(escenario->Tablas(), antes);
+}
+
+// Two planners were offered the same key: both services are saved.
+void PrServicio::claveTomada()
+{
+    Abrir(-1, [&](QWidget &editor) {
+        LlenarNuevo(editor);
+        escenario->Motor("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) "
+                         "VALUES ('0900', '0005', '000004', '9001')");
+        Aceptar(editor);
+        QVERIFY(!editor.isVisible());
+    });
+    QCOMPARE(escenario->Filas("SELECT Tep_ID, Pm_ID FROM Plan_Mantenimiento WHERE Pm_ID > '000003' ORDER BY Pm_ID"),
+             (QStringList{"0005|000004", "0002|000005"}));
+    QCOMPARE(escenario->Motor("SELECT count(*) FROM Plan_Mantenimiento_Detalle WHERE Pm_ID = '000005'").toInt(), 3);
 }
 
 // A quote reaches the statement as it is, and ends in the trap with the engine's own text.

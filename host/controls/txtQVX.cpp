@@ -112,8 +112,12 @@ void txtQVX::Elegir(const QString &clave)
 
 void txtQVX::ConfirmarEntrada()
 {
-    if (pendiente)
-        Elegir(Text());
+    if (!pendiente)
+        return;
+    // A lone decimal mark is no number: the box is empty.
+    const QString texto = Text();
+    const bool sinCifras = std::none_of(texto.begin(), texto.end(), [](QChar c) { return c.isDigit(); });
+    Elegir(numerico && sinCifras ? QString() : texto);
 }
 
 void txtQVX::AlEscribir()

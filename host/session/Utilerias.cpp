@@ -29,7 +29,7 @@ QStringList ColumnasDeClave(const QString &tabla)
 {
     static const QHash<QString, QStringList> columnas{
         {"Tipo_Equipo_Parte", {"Tep_ID", "Te_Cve_Tipo_Equipo"}},
-        {"Plan_Mantenimiento", {"Te_Cve_Tipo_Equipo", "Pm_ID"}},
+        {"Plan_Mantenimiento", {"Te_Cve_Tipo_Equipo", "Pm_ID", "Tep_ID"}},
     };
     const QStringList halladas = columnas.value(tabla);
     if (halladas.isEmpty())
@@ -47,13 +47,22 @@ QString Condicion(const QStringList &columnas, const QStringList &valores)
     return partes.join(" AND ");
 }
 
+// The root of every tree of parts, which never is a row: one that were would hide the tree.
+bool EsLaRaiz(const QString &tabla, const QStringList &claves)
+{
+    return tabla == "Tipo_Equipo_Parte" && claves.value(0).trimmed() == "0000";
+}
+
 // Keys are numbered by the number column beside each, which an index holds.
-qlonglong SiguienteNumero(const QString &tabla, const QString &columna, const QString &condicion)
+qint32 SiguienteNumero(const QString &tabla, const QString &columna, const QString &condicion)
 {
     QString numero = columna;
     numero.replace("_ID", "_Numero");
     const auto filas = Base().Execute("SELECT MAX(" + numero + ") AS Ultimo FROM " + tabla + " WHERE " + condicion);
-    return static_cast<qlonglong>(filas.Numero("Ultimo")) + 1;
+    const double ultimo = filas.Numero("Ultimo");
+    if (ultimo >= std::numeric_limits<qint32>::max())
+        throw ErrorEjecucion(errores::Desbordamiento, "Desbordamiento");
+    return static_cast<qint32>(ultimo) + 1;
 }
 
 void GuardarError(const QString &descripcion)
@@ -82,10 +91,7 @@ qint32 Utilerias::SiguienteClave(const QString &tabla, const QString &columna, c
                                  const QString &valor, const QString &, const QString &, const QString &,
                                  const QString &, const QString &) const
 {
-    const qlonglong numero = SiguienteNumero(tabla, columna, Condicion({filtro}, {valor}));
-    if (numero > std::numeric_limits<qint32>::max())
-        throw ErrorEjecucion(errores::Desbordamiento, "Desbordamiento");
-    return static_cast<qint32>(numero);
+    return SiguienteNumero(tabla, columna, Condicion({filtro}, {valor}));
 }
 
 QString Utilerias::SiguienteClaveTexto(const QString &tabla, const QString &columna, const QString &filtro1,
@@ -97,7 +103,7 @@ QString Utilerias::SiguienteClaveTexto(const QString &tabla, const QString &colu
         columnas.append(filtro2);
         valores.append(valor2);
     }
-    const qlonglong numero = SiguienteNumero(tabla, columna, Condicion(columnas, valores));
+    const qint32 numero = SiguienteNumero(tabla, columna, Condicion(columnas, valores));
     const QString mascara = Sistema().FormatoClave("FTO_" + tabla.toUpper(), "", "T", "0000");
     return ClaveConFormato(QString::number(numero), mascara);
 }
@@ -106,7 +112,9 @@ bool Utilerias::RegistrarCambio(const QString &tabla, const QStringList &claves)
 {
     Sesion &sesion = Sesion::Actual();
     try {
-        const QString condicion = Condicion(ColumnasDeClave(tabla), claves);
+        if (EsLaRaiz(tabla, claves))
+            throw ErrorEjecucion(errores::Datos, "La clave 0000 está reservada para la raíz del árbol.");
+        const QString condicion = Condicion(ColumnasDeClave(tabla).mid(0, claves.size()), claves);
         if (!Base().Execute("SELECT Oper_Ult_Modif FROM " + tabla + " WHERE " + condicion).Eof()) {
             Base().Execute("INSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES ("
                            + Literal(tabla) + ", " + Literal(claves.join(QLatin1Char('|'))) + ", "

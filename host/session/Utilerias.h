@@ -33,8 +33,8 @@ public:
                                 const QString &valor1, const QString &filtro2, const QString &valor2) const;
 
     // Registers the row that was just written, inside its transaction. claves: of Tipo_Equipo_Parte the part and the
-    // equipment type; of Plan_Mantenimiento the equipment type and the service. False when the row is not there, or
-    // when it could not be registered; UltimoErrorDatos then says why.
+    // equipment type; of Plan_Mantenimiento the equipment type, the service and, where it must still be there, its
+    // part. False when the row is not there, or when it could not be registered; UltimoErrorDatos then says why.
     bool RegistrarCambio(const QString &tabla, const QStringList &claves) const;
     QString UltimoErrorDatos() const;
     // Logs a change of state ("Baja", "Reactivación").

@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <QUuid>
 #include <QVBoxLayout>
+#include <csignal>
 
 namespace
 {
@@ -48,10 +49,20 @@ private:
 
 } // namespace
 
-Escenario::Escenario(bool conEjemplos) : personas(new PersonasDePrueba)
+Escenario::Escenario(bool conEjemplos) : archivo(carpeta.filePath("prueba.db")), personas(new PersonasDePrueba)
 {
     qputenv("QVX_TRAZA", QFile::encodeName(carpeta.filePath("traza")));
-    sesion = std::make_unique<qvx::Sesion>(qvx::AbrirBaseDeDatos(Archivo(), conEjemplos), "mlopez",
+    Entrar(conEjemplos);
+}
+
+Escenario::Escenario(const QString &baseAjena) : archivo(baseAjena), personas(new PersonasDePrueba)
+{
+    Entrar(false);
+}
+
+void Escenario::Entrar(bool conEjemplos)
+{
+    sesion = std::make_unique<qvx::Sesion>(qvx::AbrirBaseDeDatos(archivo, conEjemplos), "mlopez",
                                            std::unique_ptr<qvx::Interaccion>(personas), [this] { return ahora; });
 }
 
@@ -161,6 +172,19 @@ QStringList Escenario::Traza()
         return renglon.contains("Formato_Clave") || renglon.contains("FROM Consulta") || renglon.contains("AS Ultimo");
     });
     return renglones;
+}
+
+DiscoLleno::DiscoLleno() : senal(signal(SIGXFSZ, SIG_IGN))
+{
+    getrlimit(RLIMIT_FSIZE, &anterior);
+    const rlimit chico{1000, anterior.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &chico);
+}
+
+DiscoLleno::~DiscoLleno()
+{
+    setrlimit(RLIMIT_FSIZE, &anterior);
+    signal(SIGXFSZ, senal);
 }
 
 void EnElDialogo(const std::function<void(QWidget &)> &pasos)

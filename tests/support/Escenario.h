@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QWidget>
 #include <memory>
+#include <sys/resource.h>
 
 // A signed-in session on a real database of its own, with a person and a clock of the test, and the component's screen
 // as a host gets it.
@@ -16,9 +17,11 @@ class Escenario
 {
 public:
     explicit Escenario(bool conEjemplos = false);
+    // On a database that a test of another process made, traced where that process's environment says.
+    explicit Escenario(const QString &baseAjena);
     ~Escenario();
 
-    QString Archivo() const { return carpeta.filePath("prueba.db"); }
+    QString Archivo() const { return archivo; }
     PersonasDePrueba &Personas() const { return *personas; }
     QDateTime ahora = QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53));
 
@@ -55,13 +58,28 @@ public:
     QStringList Traza();
 
 private:
+    void Entrar(bool conEjemplos);
+
     QTemporaryDir carpeta;
+    QString archivo;
     PersonasDePrueba *personas;
     std::unique_ptr<qvx::Sesion> sesion;
     std::unique_ptr<QWidget> ventana;
     QObject padre;
     QPointer<QWidget> pantalla;
     qint64 leido = 0;
+};
+
+// While it lives, no file of this process grows past 1000 bytes: the engine meets the refusal of a full disk.
+class DiscoLleno
+{
+public:
+    DiscoLleno();
+    ~DiscoLleno();
+
+private:
+    rlimit anterior{};
+    void (*senal)(int);
 };
 
 // Does something in the next modal form, as soon as it is active, and closes it if the steps did not.
