@@ -19,5 +19,8 @@ protected:
     void closeEvent(QCloseEvent *evento) override;
 
 private:
+    void PonerMenu();
+    void RevisarIntegridad();
+
     QString tipoEquipo;
 };

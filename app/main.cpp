@@ -1,13 +1,16 @@
 #include "app/Argumentos.h"
 #include "app/Componente.h"
+#include "app/Intercambio.h"
 #include "app/VentanaPrincipal.h"
 #include "controls/InteraccionQt.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Instalador.h"
 #include "session/Aplicacion.h"
+#include "session/Integridad.h"
 #include "session/Sesion.h"
 
+#include <QFileInfo>
 #include <QTextStream>
 #include <sys/stat.h>
 
@@ -35,6 +38,8 @@ int Reportar(const QString &error)
 int Correr(const Argumentos &argumentos)
 {
     try {
+        if (argumentos.EsIntercambio())
+            return Intercambiar(argumentos) ? Hecho : Fallido;
         qvx::Sesion sesion(qvx::AbrirBaseDeDatos(argumentos.baseDatos, !argumentos.sinEjemplos), argumentos.operador,
                            std::make_unique<qvx::InteraccionQt>());
         VentanaPrincipal ventana(CrearPantalla(), argumentos.tipoEquipo, argumentos.operador, argumentos.baseDatos);
@@ -46,6 +51,33 @@ int Correr(const Argumentos &argumentos)
         return QApplication::exec();
     } catch (const qvx::ErrorEjecucion &error) {
         return Reportar(error.Descripcion());
+    }
+}
+
+QString EnUnRenglon(const qvx::Suelto &suelto)
+{
+    const QString clase = suelto.clase == qvx::Suelto::Clase::Parte ? "parte" : "servicio";
+    return ("Tipo de equipo " + suelto.tipoEquipo + ", " + clase + " " + suelto.clave + " " + suelto.descripcion)
+               .simplified()
+           + ": " + suelto.motivo + ".";
+}
+
+// Finding nothing is the good end.
+int Revisar(const QString &baseDatos)
+{
+    try {
+        if (!QFileInfo::exists(baseDatos)) // opening would make it
+            throw qvx::ErrorEjecucion(qvx::errores::Datos, "La base de datos «" + baseDatos + "» no existe.");
+        const auto conexion = qvx::AbrirBaseDeDatos(baseDatos, false);
+        const auto sueltos = qvx::BuscarSueltos(*conexion);
+        for (const qvx::Suelto &suelto : sueltos)
+            Escribir(stdout, EnUnRenglon(suelto));
+        if (sueltos.isEmpty())
+            Escribir(stdout, "No se encontró nada que corregir.");
+        return sueltos.isEmpty() ? Hecho : Fallido;
+    } catch (const qvx::ErrorEjecucion &error) {
+        Escribir(stderr, error.Descripcion());
+        return Fallido;
     }
 }
 
@@ -66,6 +98,12 @@ int main(int argc, char **argv)
         Escribir(stdout, argumentos.ayuda ? Argumentos::Ayuda() : QString("Quorvex " QVX_VERSION));
         return Hecho;
     }
+    if (argumentos.revisar) {
+        const QCoreApplication sinPantalla(argc, argv);
+        return Revisar(argumentos.baseDatos);
+    }
+    if (argumentos.EsIntercambio())
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // runs where there is no display
     qvx::Aplicacion aplicacion(argc, argv);
     return Correr(argumentos);
 }

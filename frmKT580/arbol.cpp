@@ -57,7 +57,10 @@ QString frmKT580::GetPartePadre(const QString &tipoEquipo, const QString &tepId)
 // The selected part's key, taken afresh: the node's key without its letter.
 QString frmKT580::TomarParte()
 {
-    parteActual = ui->tvPartes->SelectedItem()->Key().mid(1);
+    const Nodo *nodo = ui->tvPartes->SelectedItem();
+    if (!nodo)
+        throw qvx::ErrorEjecucion(qvx::errores::ObjetoNoEstablecido, "No hay una parte seleccionada");
+    parteActual = nodo->Key().mid(1);
     return parteActual;
 }
 

@@ -32,8 +32,7 @@ QString CambioDeEstado(const QString &operador, const QString &fecha, const QStr
 // the answer of the inner calls is not passed on.
 bool frmKT580::Update_Partes(const QString &tipoEquipo, const QString &parte, const QString &estado)
 {
-    QString sinUso;
-    return Trampa::guardando(sinUso, [&] {
+    return Trampa::guardando(textoError, [&] {
         const QString operador = Sistema->UsuarioActual();
         const QString fecha = Utilerias->TextoFecha(Utilerias->FechaServidor());
         const QString accion = estado == "BA" ? "Baja" : "Reactivación";
@@ -90,7 +89,7 @@ void frmKT580::Controles_Eliminar()
         CargarPartes();
         LimpiarControles();
         ui->tvPartes->Primero()->setExpanded(true);
-        ui->lvServicios->Clear();
+        VaciarServicios();
     });
 }
 
@@ -140,7 +139,7 @@ void frmKT580::Controles_Reactivar()
         LimpiarControles();
         CargarPartes();
         ui->tvPartes->Primero()->setExpanded(true);
-        ui->lvServicios->Clear();
+        VaciarServicios();
     });
 }
 

@@ -78,7 +78,7 @@ bool frmKT580::Eliminar_Parte()
         LimpiarControles();
         CargarPartes();
         ui->tvPartes->Primero()->setExpanded(true);
-        ui->lvServicios->Clear();
+        VaciarServicios();
         txtTipoEquipo_Seleccion();
         return true;
     });

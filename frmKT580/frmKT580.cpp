@@ -157,7 +157,7 @@ bool frmKT580::TipoValido() const
 void frmKT580::txtTipoEquipo_Change()
 {
     tipoValido = TipoValido();
-    ui->lvServicios->Clear();
+    VaciarServicios();
     ui->tvPartes->Clear();
     ui->Controles->setTitulo1("");
     ui->Controles->setTitulo2(ImportarXml);
@@ -167,7 +167,7 @@ void frmKT580::txtTipoEquipo_Change()
 void frmKT580::txtTipoEquipo_Validate()
 {
     tipoValido = TipoValido();
-    ui->lvServicios->Clear();
+    VaciarServicios();
     ui->Controles->setTitulo2(ImportarXml);
     if (!tipoValido) {
         ui->tvPartes->Clear();
@@ -206,18 +206,24 @@ void frmKT580::Controles_Info()
 // The command behind an extra button is chosen by its caption.
 void frmKT580::Controles_B1Click()
 {
-    if (ui->Controles->Titulo1() == "Eliminar parte" && !Eliminar_Parte()) {
-        if (!textoError.isEmpty())
-            Mensaje(textoError, qvx::mensaje::Critico, "Controles_B1Click()", 7500016);
-        textoError.clear();
-    }
+    const QString titulo = ui->Controles->Titulo1();
+    bool hecho = true;
+    if (titulo == "Eliminar parte")
+        hecho = Eliminar_Parte();
+    else if (titulo == ExportarXml)
+        hecho = Exportar_xml();
+    if (hecho)
+        return;
+    if (!textoError.isEmpty())
+        Mensaje(textoError, qvx::mensaje::Critico, "Controles_B1Click()", titulo == ExportarXml ? 7500017 : 7500016);
+    textoError.clear();
 }
 
 void frmKT580::Controles_B2Click()
 {
-    if (ui->Controles->Titulo2() != "Agregar servicio")
-        return;
-    if (Nuevo_Servicio())
+    if (ui->Controles->Titulo2() == ImportarXml)
+        return B2Importar();
+    if (ui->Controles->Titulo2() != "Agregar servicio" || Nuevo_Servicio())
         return;
     Sistema->Conexion().RollbackTrans();
     if (!textoError.isEmpty())

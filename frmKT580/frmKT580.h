@@ -14,6 +14,11 @@ namespace comunesQVX
 class Nodo;
 }
 
+namespace qvx
+{
+class Elemento;
+}
+
 class frmServicio;
 
 // The main screen: equipment type, toolbar, tree of parts, list of services.
@@ -45,9 +50,8 @@ protected:
     void hideEvent(QHideEvent *evento) override;
 
 private:
-    // Captions of the exchange as XML. It is not there yet, and a button without a caption is hidden.
-    static inline const QString ExportarXml;
-    static inline const QString ImportarXml;
+    static inline const QString ExportarXml = "Exportar XML";
+    static inline const QString ImportarXml = "Importar XML";
 
     frmKT580();
     void ConectarEventos();
@@ -60,6 +64,7 @@ private:
     void Controles_B1Click();
     void Controles_B2Click();
     void Controles_B3Click();
+    void ReemplazarPlan(const QString &origen, const QString &destino);
     void CopiarPlan(const QString &origen, const QString &destino);
     void LimpiarControles();
     bool TipoValido() const;
@@ -92,6 +97,7 @@ private:
 
     // List of services
     void LlenarServicios();
+    void VaciarServicios();
     void lvServicios_DblClick();
     void lvServicios_KeyDown(int codigo);
     bool Eliminar_Servicio();
@@ -99,10 +105,23 @@ private:
     QString FiltroServicios(const QString &tipoEquipo, const QString &parte) const;
     void PrepararEditor(frmServicio &editor, const QString &ruta);
 
+    // Exchange as XML
+    bool Exportar_xml();
+    bool Exportar_Partes(const qvx::Elemento &padre, const QString &parte);
+    void Exportar_Lineas(const qvx::Elemento &servicio, const QString &parte, const QString &pmId);
+    void B2Importar();
+    bool Importar_xml();
+    bool Importar_Documento(const QString &ruta);
+    bool Importar_Partes(const qvx::Elemento &elemento, const QString &tipoEquipo, const QString &padre);
+    void Importar_Servicio(const qvx::Elemento &servicio, const QString &tipoEquipo, const QString &parte,
+                           const QString &operador, const QString &fecha);
+    void Importar_Lineas(const qvx::Elemento &servicio, const QString &tipoEquipo, const QString &parte,
+                         const QString &pmId);
+
     std::unique_ptr<Ui::frmKT580> ui;
     QString formatoParte;
     QString parteActual;
-    QString textoError; // why a Boolean command function answered false
+    QString textoError; // why a Boolean command function answered false, or products that an import did not know
     bool tipoValido = false;
     bool activada = false;
 };

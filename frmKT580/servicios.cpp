@@ -28,6 +28,7 @@ void frmKT580::LlenarServicios()
         strSQL = Utilerias->ConsultaPorNombre("PLAN_MANTENIMIENTO")
                      .replace("{PARAMETROS}", FiltroServicios(ui->txtTipoEquipo->Text(), parteActual));
         if (!Utilerias->LlenarLista(strSQL, *ui->lvServicios)) {
+            VaciarServicios();
             Mensaje(Utilerias->UltimoErrorDatos(), qvx::mensaje::Critico, "Llenar servicios", 7500020);
             return;
         }
@@ -35,6 +36,13 @@ void frmKT580::LlenarServicios()
         ui->lvServicios->setToolTip(seElimina ? "Presione Supr para eliminar un servicio" : "");
         qvx::FormatoLista().Aplicar(*ui->lvServicios);
     });
+}
+
+// An empty list offers no deletion.
+void frmKT580::VaciarServicios()
+{
+    ui->lvServicios->Clear();
+    ui->lvServicios->setToolTip("");
 }
 
 // The context that the editor works in, copied from the screen.
@@ -51,7 +59,7 @@ void frmKT580::lvServicios_DblClick()
         if (ui->lvServicios->Count() == 0)
             return;
         if (!ui->tvPartes->SelectedItem()) {
-            ui->lvServicios->Clear();
+            VaciarServicios();
             return;
         }
         if (!ui->lvServicios->HaySeleccion())

@@ -97,7 +97,7 @@ void PrPantalla::apertura()
     QVERIFY(Arbol().Primero()->isExpanded() && Arbol().Primero()->Tag == 1);
     QVERIFY(!Arbol().SelectedItem());
     QCOMPARE(Lista().Count(), 0);
-    QCOMPARE(Barras(), "00000|||Copiar plan");
+    QCOMPARE(Barras(), "00000|Exportar XML|Importar XML|Copiar plan");
     // One query per part, depth first, and one for the root.
     QStringList traza = escenario->Traza().filter("Tipo_Equipo_Parte");
     QCOMPARE(traza.size(), 6);
@@ -109,7 +109,7 @@ void PrPantalla::apertura()
 void PrPantalla::vacia()
 {
     escenario->Pantalla();
-    QCOMPARE(Barras(), "00000|||");
+    QCOMPARE(Barras(), "00000||Importar XML|");
     QVERIFY(escenario->De<txtQVX>("txtTipoEquipo").findChild<QLineEdit *>()->hasFocus());
     QCOMPARE(Arbol().Count(), 0);
     QTest::keyClick(&Lista(), Qt::Key_Delete);
@@ -125,21 +125,22 @@ void PrPantalla::tipos_data()
     QTest::addColumn<QString>("barra");
     QTest::newRow("otro tipo") << "902"
                                << "0902"
-                               << "AJENA" << 2 << "00000|||Copiar plan";
+                               << "AJENA" << 2 << "00000|Exportar XML|Importar XML|Copiar plan";
     QTest::newRow("sin partes") << "0901"
                                 << "0901"
-                                << "SIN PLAN" << 1 << "00000|||Copiar plan";
-    QTest::newRow("desconocida") << "777" << "0777"
-                                 << "" << 0 << "00000|||";
+                                << "SIN PLAN" << 1 << "00000||Importar XML|Copiar plan";
+    QTest::newRow("desconocida") << "777"
+                                 << "0777"
+                                 << "" << 0 << "00000||Importar XML|";
     QTest::newRow("cancelada") << "0903"
                                << "0903"
-                               << "" << 0 << "00000|||";
+                               << "" << 0 << "00000||Importar XML|";
     QTest::newRow("con comilla") << "x'y"
                                  << "X'Y"
-                                 << "" << 0 << "00000|||";
+                                 << "" << 0 << "00000||Importar XML|";
     QTest::newRow("vacía") << ""
                            << ""
-                           << "" << 0 << "00000|||";
+                           << "" << 0 << "00000||Importar XML|";
 }
 
 // A node was selected: nothing of the first type's plan or commands outlives the choice.
@@ -178,11 +179,11 @@ void PrPantalla::nodos_data()
     QTest::addColumn<QString>("barra");
     QTest::addColumn<int>("servicios");
     QTest::newRow("raíz") << "N0000"
-                          << "10000|||Copiar plan" << 0;
+                          << "10000|Exportar XML|Importar XML|Copiar plan" << 0;
     QTest::newRow("activa") << "N0002"
                             << "11101|Eliminar parte|Agregar servicio|Copiar plan" << 2;
     QTest::newRow("dada de baja") << "N0003"
-                                  << "00011|||Copiar plan" << 1;
+                                  << "00011|Exportar XML|Importar XML|Copiar plan" << 1;
     QTest::newRow("activa bajo una baja") << "N0004"
                                           << "11101|Eliminar parte|Agregar servicio|Copiar plan" << 0;
 }
@@ -374,7 +375,7 @@ void PrPantalla::eliminarServicio()
                           "1\tDELETE Plan_Mantenimiento  " + donde, "-\tCOMMIT"}));
     QCOMPARE(escenario->Motor("SELECT count(*) FROM Plan_Mantenimiento_Detalle").toInt(), 1);
     QCOMPARE(Lista().Count(), 1);
-    QCOMPARE(Barras(), "00000|||");
+    QCOMPARE(Barras(), "00000||Importar XML|");
     Mensajes();
 }
 

@@ -4,9 +4,11 @@
 #include "controls/colorQVX.h"
 
 #include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QStandardPaths>
 
 namespace qvx
 {
@@ -178,6 +180,23 @@ QString InteraccionQt::BuscarEnCatalogo(const QString &catalogo, int maximo, con
                                         QWidget *duena)
 {
     return DialogoCatalogo::Elegir(catalogo, maximo, filtro, fuente, duena);
+}
+
+// The name is taken as it was left: no suffix is added to it.
+QString InteraccionQt::ElegirArchivo(const PeticionArchivo &peticion, QWidget *duena)
+{
+    QFileDialog dialogo(duena, peticion.titulo);
+    coloresQVX::colorQVX::AplicarA(dialogo);
+    dialogo.setAcceptMode(peticion.paraGuardar ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialogo.setFileMode(peticion.paraGuardar ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    const QString patron = peticion.filtro.section(QLatin1Char('|'), 1);
+    dialogo.setNameFilter(peticion.filtro.section(QLatin1Char('|'), 0, 0) + " (" + patron + ")");
+    dialogo.setDirectory(peticion.carpeta.isEmpty()
+                             ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
+                             : peticion.carpeta);
+    if (!peticion.archivo.isEmpty())
+        dialogo.selectFile(peticion.archivo);
+    return dialogo.exec() == QDialog::Accepted ? dialogo.selectedFiles().value(0) : QString();
 }
 
 void InteraccionQt::InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena)

@@ -25,6 +25,7 @@ public:
     int Mensaje(const Aviso &aviso) override;
     QString BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
                              QWidget *duena) override;
+    QString ElegirArchivo(const PeticionArchivo &peticion, QWidget *duena) override;
     void InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena) override;
 };
 

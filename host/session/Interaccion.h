@@ -23,6 +23,15 @@ struct Aviso {
     QString detalles;
 };
 
+// What a file dialog is asked to show.
+struct PeticionArchivo {
+    QString titulo;
+    QString filtro;  // "Archivo XML|*.xml"
+    QString archivo; // proposed: a name or a path, "" for none
+    QString carpeta; // where it opens, "" for anywhere
+    bool paraGuardar = false;
+};
+
 // Numbers of message styles and answers.
 namespace mensaje
 {
@@ -51,6 +60,9 @@ public:
     // Lets the person choose a key of a catalogue; "" when nothing was chosen. maximo: rows shown at once, 0 for all.
     virtual QString BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
                                      QWidget *duena) = 0;
+
+    // Lets the person choose a file to write or an existing one to read: its full path, "" when cancelled.
+    virtual QString ElegirArchivo(const PeticionArchivo &peticion, QWidget *duena) = 0;
 
     // Shows who created and last changed a record: captions and values, in order.
     virtual void InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena) = 0;

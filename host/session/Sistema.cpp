@@ -24,6 +24,11 @@ int Sistema::Mensaje(const QString &texto, int estilo, const QString &titulo, WI
         {texto, estilo, titulo, ventana, modulo, identificador, detalles == texto ? QString() : detalles});
 }
 
+void Sistema::Detallar(const QString &detalles) const
+{
+    Sesion::Actual().detallesPendientes = detalles;
+}
+
 QString Sistema::UsuarioActual() const
 {
     return Sesion::Actual().Operador();

@@ -20,6 +20,9 @@ public:
     int Mensaje(const QString &texto, int estilo, const QString &titulo, WId ventana, const QString &modulo,
                 const QString &identificador) const;
 
+    // Puts details below the next message, to be read and copied on demand.
+    void Detallar(const QString &detalles) const;
+
     QString UsuarioActual() const;
 
     // The mask of a catalogue's keys; predeterminada where the host has none. opcional is not used, and tipo is always

@@ -31,6 +31,18 @@ QString PersonasDePrueba::BuscarEnCatalogo(const QString &catalogo, int maximo, 
     return elecciones.takeFirst().second;
 }
 
+QString PersonasDePrueba::ElegirArchivo(const qvx::PeticionArchivo &peticion, QWidget * /*duena*/)
+{
+    dialogos.append(QStringList{peticion.paraGuardar ? "guardar" : "abrir", peticion.titulo, peticion.filtro,
+                                peticion.archivo, peticion.carpeta}
+                        .join(QLatin1Char('|')));
+    if (archivos.isEmpty()) {
+        QTest::qFail(qPrintable("Diálogo imprevisto: " + dialogos.constLast()), __FILE__, __LINE__);
+        return {};
+    }
+    return archivos.takeFirst();
+}
+
 void PersonasDePrueba::InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget * /*duena*/)
 {
     informacion = datos;
@@ -57,4 +69,5 @@ void PersonasDePrueba::Revisar() const
 {
     QVERIFY2(respuestas.isEmpty(), "Una respuesta quedó sin pregunta");
     QVERIFY2(elecciones.isEmpty(), "Una elección quedó sin búsqueda");
+    QVERIFY2(archivos.isEmpty(), "Un archivo quedó sin diálogo");
 }

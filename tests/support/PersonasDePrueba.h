@@ -14,17 +14,22 @@ public:
     int Mensaje(const qvx::Aviso &aviso) override;
     QString BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
                              QWidget *duena) override;
+    QString ElegirArchivo(const qvx::PeticionArchivo &peticion, QWidget *duena) override;
     void InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena) override;
 
     // The next question with this identifier gets this answer; antes runs while it is shown.
     void Responder(int identificador, int respuesta, const std::function<void()> &antes = {});
     void Elegir(const QString &catalogo, const QString &clave);
+    // The next file dialog gets this path; "" cancels it.
+    void DarArchivo(const QString &ruta) { archivos.append(ruta); }
 
     // The messages so far, as "estilo|título|módulo|identificador|texto", and forgets them.
     QStringList Tomar();
     QList<QPair<QString, QString>> informacion;
     QList<WId> ventanas; // owners of the messages since the last Tomar
     QStringList detalles;
+    QStringList
+        dialogos; // file dialogs so far, as "guardar|título|filtro|archivo|carpeta" ("abrir" first for an open dialog)
 
     // Fails the test when an answer was not used.
     void Revisar() const;
@@ -38,4 +43,5 @@ private:
     QStringList avisos;
     QList<Respuesta> respuestas;
     QList<QPair<QString, QString>> elecciones;
+    QStringList archivos;
 };

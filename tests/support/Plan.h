@@ -10,6 +10,8 @@
 // Products 9000000001 (labour 150.25), 9000000002 and 9000000004 (spare parts 80.1, 10), 9000000003 (tool), 9000000009
 // (retired). Expense types 9001, 9009 (retired). Service type 9001, priority 9001, unit HRS.
 void SembrarPlan(const Escenario &escenario);
+// An equipment type GRANDE with that many parts, ten under each, twice as many services and ten times as many lines.
+void SembrarGrande(const Escenario &escenario, const QString &tipo, int partes);
 
 // Types into a text box and leaves it, as a person does.
 void Escribir(QWidget &caja, const QString &texto);

@@ -1,0 +1,169 @@
+#include "app/DialogoIntegridad.h"
+
+#include "controls/colorQVX.h"
+#include "data/Conexion.h"
+#include "data/ErrorEjecucion.h"
+#include "session/Interaccion.h"
+#include "session/Sesion.h"
+#include "session/Sistema.h"
+#include "ui_DialogoIntegridad.h"
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int ColumnaDestino = 5;
+
+bool EsServicio(const qvx::Correccion &fila)
+{
+    return fila.suelto.clase == qvx::Suelto::Clase::Servicio;
+}
+
+QString Cuantos(qsizetype cuantos, const QString &uno, const QString &varios)
+{
+    return QString::number(cuantos) + " " + (cuantos == 1 ? uno : varios);
+}
+
+QString PartesYServicios(int partes, int servicios)
+{
+    QStringList texto;
+    if (partes > 0)
+        texto.append(Cuantos(partes, "parte", "partes"));
+    if (servicios > 0)
+        texto.append(Cuantos(servicios, "servicio", "servicios"));
+    return texto.isEmpty() ? QString("nada") : texto.join(" y ");
+}
+
+qvx::Conexion &Base()
+{
+    return qvx::Sesion::Actual().Conexion();
+}
+
+} // namespace
+
+// Reports the errors of what the operator does.
+template <class Pasos>
+void DialogoIntegridad::ConTrampa(Pasos &&pasos)
+{
+    try {
+        pasos();
+    } catch (const qvx::ErrorEjecucion &error) {
+        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", "ERR-ID:1000004");
+    }
+}
+
+DialogoIntegridad::DialogoIntegridad(QWidget *duena) : QDialog(duena), ui(std::make_unique<Ui::DialogoIntegridad>())
+{
+    ui->setupUi(this);
+    coloresQVX::colorQVX::AplicarA(*this);
+    connect(ui->lvSueltos, &QTreeWidget::itemSelectionChanged, this,
+            [this] { ConTrampa([this] { AlSeleccionar(); }); });
+    connect(ui->cboParte, &QComboBox::activated, this, [this] { ConTrampa([this] { AlElegirParte(); }); });
+    connect(ui->cmdCorregir, &QPushButton::clicked, this, [this] { ConTrampa([this] { Corregir(); }); });
+    connect(ui->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
+    Buscar();
+}
+
+DialogoIntegridad::~DialogoIntegridad() = default;
+
+void DialogoIntegridad::Buscar()
+{
+    filas.clear(); // before the rows, which tell that the selection changes
+    ui->lvSueltos->clear();
+    const auto sueltos = qvx::BuscarSueltos(Base());
+    QList<QTreeWidgetItem *> renglones;
+    for (const qvx::Suelto &suelto : sueltos) {
+        filas.append({suelto, {}});
+        const bool servicio = EsServicio(filas.constLast());
+        renglones.append(new QTreeWidgetItem({suelto.tipoEquipo, servicio ? "Servicio" : "Parte", suelto.clave,
+                                              suelto.descripcion, suelto.motivo, servicio ? "" : "RAIZ"}));
+    }
+    ui->lvSueltos->addTopLevelItems(renglones);
+    for (int columna = 0; columna < ColumnaDestino; ++columna)
+        ui->lvSueltos->resizeColumnToContents(columna);
+    ui->lblAviso->setText(filas.isEmpty() ? "No se encontró nada que corregir."
+                                          : "Se encontraron: " + Cuantos(filas.size(), "renglón.", "renglones."));
+    AlSeleccionar();
+}
+
+QList<int> DialogoIntegridad::Seleccionadas() const
+{
+    QList<int> seleccionadas;
+    for (int fila = 0; fila < filas.size(); ++fila)
+        if (ui->lvSueltos->topLevelItem(fila)->isSelected())
+            seleccionadas.append(fila);
+    return seleccionadas;
+}
+
+void DialogoIntegridad::AlSeleccionar()
+{
+    const QList<int> seleccionadas = Seleccionadas();
+    QList<int> servicios;
+    bool completas = !seleccionadas.isEmpty();
+    for (const int fila : seleccionadas) {
+        if (!EsServicio(filas.at(fila)))
+            continue;
+        servicios.append(fila);
+        completas = completas && !filas.at(fila).destino.isEmpty();
+    }
+    OfrecerPartes(servicios);
+    ui->cmdCorregir->setEnabled(completas);
+}
+
+// Services of one equipment type at a time are given a part.
+void DialogoIntegridad::OfrecerPartes(const QList<int> &servicios)
+{
+    const QString tipo = servicios.isEmpty() ? QString() : filas.at(servicios.first()).suelto.tipoEquipo;
+    const QString destino = servicios.isEmpty() ? QString() : filas.at(servicios.first()).destino;
+    const bool unTipo = std::all_of(servicios.begin(), servicios.end(),
+                                    [&](int fila) { return filas.at(fila).suelto.tipoEquipo == tipo; });
+    if (unTipo && tipo != tipoOfrecido) {
+        ui->cboParte->clear();
+        for (const auto &[clave, descripcion] : qvx::PartesParaServicios(Base(), tipo))
+            ui->cboParte->addItem(clave + " - " + descripcion, clave);
+        tipoOfrecido = tipo;
+    }
+    const bool unDestino =
+        std::all_of(servicios.begin(), servicios.end(), [&](int fila) { return filas.at(fila).destino == destino; });
+    ui->cboParte->setCurrentIndex(unTipo && unDestino && !destino.isEmpty() ? ui->cboParte->findData(destino) : -1);
+    ui->cboParte->setEnabled(!servicios.isEmpty() && unTipo && ui->cboParte->count() > 0);
+}
+
+void DialogoIntegridad::AlElegirParte()
+{
+    for (const int fila : Seleccionadas()) {
+        if (!EsServicio(filas.at(fila)))
+            continue;
+        filas[fila].destino = ui->cboParte->currentData().toString();
+        ui->lvSueltos->topLevelItem(fila)->setText(ColumnaDestino, ui->cboParte->currentText());
+    }
+    AlSeleccionar();
+}
+
+bool DialogoIntegridad::Consiente(const QList<int> &seleccionadas)
+{
+    const auto servicios = static_cast<int>(std::count_if(seleccionadas.begin(), seleccionadas.end(),
+                                                          [&](int fila) { return EsServicio(filas.at(fila)); }));
+    const auto partes = static_cast<int>(seleccionadas.size()) - servicios;
+    return qvx::Sistema().Mensaje("Se corregirán " + PartesYServicios(partes, servicios) + ". ¿Desea continuar?",
+                                  qvx::mensaje::SiNo + qvx::mensaje::Pregunta + qvx::mensaje::SegundoBoton, "Quorvex",
+                                  winId(), "QVX", "ERR-ID:1000003")
+           == qvx::mensaje::Si;
+}
+
+void DialogoIntegridad::Corregir()
+{
+    const QList<int> seleccionadas = Seleccionadas();
+    if (!Consiente(seleccionadas))
+        return;
+    QList<qvx::Correccion> correcciones;
+    for (const int fila : seleccionadas)
+        correcciones.append(filas.at(fila));
+    const qvx::Corregidos corregidos = qvx::CorregirSueltos(correcciones);
+    huboCambios = huboCambios || corregidos.partes + corregidos.servicios > 0;
+    tipoOfrecido.clear(); // a corrected part is offered from now on
+    Buscar();
+    ui->lblAviso->setText("Se corrigió: " + PartesYServicios(corregidos.partes, corregidos.servicios) + ". "
+                          + ui->lblAviso->text());
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "session/Integridad.h"
+
+#include <QDialog>
+#include <memory>
+
+namespace Ui
+{
+class DialogoIntegridad;
+}
+
+// "Revisar integridad": what the tree does not reach, of every equipment type, and its correction with the operator's
+// consent.
+class DialogoIntegridad : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // Searches at once; raises data errors.
+    explicit DialogoIntegridad(QWidget *duena);
+    ~DialogoIntegridad() override;
+
+    // Something was corrected: what a screen shows is no longer what the database holds.
+    bool HuboCambios() const { return huboCambios; }
+
+private:
+    template <class Pasos>
+    void ConTrampa(Pasos &&pasos);
+    void Buscar();
+    QList<int> Seleccionadas() const;
+    void AlSeleccionar();
+    void OfrecerPartes(const QList<int> &servicios);
+    void AlElegirParte();
+    void Corregir();
+    bool Consiente(const QList<int> &filas);
+
+    std::unique_ptr<Ui::DialogoIntegridad> ui;
+    QList<qvx::Correccion> filas; // as the list shows them
+    QString tipoOfrecido;         // whose parts cboParte holds
+    bool huboCambios = false;
+};

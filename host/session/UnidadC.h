@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace qvx
+{
+
+// Where a path of the host's drive C: ("C:\inetpub\...") lies on this machine: below the folder "unidad_c" beside the
+// program. Any other path is itself.
+QString RutaEnUnidadC(const QString &ruta);
+
+} // namespace qvx

@@ -1,0 +1,263 @@
+#include "xml/Documento.h"
+
+#include "data/ErrorEjecucion.h"
+#include "xml/EsquemaXml.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <libxml/tree.h>
+#include <libxml/xmlsave.h>
+#include <optional>
+
+namespace qvx
+{
+
+namespace
+{
+
+// The reader takes 256 levels; what is written stays below by more than what hangs from a service.
+constexpr int NivelesAlEscribir = 250;
+
+const xmlChar *Octetos(const QByteArray &texto)
+{
+    return reinterpret_cast<const xmlChar *>(texto.constData());
+}
+
+QString Texto(const xmlChar *octetos)
+{
+    return QString::fromUtf8(reinterpret_cast<const char *>(octetos));
+}
+
+int Nivel(const xmlNode *nodo)
+{
+    int nivel = 0;
+    for (; nodo && nodo->type == XML_ELEMENT_NODE; nodo = nodo->parent)
+        ++nivel;
+    return nivel;
+}
+
+// The first character that XML cannot hold. A surrogate without its other half is one.
+std::optional<uint> CaracterProhibido(const QString &texto)
+{
+    for (qsizetype i = 0; i < texto.size(); ++i) {
+        uint c = texto.at(i).unicode();
+        if (texto.at(i).isHighSurrogate() && i + 1 < texto.size() && texto.at(i + 1).isLowSurrogate())
+            c = QChar::surrogateToUcs4(texto.at(i), texto.at(i + 1));
+        if (!xmlIsCharQ(c))
+            return c;
+        if (c > 0xFFFF)
+            ++i;
+    }
+    return std::nullopt;
+}
+
+[[noreturn]] void Fallar(const QString &descripcion)
+{
+    throw ErrorEjecucion(errores::Datos, descripcion);
+}
+
+// The library reports some errors of encodings past the reader, on the standard error: they are in its answer too.
+class SinVoz
+{
+public:
+    SinVoz() : antes(xmlStructuredError), contexto(xmlStructuredErrorContext)
+    {
+        xmlSetStructuredErrorFunc(nullptr, [](void *, xmlError *) {});
+    }
+    ~SinVoz() { xmlSetStructuredErrorFunc(contexto, antes); }
+    SinVoz(const SinVoz &) = delete;
+    SinVoz &operator=(const SinVoz &) = delete;
+
+private:
+    xmlStructuredErrorFunc antes;
+    void *contexto;
+};
+
+struct Lectura {
+    QFile archivo;
+    qint64 leidos = 0;
+    bool conTipo = false; // the document has a document type
+    QString falla;
+};
+
+int LeerMas(void *contexto, char *destino, int cuantos)
+{
+    auto &lectura = *static_cast<Lectura *>(contexto);
+    const qint64 leidos = lectura.archivo.read(destino, cuantos);
+    if (leidos < 0)
+        lectura.falla = "No se pudo leer el archivo: " + lectura.archivo.errorString();
+    lectura.leidos += qMax<qint64>(leidos, 0);
+    if (lectura.leidos > Documento::TamanoMaximo)
+        lectura.falla = QString("El archivo pasa de %1 MB").arg(Documento::TamanoMaximo / 1024 / 1024);
+    return lectura.falla.isEmpty() ? static_cast<int>(leidos) : -1;
+}
+
+// Called before anything of the document type is looked at: nothing that it declares comes to be.
+void RechazarTipo(void *contexto, const xmlChar *, const xmlChar *, const xmlChar *)
+{
+    auto *lector = static_cast<xmlParserCtxt *>(contexto);
+    static_cast<Lectura *>(lector->_private)->conTipo = true;
+    xmlStopParser(lector);
+}
+
+ErrorXml Falla(const Lectura &lectura, const xmlError *error)
+{
+    const int renglon = error ? error->line : 0;
+    if (!lectura.falla.isEmpty())
+        return {0, {}, lectura.falla};
+    if (lectura.conTipo)
+        return {renglon, {}, "El documento trae una declaración DOCTYPE, que este formato no admite"};
+    if (!error || !error->message)
+        return {renglon, {}, "El documento no está bien formado"};
+    return {renglon, {}, "El documento no está bien formado: " + QString::fromUtf8(error->message).trimmed()};
+}
+
+// A write that fails is kept by the file, and told when it is committed.
+int EscribirMas(void *contexto, const char *origen, int cuantos)
+{
+    static_cast<QSaveFile *>(contexto)->write(origen, cuantos);
+    return cuantos;
+}
+
+} // namespace
+
+QString ErrorXml::Texto() const
+{
+    QStringList lugar;
+    if (renglon > 0)
+        lugar.append("Renglón " + QString::number(renglon));
+    if (!elemento.isEmpty())
+        lugar.append(elemento);
+    return lugar.isEmpty() ? motivo : lugar.join(", ") + ": " + motivo;
+}
+
+QString Elemento::Nombre() const
+{
+    return qvx::Texto(nodo->name);
+}
+
+Elemento Elemento::Crear(const QString &nombre) const
+{
+    if (Nivel(nodo) >= NivelesAlEscribir)
+        Fallar(QString("El documento tendría más de %1 niveles").arg(NivelesAlEscribir));
+    return Elemento(xmlNewChild(nodo, nullptr, Octetos(nombre.toUtf8()), nullptr));
+}
+
+void Elemento::setAtributo(const QString &nombre, const QString &valor, const QString &duenio) const
+{
+    if (const auto prohibido = CaracterProhibido(valor))
+        Fallar(QString("%1: \"%2\" lleva un carácter que XML no admite (U+%3)")
+                   .arg(duenio, nombre, QString("%1").arg(*prohibido, 4, 16, QLatin1Char('0')).toUpper()));
+    xmlNewProp(nodo, Octetos(nombre.toUtf8()), Octetos(valor.toUtf8()));
+}
+
+QString Elemento::Atributo(int posicion) const
+{
+    const xmlAttr *atributo = nodo->properties;
+    for (; atributo && posicion > 0; --posicion)
+        atributo = atributo->next;
+    if (!atributo)
+        throw ErrorEjecucion(errores::ElementoNoEncontrado, "Al elemento " + Nombre() + " le falta un atributo");
+    xmlChar *valor = xmlNodeListGetString(nodo->doc, atributo->children, 1);
+    const QString texto = valor ? qvx::Texto(valor) : QString("");
+    xmlFree(valor);
+    return texto;
+}
+
+std::vector<Elemento> Elemento::Hijos() const
+{
+    std::vector<Elemento> hijos;
+    for (xmlNode *hijo = xmlFirstElementChild(nodo); hijo; hijo = xmlNextElementSibling(hijo))
+        hijos.push_back(Elemento(hijo));
+    return hijos;
+}
+
+void Documento::Liberar::operator()(_xmlDoc *libre) const
+{
+    xmlFreeDoc(libre);
+}
+
+Documento::Documento() : arbol(xmlNewDoc(nullptr)) {}
+
+Documento::~Documento() = default;
+
+Elemento Documento::CrearRaiz(const QString &nombre)
+{
+    xmlNode *raiz = xmlNewDocNode(arbol.get(), nullptr, Octetos(nombre.toUtf8()), nullptr);
+    xmlDocSetRootElement(arbol.get(), raiz);
+    return Elemento(raiz);
+}
+
+Elemento Documento::Buscar(const QList<QString> &ruta) const
+{
+    xmlNode *nodo = nullptr;
+    for (const QString &nombre : ruta) {
+        nodo = nodo ? xmlFirstElementChild(nodo) : xmlDocGetRootElement(arbol.get());
+        while (nodo && qvx::Texto(nodo->name) != nombre)
+            nodo = xmlNextElementSibling(nodo);
+        if (!nodo)
+            break;
+    }
+    return Elemento(nodo);
+}
+
+void Documento::Guardar(const QString &archivo) const
+{
+    QSaveFile destino(archivo);
+    const auto fallar = [&](const QString &motivo) {
+        Fallar("No se pudo guardar el archivo " + archivo + ": " + motivo);
+    };
+    if (!destino.open(QIODevice::WriteOnly))
+        fallar(destino.errorString());
+    destino.write("<?xml version='1.0'?>\n");
+    xmlSaveCtxt *escritor = xmlSaveToIO(&EscribirMas, nullptr, &destino, "UTF-8", XML_SAVE_NO_DECL | XML_SAVE_AS_XML);
+    const bool escrito = escritor && xmlSaveDoc(escritor, arbol.get()) >= 0;
+    xmlSaveClose(escritor);
+    // commit itself does not look at what of the last bytes reached the disk.
+    const bool completo = escrito && destino.flush();
+    const QString motivo = destino.errorString();
+    if (!completo)
+        destino.cancelWriting();
+    if (!destino.commit())
+        fallar(completo ? destino.errorString() : motivo);
+}
+
+Documento::Arbol Documento::Leer(const QString &archivo, QList<ErrorXml> &errores)
+{
+    Lectura lectura;
+    lectura.archivo.setFileName(archivo);
+    if (!QFileInfo(archivo).isFile() || !lectura.archivo.open(QIODevice::ReadOnly)) {
+        errores.append({0, {}, "No se pudo abrir el archivo " + archivo});
+        return nullptr;
+    }
+    const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt *)> lector(xmlNewParserCtxt(), &xmlFreeParserCtxt);
+    if (!lector)
+        Fallar("No hay memoria para leer el documento");
+    lector->_private = &lectura;
+    lector->sax->internalSubset = &RechazarTipo;
+    constexpr int opciones =
+        XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_COMPACT | XML_PARSE_BIG_LINES;
+    const SinVoz callada;
+    Arbol leido(xmlCtxtReadIO(lector.get(), &LeerMas, nullptr, &lectura, nullptr, nullptr, opciones));
+    if (!leido || lectura.conTipo || !lectura.falla.isEmpty()) {
+        errores.append(Falla(lectura, xmlCtxtGetLastError(lector.get())));
+        return nullptr;
+    }
+    return leido;
+}
+
+bool Documento::Cargar(const QString &archivo, const EsquemaXml &esquema)
+{
+    fallas.clear();
+    arbol = Leer(archivo, fallas);
+    if (arbol)
+        fallas = esquema.Validar(*this);
+    if (!fallas.isEmpty())
+        arbol.reset(xmlNewDoc(nullptr));
+    return fallas.isEmpty();
+}
+
+} // namespace qvx
