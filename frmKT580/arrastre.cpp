@@ -5,21 +5,38 @@
 #include "controls/Comunes.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
+#include "data/ErrorEjecucion.h"
 #include "frmKT580/frmKT580.h"
 #include "ui_frmKT580.h"
 
 using namespace Publico;
 
+namespace
+{
+
+// The part to move from. Without one there is nothing to look at: an error of the procedure that asks.
+const comunesQVX::Nodo &ParteElegida(const comunesQVX::TreeView &arbol)
+{
+    const comunesQVX::Nodo *nodo = arbol.SelectedItem();
+    if (!nodo)
+        throw qvx::ErrorEjecucion(qvx::errores::ObjetoNoEstablecido, "No hay una parte seleccionada en el árbol");
+    return *nodo;
+}
+
+} // namespace
+
 void frmKT580::lvServicios_OLEStartDrag(QString &texto)
 {
     Trampa::delHost(*this, [&] {
+        QString folios; // given only when the walk reaches its end
         for (Contador16 fila; fila < ui->lvServicios->Count(); ++fila) {
             if (!ui->lvServicios->Seleccionada(fila))
                 continue;
-            if (!texto.isEmpty())
-                texto += "\r\n";
-            texto += ui->lvServicios->Texto(fila);
+            if (!folios.isEmpty())
+                folios += "\r\n";
+            folios += ui->lvServicios->Texto(fila);
         }
+        texto = folios;
     });
 }
 
@@ -35,10 +52,7 @@ void frmKT580::tvPartes_OLEDragDrop(const QString &texto)
         if (!destino)
             return;
         ui->tvPartes->setDropHighlight(nullptr);
-        const comunesQVX::Nodo *origen = ui->tvPartes->SelectedItem();
-        if (!origen)
-            return;
-        if (DadaDeBaja(origen)) {
+        if (DadaDeBaja(&ParteElegida(*ui->tvPartes))) {
             Advertir("El servicio seleccionado es de una parte dada de baja, no se puede copiar", 7500038);
             return;
         }
@@ -55,6 +69,7 @@ void frmKT580::tvPartes_OLEDragDrop(const QString &texto)
 void frmKT580::Copia_Servicio(const QString &folio, const QString &textoDestino)
 {
     Trampa::en(*this, "Copiar_Servicio", 7500043, [&] {
+        ParteElegida(*ui->tvPartes);
         const QString origen = TomarParte();
         // The key keeps the blank before the dash, which does not count when keys are compared. The root's text has no
         // dash, so that a drop on it passes this test and leaves the service under "RAIZ": meant so.

@@ -10,17 +10,17 @@ using namespace Publico;
 
 void frmKT580::Controles_B3Click()
 {
-    const QString origen = ui->txtTipoEquipo->Text();
-    if (origen.isEmpty()) {
-        Advertir("Seleccione un tipo de equipo para copiar el plan de mantenimiento", 7500032);
-        return;
-    }
-    bool transaccionAbierta = false;
-    try {
+    Trampa::delHost(*this, [&] {
+        const QString origen = ui->txtTipoEquipo->Text();
+        if (origen.isEmpty()) {
+            Advertir("Seleccione un tipo de equipo para copiar el plan de mantenimiento", 7500032);
+            return;
+        }
         const QString destino = Utilerias->BuscarEnCatalogo("TIPO_EQUIPO", 100, "", QFont(), this);
         if (destino.isEmpty())
             return;
-        if (destino == origen) {
+        // Compared as the database does: a copy to the same type would delete its plan.
+        if (destino.trimmed() == origen.trimmed()) {
             Advertir("El tipo de equipo seleccionado es igual al actual", 7500033);
             return;
         }
@@ -31,6 +31,14 @@ void frmKT580::Controles_B3Click()
                       qvx::mensaje::SiNo + qvx::mensaje::Pregunta + qvx::mensaje::SegundoBoton, 7500049)
             != qvx::mensaje::Si)
             return;
+        ReemplazarPlan(origen, destino);
+    });
+}
+
+void frmKT580::ReemplazarPlan(const QString &origen, const QString &destino)
+{
+    bool transaccionAbierta = false;
+    try {
         transaccionAbierta = true;
         Sistema->Conexion().BeginTrans();
         CopiarPlan(origen, destino);

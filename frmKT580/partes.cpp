@@ -43,11 +43,10 @@ void frmKT580::Controles_Nuevo()
     });
 }
 
-// Shows the new part and leaves its parent selected, where the next part would be added.
+// Shows the new part and leaves its parent selected, where the next part would be added. A part that is not in the tree
+// (its parent was deleted meanwhile) is an error that the planner hears of.
 void frmKT580::SeleccionarPadreDe(const QString &clave)
 {
-    if (!ui->tvPartes->Contains(clave))
-        return;
     comunesQVX::Nodo *nodo = ui->tvPartes->Item(clave);
     ui->tvPartes->EnsureVisible(nodo);
     ui->tvPartes->setSelectedItem(nodo->Parent());
@@ -83,8 +82,8 @@ void frmKT580::Controles_Editar()
         dialogo.MostrarModal(this);
         if (dialogo.Aceptado) {
             CargarPartes();
-            if (ui->tvPartes->Contains("N" + parte))
-                ui->tvPartes->Item("N" + parte)->setText(parte + " - " + dialogo.Texto());
+            ui->tvPartes->Item("N" + parte)->setText(parte + " - " + dialogo.Texto());
+            SeleccionarParte("N" + parte);
             if (ui->tvPartes->isEnabled())
                 ui->tvPartes->setFocus();
         }

@@ -2,11 +2,14 @@
 
 #include "controls/Comunes.h"
 #include "controls/Controles.h"
+#include "controls/InteraccionQt.h"
 #include "controls/SSOleDBGrid.h"
 #include "controls/ssTbQvx.h"
 #include "support/Plan.h"
 
 #include <QDir>
+#include <QLineEdit>
+#include <QTimer>
 
 using comunesQVX::ListView;
 using comunesQVX::TreeView;
@@ -21,6 +24,43 @@ void Guardar(QWidget &ventana, const QString &nombre)
     QCoreApplication::processEvents();
     if (!ventana.grab().save(carpeta.filePath(nombre + ".png")))
         qFatal("No se pudo guardar %s", qPrintable(nombre));
+}
+
+// Answers No to the next question with this identifier, after taking its picture from the host's own message box.
+void RetratarPregunta(const Escenario &escenario, QWidget &pantalla, int identificador, const QString &nombre)
+{
+    escenario.Personas().Responder(identificador, qvx::mensaje::No, [&, nombre] {
+        const QStringList partes = escenario.Personas().Tomar().constLast().split(QLatin1Char('|'));
+        QTimer::singleShot(0, [nombre] {
+            QWidget *caja = QApplication::activeModalWidget();
+            Guardar(*caja, nombre);
+            caja->close();
+        });
+        qvx::InteraccionQt().Mensaje(
+            {partes.at(4), partes.at(0).toInt(), partes.at(1), pantalla.winId(), partes.at(2), partes.at(3), {}});
+    });
+}
+
+// Renaming in the tree, and the two questions about parts.
+void RetratarPartes(const Escenario &escenario, QWidget &pantalla)
+{
+    auto &arbol = escenario.De<TreeView>("tvPartes");
+    auto &barra = escenario.De<QWidget>("Controles");
+    ElegirNodo(arbol, "N0010");
+    QTest::keyClick(&arbol, Qt::Key_F2);
+    Guardar(arbol, "renombrar");
+    QTest::keyClick(arbol.viewport()->findChild<QLineEdit *>(), Qt::Key_Escape);
+
+    ElegirNodo(arbol, "N0025");
+    Guardar(pantalla, "baja");
+    RetratarPregunta(escenario, pantalla, 7500045, "pregunta_reactivar");
+    Pulsar(barra, "Reactivar");
+
+    arbol.expandAll();
+    escenario.Motor("DELETE FROM Plan_Mantenimiento WHERE Tep_ID = '0020'");
+    ElegirNodo(arbol, "N0020");
+    RetratarPregunta(escenario, pantalla, 7500046, "pregunta_eliminar");
+    Pulsar(barra, "B1");
 }
 
 } // namespace
@@ -58,5 +98,7 @@ int main(int argc, char **argv)
 
     EnElDialogo([&](QWidget &dialogo) { Guardar(dialogo, "parte"); });
     Pulsar(escenario.De<QWidget>("Controles"), "Nuevo");
+
+    RetratarPartes(escenario, pantalla);
     return 0;
 }
