@@ -1,0 +1,342 @@
+#include "controls/Comunes.h"
+#include "support/Plan.h"
+
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <algorithm>
+
+using comunesQVX::ListView;
+using comunesQVX::TreeView;
+
+// Moving services by dropping them on the tree, through the events that the tree's view gets from the window system.
+class PrArrastre : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void mover();
+    void resaltado();
+    void textoDelArrastre();
+    void varias();
+    void soltar_data();
+    void soltar();
+    void fallas_data();
+    void fallas();
+
+private:
+    TreeView &Arbol() { return escenario->De<TreeView>("tvPartes"); }
+    ListView &Lista() { return escenario->De<ListView>("lvServicios"); }
+    QStringList Mensajes() { return escenario->Personas().Tomar(); }
+    QPoint Centro(const QString &nodo) { return Arbol().visualItemRect(Arbol().Item(nodo)).center(); }
+    QString Folios();
+    template <class Evento>
+    bool Enviar(const QPoint &punto, const QMimeData &datos, Qt::DropActions acciones = Qt::CopyAction);
+    bool Soltar(const QString &texto, const QString &nodo);
+    QStringList Servicios();
+
+    std::unique_ptr<Escenario> escenario;
+    QWidget *pantalla = nullptr;
+};
+
+namespace
+{
+
+const QString DelServicio = " Te_Cve_Tipo_Equipo = '0900'   AND Tep_ID = '0002'   AND Pm_ID = '000001' ";
+const QString NodoFuera = "fuera"; // a place of the tree below its nodes
+
+} // namespace
+
+void PrArrastre::init()
+{
+    escenario = std::make_unique<Escenario>();
+    SembrarPlan(*escenario);
+    pantalla = &escenario->Pantalla("0900");
+    Arbol().expandAll();
+}
+
+void PrArrastre::cleanup()
+{
+    QCOMPARE(Mensajes(), QStringList());
+    escenario.reset();
+}
+
+// What a drag of the selected rows carries.
+QString PrArrastre::Folios()
+{
+    QString texto;
+    Q_EMIT Lista().OLEStartDrag(texto);
+    return texto;
+}
+
+template <class Evento>
+bool PrArrastre::Enviar(const QPoint &punto, const QMimeData &datos, Qt::DropActions acciones)
+{
+    Evento evento(punto, acciones, &datos, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(Arbol().viewport(), &evento);
+    return evento.isAccepted() && evento.dropAction() == Qt::CopyAction;
+}
+
+bool PrArrastre::Soltar(const QString &texto, const QString &nodo)
+{
+    const QPoint punto = nodo == NodoFuera ? Arbol().viewport()->rect().bottomLeft() - QPoint(-5, 5) : Centro(nodo);
+    QMimeData datos;
+    datos.setText(texto);
+    const bool tomado = Enviar<QDragEnterEvent>(punto, datos) && Enviar<QDragMoveEvent>(punto, datos)
+                        && Enviar<QDropEvent>(punto, datos);
+    QCoreApplication::processEvents();
+    return tomado;
+}
+
+// Where the services and their lines are, and who changed them last.
+QStringList PrArrastre::Servicios()
+{
+    return escenario->Filas("SELECT Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Oper_Ult_Modif, Fecha_Ult_Modif, "
+                            "(SELECT count(*) FROM Plan_Mantenimiento_Detalle d WHERE d.Te_Cve_Tipo_Equipo = "
+                            "s.Te_Cve_Tipo_Equipo AND d.Tep_ID = s.Tep_ID AND d.Pm_ID = s.Pm_ID) "
+                            "FROM Plan_Mantenimiento s ORDER BY Pm_ID");
+}
+
+void PrArrastre::mover()
+{
+    ElegirNodo(Arbol(), "N0002");
+    Lista().topLevelItem(0)->setSelected(true);
+    escenario->Traza();
+    QVERIFY(Soltar(Folios(), "N0005"));
+    QStringList traza = escenario->Traza();
+    QCOMPARE(traza.mid(0, 4),
+             (QStringList{"-\tBEGIN IMMEDIATE",
+                          "1\tSELECT * FROM Plan_Mantenimiento WHERE  Pm_ID = '000001'    AND Tep_ID = '0002'    AND "
+                          "Te_Cve_Tipo_Equipo = '0900' ",
+                          "1\tUPDATE Plan_Mantenimiento SET Tep_ID = '0005 ', Oper_Ult_Modif = 'mlopez', "
+                          "Fecha_Ult_Modif = '2026-03-14 09:26:53' WHERE"
+                              + DelServicio,
+                          "3\tUPDATE Plan_Mantenimiento_Detalle SET Tep_ID = '0005 ' WHERE" + DelServicio}));
+    const auto confirmada = traza.indexOf("-\tCOMMIT");
+    QCOMPARE(traza.at(confirmada - 1), "1\tINSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES "
+                                       "('Plan_Mantenimiento', '0900|000001', 'mlopez', '2026-03-14 09:26:53')");
+    QVERIFY(traza.at(confirmada + 1).contains("Tep_Padre = '0000'"));
+    QVERIFY(traza.constLast().contains("Plan_Mantenimiento.Tep_ID = '0002'"));
+    QCOMPARE(Servicios(), (QStringList{"0900|0005 |000001|mlopez|2026-03-14 09:26:53|3",
+                                       "0900|0002|000002|jcruz|2025-01-02 03:04:05|0",
+                                       "0900|0003|000003|jcruz|2025-01-02 03:04:05|1"}));
+
+    // The source part stays selected, without the service; the tree is as after a load and has the focus.
+    QCOMPARE(Arbol().SelectedItem()->Key(), "N0002");
+    QVERIFY(Arbol().Primero()->isExpanded() && Arbol().hasFocus());
+    QCOMPARE(Lista().Count(), 1);
+    QCOMPARE(Lista().Texto(0), "000002");
+    ElegirNodo(Arbol(), "N0005"); // the blank does not count
+    QCOMPARE(Lista().Texto(0), "000001");
+    Lista().topLevelItem(0)->setSelected(true);
+    QVERIFY(Soltar(Folios(), "N0002"));
+    QVERIFY(Servicios().constFirst().startsWith("0900|0002 |000001|mlopez"));
+    QVERIFY(Servicios().constFirst().endsWith("|3"));
+}
+
+// The highlight follows the pointer, and goes with it; what is no text, or not to be copied, is not taken.
+void PrArrastre::resaltado()
+{
+    QMimeData datos;
+    datos.setText("000001");
+    QVERIFY(Enviar<QDragEnterEvent>(Centro("N0001"), datos));
+    for (const char *nodo : {"N0001", "N0003", "N0000"}) {
+        QVERIFY(Enviar<QDragMoveEvent>(Centro(nodo), datos));
+        QCOMPARE(Arbol().DropHighlight(), Arbol().Item(nodo));
+    }
+    Enviar<QDragMoveEvent>(Arbol().viewport()->rect().bottomLeft(), datos);
+    QVERIFY(!Arbol().DropHighlight());
+    Enviar<QDragMoveEvent>(Centro("N0001"), datos);
+    QDragLeaveEvent salida;
+    QCoreApplication::sendEvent(Arbol().viewport(), &salida);
+    QVERIFY(!Arbol().DropHighlight());
+
+    QVERIFY(!Enviar<QDragEnterEvent>(Centro("N0001"), datos, Qt::MoveAction));
+    QMimeData imagen;
+    imagen.setData("image/png", "x");
+    QVERIFY(!Enviar<QDragEnterEvent>(Centro("N0001"), imagen));
+    QVERIFY(!Enviar<QDropEvent>(Centro("N0001"), imagen));
+    QVERIFY(!Arbol().DropHighlight());
+}
+
+// The folios of the selected rows in the list's order; a list that a 16-bit counter cannot walk drags nothing.
+void PrArrastre::textoDelArrastre()
+{
+    ElegirNodo(Arbol(), "N0002");
+    QCOMPARE(Folios(), "");
+    Lista().topLevelItem(1)->setSelected(true);
+    QCOMPARE(Folios(), "000002");
+    Lista().topLevelItem(0)->setSelected(true);
+    QCOMPARE(Folios(), "000001\r\n000002");
+    for (int fila = Lista().Count(); fila < 32768; ++fila)
+        Lista().AgregarFila({QString::number(fila)});
+    QCOMPARE(Folios(), "");
+    QCOMPARE(Mensajes(), QStringList{"16|Quorvex|QVX|ERR-ID:1000000|Desbordamiento"});
+}
+
+// Several rows match no service: nothing happens, and nothing stays behind, neither here nor for another program.
+void PrArrastre::varias()
+{
+    ElegirNodo(Arbol(), "N0002");
+    Lista().selectAll();
+    const QStringList antes = escenario->Tablas();
+    escenario->Traza();
+    QVERIFY(Soltar(Folios(), "N0005"));
+    QCOMPARE(escenario->Traza(),
+             (QStringList{"-\tBEGIN IMMEDIATE",
+                          "0\tSELECT * FROM Plan_Mantenimiento WHERE  Pm_ID = '000001\\r\\n000002'    AND Tep_ID = "
+                          "'0002'    AND Te_Cve_Tipo_Equipo = '0900' ",
+                          "-\tABANDONADA", "-\tROLLBACK"}));
+    QCOMPARE(escenario->Tablas(), antes);
+    QCOMPARE(Lista().Count(), 2);
+
+    escenario->Motor("UPDATE Producto SET Pr_Descripcion = 'OTRO' WHERE Pr_Cve_Producto = '9000000001'");
+    Lista().clearSelection();
+    Lista().topLevelItem(1)->setSelected(true);
+    QVERIFY(Soltar(Folios(), "N0005"));
+    QVERIFY(Servicios().at(1).startsWith("0900|0005 |000002|mlopez"));
+}
+
+void PrArrastre::soltar_data()
+{
+    QTest::addColumn<QString>("origen");
+    QTest::addColumn<QString>("destino");
+    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("cambio");
+    QTest::addColumn<QString>("mensaje");
+    const QString deBaja = "48|Quorvex|KT580|ERR-ID:7500038|El servicio seleccionado es de una parte dada de baja, no "
+                           "se puede copiar";
+    const QString sinParte = "16|tvPartes_OLEDragDrop|KT580|ERR-ID:7500040|No hay una parte seleccionada en el árbol";
+    const QString ajena = "48|Quorvex|KT580|ERR-ID:7500042|El registro ya no existe: otra persona lo eliminó o lo "
+                          "cambió de lugar.";
+    QTest::newRow("de una de baja a otra") << "N0003"
+                                           << "N0003"
+                                           << "000003"
+                                           << "" << deBaja;
+    QTest::newRow("de una de baja") << "N0003"
+                                    << "N0005"
+                                    << "000003"
+                                    << "" << deBaja;
+    QTest::newRow("a una de baja") << "N0002"
+                                   << "N0003"
+                                   << "000001"
+                                   << ""
+                                   << "48|Quorvex|KT580|ERR-ID:7500039|No se puede copiar el servicio, la parte está "
+                                      "dada de baja";
+    QTest::newRow("a la clave 0000") << "N0002"
+                                     << "N0000-1"
+                                     << "000001"
+                                     << ""
+                                     << "48|Quorvex|KT580|ERR-ID:7500041|No se puede crear un servicio a la raíz";
+    QTest::newRow("a la raíz") << "N0002"
+                               << "N0000"
+                               << "000001"
+                               << "0900|RAIZ|000001|mlopez|2026-03-14 09:26:53|3"
+                               << "";
+    QTest::newRow("a la misma") << "N0002"
+                                << "N0002"
+                                << "000001"
+                                << "0900|0002 |000001|mlopez|2026-03-14 09:26:53|3"
+                                << "";
+    QTest::newRow("fuera") << "N0002" << NodoFuera << "000001"
+                           << ""
+                           << "";
+    QTest::newRow("sin parte") << ""
+                               << "N0005"
+                               << "000001"
+                               << "" << sinParte;
+    QTest::newRow("texto ajeno") << "N0002"
+                                 << "N0005"
+                                 << "hola"
+                                 << ""
+                                 << "";
+    QTest::newRow("texto vacío") << "N0002"
+                                 << "N0005"
+                                 << ""
+                                 << ""
+                                 << "";
+    QTest::newRow("folio de otra parte") << "N0002"
+                                         << "N0005"
+                                         << "000003"
+                                         << ""
+                                         << "";
+    QTest::newRow("comilla") << "N0002"
+                             << "N0005"
+                             << "O'Hara"
+                             << ""
+                             << "16|Copiar_Servicio|KT580|ERR-ID:7500043|near \"Hara\": syntax error";
+    QTest::newRow("condición ajena") << "N0002"
+                                     << "N0005"
+                                     << "x' OR '1'='1"
+                                     << "" << ajena;
+}
+
+// A drop moves one service of the selected part or changes nothing, with the right words, on the screen's window.
+void PrArrastre::soltar()
+{
+    QFETCH(QString, origen);
+    QFETCH(QString, destino);
+    QFETCH(QString, texto);
+    QFETCH(QString, cambio);
+    QFETCH(QString, mensaje);
+    escenario->Motor("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) VALUES "
+                     "('0900', '0000-1', '0000', 'CASI RAÍZ')");
+    QTest::keyClick(&Arbol(), Qt::Key_F5);
+    Arbol().expandAll();
+    if (!origen.isEmpty())
+        ElegirNodo(Arbol(), origen);
+    QStringList esperados = Servicios();
+    if (!cambio.isEmpty())
+        esperados.replace(0, cambio);
+    QVERIFY(Soltar(texto, destino));
+    QVERIFY(!Arbol().DropHighlight());
+    QCOMPARE(Servicios(), esperados);
+    QCOMPARE(escenario->Personas().ventanas, QList<WId>(mensaje.isEmpty() ? 0 : 1, pantalla->winId()));
+    QCOMPARE(Mensajes().join('\n'), mensaje);
+    escenario->Motor("UPDATE Producto SET Pr_Descripcion = 'OTRO'"); // nothing is left open
+}
+
+void PrArrastre::fallas_data()
+{
+    QTest::addColumn<QString>("falla");
+    QTest::addColumn<QString>("mensaje");
+    const auto disparador = [](const QString &suceso) {
+        return "CREATE TRIGGER f BEFORE " + suceso + " BEGIN SELECT RAISE(ABORT, 'falla'); END";
+    };
+    const QString trampa = "16|Copiar_Servicio|KT580|ERR-ID:7500043|falla";
+    QTest::newRow("servicio") << disparador("UPDATE ON Plan_Mantenimiento") << trampa;
+    QTest::newRow("líneas") << disparador("UPDATE ON Plan_Mantenimiento_Detalle") << trampa;
+    QTest::newRow("registro") << disparador("INSERT ON Registro_Cambio") << "48|Quorvex|KT580|ERR-ID:7500042|falla";
+    const QString ocupada = "16|Copiar_Servicio|KT580|ERR-ID:7500043|database is locked";
+    QTest::newRow("comienzo") << "ocupada" << ocupada;
+    QTest::newRow("confirmación") << "leyendo" << ocupada;
+}
+
+// Header and lines stay together under their part; the same drop then succeeds.
+void PrArrastre::fallas()
+{
+    QFETCH(QString, falla);
+    ElegirNodo(Arbol(), "N0002");
+    const QStringList antes = escenario->Tablas();
+    std::unique_ptr<QObject> otro;
+    if (falla == "ocupada")
+        otro = escenario->Ocupar();
+    else if (falla == "leyendo")
+        otro = escenario->Leyendo();
+    else
+        escenario->Motor(falla);
+    Soltar("000001", "N0005");
+    QTEST(Mensajes().join('\n'), "mensaje");
+    otro.reset();
+    QCOMPARE(escenario->Tablas(), antes);
+    QCOMPARE(Lista().Count(), 2);
+
+    escenario->Motor("DROP TRIGGER IF EXISTS f");
+    Soltar("000001", "N0005");
+    QCOMPARE(Servicios().constFirst(), "0900|0005 |000001|mlopez|2026-03-14 09:26:53|3");
+    QCOMPARE(Lista().Count(), 1);
+}
+
+PRUEBA_MAIN(PrArrastre)
+#include "pr_arrastre.moc"
