@@ -354,12 +354,15 @@ void PrBajas::fallas()
         escenario->Motor(falla);
     if (preguntas > 0)
         responder();
+    escenario->Traza();
     Pulsar(Barra(), comando);
     otro.reset();
     QCOMPARE(escenario->Personas().ventanas.constLast(), pantalla->winId());
     const QStringList mensajes = Mensajes();
     QCOMPARE(mensajes.size(), preguntas + 1);
     QTEST(mensajes.constLast(), "mensaje");
+    if (mensajes.constLast().startsWith("48")) // a refusal takes its transaction back by itself
+        QVERIFY(!escenario->Traza().contains("-\tABANDONADA"));
 
     if (falla.startsWith("CREATE"))
         escenario->Motor("DROP TRIGGER f");

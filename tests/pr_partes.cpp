@@ -341,8 +341,11 @@ void PrPartes::rechazos()
             Escribir(Caja(dialogo, "txtClave"), clave);
         Escribir(Caja(dialogo, "txtTexto"), texto);
         const QString campos = Campos(dialogo);
+        escenario->Traza();
         Aceptar(dialogo);
         otro.reset();
+        if (mensaje.startsWith("48")) // a refusal takes its transaction back by itself
+            QVERIFY(!escenario->Traza().contains("-\tABANDONADA"));
         QCOMPARE(escenario->Personas().ventanas, QList<WId>{dialogo.winId()});
         QCOMPARE(Mensajes(), QStringList{mensaje});
         QVERIFY(dialogo.isVisible());

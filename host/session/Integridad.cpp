@@ -1,0 +1,258 @@
+#include "session/Integridad.h"
+
+#include "data/Conexion.h"
+#include "data/ErrorEjecucion.h"
+#include "data/Texto.h"
+#include "session/Sesion.h"
+#include "session/Utilerias.h"
+
+#include <map>
+#include <set>
+#include <utility>
+
+namespace qvx
+{
+
+namespace
+{
+
+const QString Raiz = "0000";
+
+// Keys compare without their trailing blanks.
+QString Clave(QString texto)
+{
+    while (texto.endsWith(QLatin1Char(' ')))
+        texto.chop(1);
+    return texto;
+}
+
+struct Parte {
+    enum class Alcance { SinVer, EnCamino, Llega, NoLlega, SinPadre, EnAnillo };
+    QString clave;
+    QString padre;
+    QString descripcion;
+    bool activa = false;
+    Alcance alcance = Alcance::SinVer;
+    QString anillo; // the same for all parts of one ring
+
+    bool Suelta() const { return alcance == Alcance::SinPadre || alcance == Alcance::EnAnillo; }
+};
+
+// The parts of one equipment type in the order of their keys, and which of them the tree reaches.
+class Arbol
+{
+public:
+    Arbol(Conexion &conexion, const QString &tipoEquipo)
+    {
+        auto filas = conexion.Execute("SELECT Tep_ID, Tep_Padre, Tep_Descripcion, Es_Cve_Estado FROM "
+                                      "Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = "
+                                      + Literal(tipoEquipo) + " ORDER BY Tep_ID");
+        for (; !filas.Eof(); filas.MoveNext()) {
+            const QString clave = Clave(filas["Tep_ID"]);
+            Parte &parte = partes[clave];
+            parte.clave = clave;
+            parte.padre = Clave(filas["Tep_Padre"]);
+            parte.descripcion = filas["Tep_Descripcion"];
+            parte.activa = Clave(filas["Es_Cve_Estado"]) == "AC";
+        }
+        for (const auto &[clave, parte] : partes)
+            Recorrer(clave);
+    }
+
+    const std::map<QString, Parte> &Partes() const { return partes; }
+    const Parte *Buscar(const QString &clave) const
+    {
+        const auto hallada = partes.find(Clave(clave));
+        return hallada == partes.end() ? nullptr : &hallada->second;
+    }
+
+private:
+    using Alcance = Parte::Alcance;
+
+    // From a part upwards, as far as nobody has been yet.
+    void Recorrer(const QString &desde)
+    {
+        QStringList camino;
+        QString clave = desde;
+        while (clave != Raiz && partes.count(clave) > 0 && partes.at(clave).alcance == Alcance::SinVer) {
+            camino.append(clave);
+            partes.at(clave).alcance = Alcance::EnCamino;
+            clave = partes.at(clave).padre;
+        }
+        if (camino.isEmpty())
+            return;
+        Alcance alcance = Alcance::NoLlega;
+        if (clave == Raiz)
+            alcance = Alcance::Llega;
+        else if (partes.count(clave) == 0)
+            partes.at(camino.takeLast()).alcance = Alcance::SinPadre;
+        else if (partes.at(clave).alcance == Alcance::EnCamino)
+            CerrarAnillo(camino, clave);
+        else if (partes.at(clave).alcance == Alcance::Llega)
+            alcance = Alcance::Llega;
+        for (const QString &vista : std::as_const(camino))
+            partes.at(vista).alcance = alcance;
+    }
+
+    void CerrarAnillo(QStringList &camino, const QString &clave)
+    {
+        QString quitada;
+        do {
+            quitada = camino.takeLast();
+            partes.at(quitada).alcance = Alcance::EnAnillo;
+            partes.at(quitada).anillo = clave;
+        } while (quitada != clave);
+    }
+
+    std::map<QString, Parte> partes;
+};
+
+QString Motivo(const Parte &parte)
+{
+    if (parte.alcance == Parte::Alcance::SinPadre)
+        return "Su parte superior «" + parte.padre + "» no existe";
+    if (parte.padre == parte.clave)
+        return "Es su propia parte superior";
+    return "Su parte superior «" + parte.padre + "» cuelga a su vez de ella";
+}
+
+QList<Suelto> PartesSueltas(Conexion &conexion, const QString &tipoEquipo)
+{
+    QList<Suelto> sueltas;
+    const Arbol arbol(conexion, tipoEquipo);
+    for (const auto &[clave, parte] : arbol.Partes())
+        if (parte.Suelta())
+            sueltas.append({Suelto::Clase::Parte, tipoEquipo, clave, parte.descripcion, Motivo(parte)});
+    return sueltas;
+}
+
+// Takes a transaction back that did not reach its end.
+class Transaccion
+{
+public:
+    explicit Transaccion(Conexion &conexion) : base(conexion) { base.BeginTrans(); }
+    ~Transaccion() { base.RollbackTrans(); }
+    Transaccion(const Transaccion &) = delete;
+    Transaccion &operator=(const Transaccion &) = delete;
+    void Confirmar() { base.CommitTrans(); }
+
+private:
+    Conexion &base;
+};
+
+class Corrector
+{
+public:
+    explicit Corrector(Conexion &conexion) : base(conexion) {}
+
+    // True when it changed something.
+    bool CorregirParte(const Suelto &suelto)
+    {
+        const auto *parte = Tipo(suelto.tipoEquipo).Buscar(suelto.clave);
+        if (!parte || !parte->Suelta())
+            return false;
+        if (parte->alcance == Parte::Alcance::EnAnillo
+            && !anillosAbiertos.insert({Clave(suelto.tipoEquipo), parte->anillo}).second)
+            return false;
+        base.Execute("UPDATE Tipo_Equipo_Parte SET Tep_Padre = " + Literal(Raiz) + ", " + Firma()
+                     + " WHERE Te_Cve_Tipo_Equipo = " + Literal(suelto.tipoEquipo)
+                     + " AND Tep_ID = " + Literal(suelto.clave));
+        Registrar("Tipo_Equipo_Parte", {suelto.clave, suelto.tipoEquipo});
+        return true;
+    }
+
+    bool CorregirServicio(const Suelto &suelto, const QString &destino)
+    {
+        const QString tipo = "Te_Cve_Tipo_Equipo = " + Literal(suelto.tipoEquipo);
+        const auto servicio = base.Execute("SELECT Tep_ID FROM Plan_Mantenimiento WHERE " + tipo
+                                           + " AND Pm_ID = " + Literal(suelto.clave));
+        if (servicio.Eof() || Tipo(suelto.tipoEquipo).Buscar(servicio["Tep_ID"]))
+            return false;
+        const auto *parte = Tipo(suelto.tipoEquipo).Buscar(destino);
+        if (!parte || !parte->activa)
+            throw ErrorEjecucion(errores::Datos, "La parte " + destino + " ya no existe o está dada de baja.");
+        const QString cuales =
+            " WHERE " + tipo + " AND Tep_ID = " + Literal(servicio["Tep_ID"]) + " AND Pm_ID = " + Literal(suelto.clave);
+        base.Execute("UPDATE Plan_Mantenimiento_Detalle SET Tep_ID = " + Literal(destino) + cuales);
+        base.Execute("UPDATE Plan_Mantenimiento SET Tep_ID = " + Literal(destino) + ", " + Firma() + cuales);
+        Registrar("Plan_Mantenimiento", {suelto.tipoEquipo, suelto.clave});
+        return true;
+    }
+
+private:
+    const Arbol &Tipo(const QString &tipoEquipo)
+    {
+        return arboles.try_emplace(Clave(tipoEquipo), base, tipoEquipo).first->second;
+    }
+
+    QString Firma() const
+    {
+        return "Oper_Ult_Modif = " + Literal(Sesion::Actual().Operador())
+               + ", Fecha_Ult_Modif = " + Literal(utilerias.TextoFecha(utilerias.FechaServidor()));
+    }
+
+    void Registrar(const QString &tabla, const QStringList &claves) const
+    {
+        if (!utilerias.RegistrarCambio(tabla, claves))
+            throw ErrorEjecucion(errores::Datos, utilerias.UltimoErrorDatos());
+    }
+
+    Conexion &base;
+    Utilerias utilerias;
+    std::map<QString, Arbol> arboles;
+    std::set<std::pair<QString, QString>> anillosAbiertos; // equipment type and ring
+};
+
+} // namespace
+
+QList<Suelto> BuscarSueltos(Conexion &conexion)
+{
+    std::map<QString, QList<Suelto>> porTipo;
+    auto tipos = conexion.Execute("SELECT DISTINCT Te_Cve_Tipo_Equipo AS Tipo FROM Tipo_Equipo_Parte");
+    for (; !tipos.Eof(); tipos.MoveNext())
+        porTipo[Clave(tipos["Tipo"])] = PartesSueltas(conexion, tipos["Tipo"]);
+
+    auto servicios = conexion.Execute(
+        "SELECT s.Te_Cve_Tipo_Equipo AS Tipo, s.Pm_ID AS Folio, s.Tep_ID AS Parte, t.Ts_Descripcion AS Descripcion "
+        "FROM Plan_Mantenimiento s LEFT JOIN Tipo_Servicio t ON t.Ts_Cve_Tipo_Servicio = s.Ts_Cve_Tipo_Servicio "
+        "WHERE NOT EXISTS (SELECT 1 FROM Tipo_Equipo_Parte p WHERE p.Te_Cve_Tipo_Equipo = s.Te_Cve_Tipo_Equipo AND "
+        "p.Tep_ID = s.Tep_ID) ORDER BY s.Te_Cve_Tipo_Equipo, s.Pm_ID");
+    for (; !servicios.Eof(); servicios.MoveNext()) {
+        const QString tipo = Clave(servicios["Tipo"]);
+        porTipo[tipo].append({Suelto::Clase::Servicio, tipo, Clave(servicios["Folio"]), servicios["Descripcion"],
+                              "Su parte «" + Clave(servicios["Parte"]) + "» no existe"});
+    }
+
+    QList<Suelto> sueltos;
+    for (const auto &[tipo, delTipo] : porTipo)
+        sueltos += delTipo;
+    return sueltos;
+}
+
+QList<QPair<QString, QString>> PartesParaServicios(Conexion &conexion, const QString &tipoEquipo)
+{
+    QList<QPair<QString, QString>> elegibles;
+    const Arbol arbol(conexion, tipoEquipo);
+    for (const auto &[clave, parte] : arbol.Partes())
+        if (parte.activa && parte.alcance == Parte::Alcance::Llega)
+            elegibles.append({clave, parte.descripcion});
+    return elegibles;
+}
+
+Corregidos CorregirSueltos(const QList<Correccion> &correcciones)
+{
+    Conexion &base = Sesion::Actual().Conexion();
+    Corregidos corregidos;
+    Transaccion transaccion(base);
+    Corrector corrector(base);
+    for (const Correccion &correccion : correcciones) {
+        if (correccion.suelto.clase == Suelto::Clase::Parte)
+            corregidos.partes += corrector.CorregirParte(correccion.suelto) ? 1 : 0;
+        else
+            corregidos.servicios += corrector.CorregirServicio(correccion.suelto, correccion.destino) ? 1 : 0;
+    }
+    transaccion.Confirmar();
+    return corregidos;
+}
+
+} // namespace qvx

@@ -1,0 +1,337 @@
+#include "app/DialogoIntegridad.h"
+#include "app/VentanaPrincipal.h"
+#include "controls/Comunes.h"
+#include "data/ErrorEjecucion.h"
+#include "support/Plan.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
+
+using comunesQVX::TreeView;
+using qvx::Suelto;
+
+// "Revisar integridad": what the trees do not reach, found and put back, by the library, the window and the command.
+class PrIntegridad : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void buscar();
+    void indices();
+    void corregir();
+    void corregidoPorOtro();
+    void anilloGrande();
+    void fallas_data();
+    void fallas();
+    void ventana();
+    void programa_data();
+    void programa();
+
+private:
+    QStringList Mensajes() { return escenario->Personas().Tomar(); }
+    qvx::Conexion &Base() { return qvx::Sesion::Actual().Conexion(); }
+    void Soltar();
+    QStringList Sueltos();
+    QList<qvx::Correccion> Todos(const QString &destino);
+
+    std::unique_ptr<Escenario> escenario;
+};
+
+namespace
+{
+
+const QString Firmada = "|mlopez|2026-03-14 09:26:53";
+
+} // namespace
+
+void PrIntegridad::init()
+{
+    escenario = std::make_unique<Escenario>();
+    SembrarPlan(*escenario);
+    Soltar();
+}
+
+void PrIntegridad::cleanup()
+{
+    QCOMPARE(Mensajes(), QStringList());
+    escenario.reset();
+}
+
+// Beside the plan's part 0006: a service dropped on the root, with its lines; one of another type whose part is gone; a
+// ring of two parts, with one below, and a part below itself; and a service and a part whose keys differ only in
+// blanks.
+void PrIntegridad::Soltar()
+{
+    const auto parte = [&](const QString &id, const QString &padre) {
+        escenario->Motor("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) "
+                         "VALUES ('0900', '"
+                         + id + "', '" + padre + "', 'P" + id.trimmed() + "')");
+    };
+    escenario->Motor("UPDATE Plan_Mantenimiento SET Tep_ID = 'RAIZ' WHERE Pm_ID = '000001'");
+    escenario->Motor("UPDATE Plan_Mantenimiento_Detalle SET Tep_ID = 'RAIZ' WHERE Pm_ID = '000001'");
+    escenario->Motor("UPDATE Plan_Mantenimiento SET Tep_ID = '0002 ' WHERE Pm_ID = '000002'");
+    escenario->Motor("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) VALUES "
+                     "('0902', '0009', '000001', '9999')");
+    parte("0007", "0006");
+    parte("0010", "0011");
+    parte("0011", "0010 ");
+    parte("0012", "0011");
+    parte("0013", "0013");
+    parte("0014  ", "0001 ");
+}
+
+QStringList PrIntegridad::Sueltos()
+{
+    QStringList textos;
+    for (const Suelto &suelto : qvx::BuscarSueltos(Base()))
+        textos.append(suelto.tipoEquipo + (suelto.clase == Suelto::Clase::Parte ? " P " : " S ") + suelto.clave + " "
+                      + suelto.descripcion + ": " + suelto.motivo);
+    return textos;
+}
+
+// Everything that is found; services go under destino.
+QList<qvx::Correccion> PrIntegridad::Todos(const QString &destino)
+{
+    QList<qvx::Correccion> todos;
+    for (const Suelto &suelto : qvx::BuscarSueltos(Base()))
+        todos.append({suelto, suelto.clase == Suelto::Clase::Servicio ? destino : QString()});
+    return todos;
+}
+
+void PrIntegridad::buscar()
+{
+    QCOMPARE(Sueltos(), (QStringList{
+                            "0900 P 0006 SUELTA: Su parte superior «7777» no existe",
+                            "0900 P 0010 P0010: Su parte superior «0011» cuelga a su vez de ella",
+                            "0900 P 0011 P0011: Su parte superior «0010» cuelga a su vez de ella",
+                            "0900 P 0013 P0013: Es su propia parte superior",
+                            "0900 S 000001 REVISIÓN: Su parte «RAIZ» no existe",
+                            "0902 S 000001 : Su parte «0009» no existe",
+                        }));
+    QStringList elegibles;
+    for (const auto &[clave, descripcion] : qvx::PartesParaServicios(Base(), "0900"))
+        elegibles.append(clave);
+    QCOMPARE(elegibles.join(' '), "0001 0002 0004 0005 0014");
+}
+
+// With 10,000 parts no statement may look for each row's part by reading them all.
+void PrIntegridad::indices()
+{
+    SembrarGrande(*escenario, "0904", 10000);
+    escenario->Motor("UPDATE Plan_Mantenimiento SET Tep_ID = 'RAIZ' WHERE Te_Cve_Tipo_Equipo = '0904' AND Pm_ID = "
+                     "'000123'");
+    escenario->Traza();
+    QVERIFY(Sueltos().contains("0904 S 000123 REVISIÓN: Su parte «RAIZ» no existe"));
+    const QStringList traza = escenario->Traza();
+    QCOMPARE(traza.size(), 5); // the types, the parts of each, the services
+    for (const QString &renglon : traza) {
+        const QString plan = escenario->Filas("EXPLAIN QUERY PLAN " + renglon.section('\t', 1)).join('\n');
+        QVERIFY2(!plan.contains("SCAN p") && !plan.contains("SCAN t") && !plan.contains("TEMP B-TREE"),
+                 qPrintable(plan));
+        QVERIFY2(plan.contains("INDEX"), qPrintable(plan));
+    }
+}
+
+void PrIntegridad::corregir()
+{
+    const QString partes = "SELECT Tep_ID, Tep_Padre, Oper_Ult_Modif, Fecha_Ult_Modif FROM Tipo_Equipo_Parte WHERE "
+                           "Te_Cve_Tipo_Equipo = '0900' AND Oper_Ult_Modif = 'mlopez'";
+    const QString lineas = "SELECT Tep_ID, Pm_ID, Pmd_ID FROM Plan_Mantenimiento_Detalle ORDER BY Pmd_ID";
+    const auto cuantas = escenario->Tablas().size();
+    const auto todos = Todos("0005").mid(0, 5); // the other type has no part that the service could go to
+    const auto corregidos = qvx::CorregirSueltos(todos);
+    QCOMPARE(corregidos.partes, 3); // one of the ring is enough
+    QCOMPARE(corregidos.servicios, 1);
+    QCOMPARE(escenario->Filas(partes),
+             (QStringList{"0006|0000" + Firmada, "0010|0000" + Firmada, "0013|0000" + Firmada}));
+    QCOMPARE(escenario->Filas("SELECT Tep_ID, Oper_Ult_Modif, Fecha_Ult_Modif FROM Plan_Mantenimiento WHERE "
+                              "Te_Cve_Tipo_Equipo = '0900' ORDER BY Pm_ID"),
+             (QStringList{"0005" + Firmada, "0002 |jcruz|2025-01-02 03:04:05", "0003|jcruz|2025-01-02 03:04:05"}));
+    QCOMPARE(escenario->Filas(lineas),
+             (QStringList{"0005|000001|000001", "0005|000001|000002", "0005|000001|000003", "0003|000003|000004"}));
+    QCOMPARE(escenario->Filas("SELECT Rc_Tabla, Rc_Clave FROM Registro_Cambio ORDER BY Rc_ID"),
+             (QStringList{"Tipo_Equipo_Parte|0006|0900", "Tipo_Equipo_Parte|0010|0900", "Tipo_Equipo_Parte|0013|0900",
+                          "Plan_Mantenimiento|0900|000001"}));
+    QCOMPARE(escenario->Tablas().size(), cuantas + 4);
+    QCOMPARE(Sueltos(), QStringList{"0902 S 000001 : Su parte «0009» no existe"});
+}
+
+// What was put right after the search is not touched.
+void PrIntegridad::corregidoPorOtro()
+{
+    const auto todos = Todos("0005");
+    escenario->Motor("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) VALUES "
+                     "('0900', '7777', '0000', 'VUELTA'), ('0900', 'RAIZ', '0000', 'VUELTA')");
+    escenario->Motor("UPDATE Tipo_Equipo_Parte SET Tep_Padre = '0005' WHERE Tep_ID = '0011'");
+    escenario->Motor("DELETE FROM Tipo_Equipo_Parte WHERE Tep_ID = '0013'");
+    escenario->Motor("DELETE FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0902'");
+    const QStringList antes = escenario->Tablas();
+    const auto corregidos = qvx::CorregirSueltos(todos);
+    QCOMPARE(corregidos.partes + corregidos.servicios, 0);
+    QCOMPARE(escenario->Tablas(), antes);
+}
+
+void PrIntegridad::anilloGrande()
+{
+    SembrarGrande(*escenario, "0904", 10000);
+    escenario->Motor("UPDATE Tipo_Equipo_Parte SET Tep_Padre = CASE Tep_ID WHEN '00001' THEN '10000' ELSE "
+                     "printf('%05d', Tep_Numero - 1) END WHERE Te_Cve_Tipo_Equipo = '0904'");
+    const auto todos = Todos("0005").mid(6);
+    QCOMPARE(todos.size(), 10000);
+    QCOMPARE(qvx::CorregirSueltos({todos.at(5000)}).partes, 1);
+    QCOMPARE(Sueltos().filter("0904 P").size(), 0);
+    QCOMPARE(qvx::CorregirSueltos(todos).partes, 0);
+}
+
+void PrIntegridad::fallas_data()
+{
+    QTest::addColumn<QString>("falla");
+    QTest::addColumn<QString>("mensaje");
+    for (const char *suceso : {"UPDATE ON Tipo_Equipo_Parte", "UPDATE ON Plan_Mantenimiento_Detalle",
+                               "UPDATE ON Plan_Mantenimiento", "INSERT ON Registro_Cambio"})
+        QTest::newRow(suceso)
+            << QString("CREATE TRIGGER f BEFORE %1 BEGIN SELECT RAISE(ABORT, 'falla'); END").arg(suceso) << "falla";
+    QTest::newRow("destino de baja") << "UPDATE Tipo_Equipo_Parte SET Es_Cve_Estado = 'BA' WHERE Tep_ID = '0005'"
+                                     << "La parte 0005 ya no existe o está dada de baja.";
+    QTest::newRow("base ocupada") << ""
+                                  << "database is locked";
+}
+
+// One row that cannot be corrected leaves all as they were.
+void PrIntegridad::fallas()
+{
+    QFETCH(QString, falla);
+    const auto todos = Todos("0005").mid(0, 5);
+    std::unique_ptr<QObject> otro;
+    if (falla.isEmpty())
+        otro = escenario->Ocupar();
+    else
+        escenario->Motor(falla);
+    QString error;
+    const QStringList antes = falla.isEmpty() ? QStringList() : escenario->Tablas();
+    try {
+        qvx::CorregirSueltos(todos);
+    } catch (const qvx::ErrorEjecucion &ocurrido) {
+        error = ocurrido.Descripcion();
+    }
+    QTEST(error, "mensaje");
+    if (!falla.isEmpty())
+        QCOMPARE(escenario->Tablas(), antes);
+
+    otro.reset();
+    escenario->Motor("DROP TRIGGER IF EXISTS f");
+    escenario->Motor("UPDATE Tipo_Equipo_Parte SET Es_Cve_Estado = 'AC' WHERE Tep_ID = '0005'");
+    QCOMPARE(qvx::CorregirSueltos(todos).servicios, 1);
+}
+
+// From the menu: parts to choose from, consent, and the screen's tree afterwards.
+void PrIntegridad::ventana()
+{
+    QWidget &pantalla = escenario->Pantalla("0900");
+    VentanaPrincipal principal(&pantalla, "", "mlopez", "prueba");
+    principal.show();
+    QVERIFY(QTest::qWaitForWindowActive(&principal));
+    auto &arbol = escenario->De<TreeView>("tvPartes");
+    QCOMPARE(arbol.Count(), 7);
+    bool abierto = false;
+    EnElDialogo([&](QWidget &dialogo) {
+        abierto = true;
+        auto &lista = escenario->En<QTreeWidget>(dialogo, "lvSueltos");
+        auto &parte = escenario->En<QComboBox>(dialogo, "cboParte");
+        auto &corregir = escenario->En<QPushButton>(dialogo, "cmdCorregir");
+        auto &aviso = escenario->En<QLabel>(dialogo, "lblAviso");
+        const auto renglon = [&](int numero) {
+            QStringList textos;
+            for (int columna = 0; columna < lista.columnCount(); ++columna)
+                textos.append(lista.topLevelItem(numero)->text(columna));
+            return textos.join('|');
+        };
+        QCOMPARE(lista.topLevelItemCount(), 6);
+        QCOMPARE(renglon(0), "0900|Parte|0006|SUELTA|Su parte superior «7777» no existe|RAIZ");
+        QCOMPARE(renglon(4), "0900|Servicio|000001|REVISIÓN|Su parte «RAIZ» no existe|");
+        QCOMPARE(aviso.text(), "Se encontraron: 6 renglones.");
+        QVERIFY(!corregir.isEnabled() && !parte.isEnabled());
+        lista.topLevelItem(4)->setSelected(true);
+        lista.topLevelItem(5)->setSelected(true); // services of two types
+        QVERIFY(!corregir.isEnabled() && !parte.isEnabled());
+        lista.topLevelItem(5)->setSelected(false);
+        lista.topLevelItem(0)->setSelected(true);
+        QVERIFY(!corregir.isEnabled() && parte.isEnabled());
+        QTest::keyClicks(&parte, "0005");
+        QCOMPARE(parte.currentText(), "0005 - MOTOR");
+        QVERIFY(renglon(4).endsWith("|0005 - MOTOR") && corregir.isEnabled());
+
+        const QString pregunta = "292|Quorvex|QVX|ERR-ID:1000003|Se corregirán 1 parte y 1 servicio. ¿Desea continuar?";
+        const QStringList antes = escenario->Tablas();
+        escenario->Personas().Responder(1000003, qvx::mensaje::No);
+        QTest::mouseClick(&corregir, Qt::LeftButton);
+        QCOMPARE(escenario->Tablas(), antes);
+        escenario->Motor("CREATE TRIGGER f BEFORE INSERT ON Registro_Cambio BEGIN SELECT RAISE(ABORT, 'falla'); END");
+        escenario->Personas().Responder(1000003, qvx::mensaje::Si);
+        QTest::mouseClick(&corregir, Qt::LeftButton);
+        QCOMPARE(escenario->Tablas(), antes);
+        QCOMPARE(Mensajes(), (QStringList{pregunta, pregunta, "16|Quorvex|QVX|ERR-ID:1000004|falla"}));
+        escenario->Motor("DROP TRIGGER f");
+        escenario->Personas().Responder(1000003, qvx::mensaje::Si);
+        QTest::mouseClick(&corregir, Qt::LeftButton);
+        QCOMPARE(Mensajes(), QStringList{pregunta});
+        QCOMPARE(lista.topLevelItemCount(), 4);
+        QCOMPARE(aviso.text(), "Se corrigió: 1 parte y 1 servicio. Se encontraron: 4 renglones.");
+        QTest::mouseClick(&escenario->En<QPushButton>(dialogo, "cmdCerrar"), Qt::LeftButton);
+    });
+    principal.findChild<QAction *>("mnuRevisarIntegridad")->trigger();
+    QVERIFY(abierto);
+    QCOMPARE(arbol.Count(), 9); // 0006 and what hangs from it
+    ElegirNodo(arbol, "N0005");
+    QCOMPARE(escenario->De<comunesQVX::ListView>("lvServicios").Texto(0), "000001");
+}
+
+void PrIntegridad::programa_data()
+{
+    QTest::addColumn<QStringList>("argumentos");
+    QTest::addColumn<QString>("antes");
+    QTest::addColumn<int>("salida");
+    QTest::addColumn<QString>("texto");
+    QTest::newRow("encuentra") << QStringList() << "" << 1
+                               << "Tipo de equipo 0900, parte 0006 SUELTA: Su parte superior «7777» no existe.\n";
+    QTest::newRow("nada") << QStringList() << "DELETE FROM Plan_Mantenimiento; DELETE FROM Tipo_Equipo_Parte" << 0
+                          << "No se encontró nada que corregir.\n";
+    QTest::newRow("no es base") << QStringList{"--base-datos", PROGRAMA_QUORVEX} << "" << 1 << "no es de Quorvex";
+    QTest::newRow("no existe") << QStringList{"--base-datos", "no/existe.db"} << "" << 1
+                               << "La base de datos «no/existe.db» no existe.\n";
+    QTest::newRow("con otra orden") << QStringList{"--validar", "plan.xml"} << "" << 2 << "--revisar";
+    QTest::newRow("con un tipo") << QStringList{"--tipo-equipo", "0900"} << "" << 2 << "--revisar";
+}
+
+// Without a display, and without a change to the database.
+void PrIntegridad::programa()
+{
+    QFETCH(QStringList, argumentos);
+    QFETCH(QString, antes);
+    QFETCH(QString, texto);
+    for (const QString &sql : antes.split(';', Qt::SkipEmptyParts))
+        escenario->Motor(sql);
+    const QStringList tablas = escenario->Tablas();
+    QProcess quorvex;
+    auto entorno = QProcessEnvironment::systemEnvironment();
+    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        entorno.remove(variable);
+    quorvex.setProcessEnvironment(entorno);
+    quorvex.setProcessChannelMode(QProcess::MergedChannels);
+    if (!argumentos.contains("--base-datos"))
+        argumentos += QStringList{"--base-datos", escenario->Archivo()};
+    quorvex.start(PROGRAMA_QUORVEX, QStringList{"--revisar"} + argumentos);
+    QVERIFY(quorvex.waitForFinished());
+    const QString dicho = QString::fromUtf8(quorvex.readAll());
+    QVERIFY2(dicho.contains(texto), qPrintable(dicho));
+    QTEST(quorvex.exitCode(), "salida");
+    QCOMPARE(escenario->Tablas(), tablas);
+}
+
+PRUEBA_MAIN(PrIntegridad)
+#include "pr_integridad.moc"
