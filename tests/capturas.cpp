@@ -7,7 +7,9 @@
 #include "controls/ssTbQvx.h"
 #include "support/Plan.h"
 
+#include <QCursor>
 #include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QTimer>
 
@@ -63,6 +65,33 @@ void RetratarPartes(const Escenario &escenario, QWidget &pantalla)
     Pulsar(barra, "B1");
 }
 
+// A service over the part that it would be dropped on, the copy's search and question, the exchange as XML.
+void RetratarPlan(const Escenario &escenario, QWidget &pantalla)
+{
+    auto &arbol = escenario.De<TreeView>("tvPartes");
+    auto &barra = escenario.De<QWidget>("Controles");
+    arbol.setDropHighlight(arbol.Item("N0008"));
+    Guardar(pantalla, "arrastre");
+    arbol.setDropHighlight(nullptr);
+
+    EnElDialogo([](QWidget &catalogo) { Guardar(catalogo, "catalogo"); });
+    qvx::InteraccionQt().BuscarEnCatalogo("TIPO_EQUIPO", 100, "", QFont(), &pantalla);
+    escenario.Personas().Elegir("TIPO_EQUIPO", "0006");
+    RetratarPregunta(escenario, pantalla, 7500049, "pregunta_copiar");
+    Pulsar(barra, "B3");
+
+    ElegirNodo(arbol, "N0024"); // retired: its extra buttons are the plan's
+    Guardar(barra, "botones_xml");
+    const QString archivo = QDir::tempPath() + "/PlanMantenimiento_0001.xml";
+    escenario.Personas().DarArchivo(archivo);
+    Pulsar(barra, "B1");
+    escenario.Personas().Tomar();
+    escenario.Personas().DarArchivo(archivo);
+    RetratarPregunta(escenario, pantalla, 7500048, "pregunta_importar");
+    Pulsar(barra, "B2");
+    QFile::remove(archivo);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -72,6 +101,7 @@ int main(int argc, char **argv)
         qFatal("Uso: capturas CARPETA");
     carpeta.setPath(QString::fromLocal8Bit(argv[1]));
 
+    QCursor::setPos(640, 740); // over no button
     Escenario escenario(true);
     QWidget &pantalla = escenario.Pantalla("0001");
     auto &arbol = escenario.De<TreeView>("tvPartes");
@@ -83,7 +113,7 @@ int main(int argc, char **argv)
                                        "GROUP BY Tep_ID ORDER BY count(*) DESC LIMIT 1")
                                 .toString();
     ElegirNodo(arbol, parte);
-    QTest::mouseClick(lista.viewport(), Qt::LeftButton, {}, lista.visualItemRect(lista.topLevelItem(0)).center());
+    QTest::mouseClick(lista.viewport(), Qt::LeftButton, {}, lista.visualItemRect(lista.topLevelItem(2)).center());
     Guardar(*pantalla.window(), "pantalla");
 
     EnElDialogo([&](QWidget &editor) {
@@ -99,6 +129,7 @@ int main(int argc, char **argv)
     EnElDialogo([&](QWidget &dialogo) { Guardar(dialogo, "parte"); });
     Pulsar(escenario.De<QWidget>("Controles"), "Nuevo");
 
+    RetratarPlan(escenario, pantalla);
     RetratarPartes(escenario, pantalla);
     return 0;
 }
