@@ -53,9 +53,11 @@ void frmAddParte::LlenarPadre(const QString &padre, const QString &ruta)
     ui->txtNPadre->setText(ruta);
 }
 
-// The key of a new part is a proposal that may be written over; that of an existing one finds its row.
+// The key of a new part is a proposal that may be written over; that of an existing one finds its row. A hyphen in it
+// would end the key in the node's text, and more than nine digits would leave no next number: the box takes neither.
 void frmAddParte::LlenarParte(const QString &clave, const QString &descripcion)
 {
+    ui->txtClave->setMaxLength(Nuevo ? 9 : 32767);
     ui->txtClave->setText(clave);
     ui->txtClave->setSoloLectura(!Nuevo);
     ui->txtTexto->setText(descripcion);

@@ -14,6 +14,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QRegularExpressionValidator>
 #include <QToolButton>
 #include <algorithm>
 
@@ -250,6 +251,12 @@ void txtQVX::setCatalogo(const QString &codigo)
 {
     catalogo = codigo;
     AjustarBoton();
+}
+
+void txtQVX::setExcluidos(const QString &letras)
+{
+    const QRegularExpression admitidos("[^" + QRegularExpression::escape(letras) + "]*");
+    linea->setValidator(new QRegularExpressionValidator(admitidos, linea));
 }
 
 void txtQVX::setNumerico(bool valor)

@@ -31,6 +31,7 @@ class txtQVX : public QWidget, public qvx::EntradaPendiente
     Q_PROPERTY(bool Numerico READ Numerico WRITE setNumerico)
     Q_PROPERTY(QString FormatoNumero READ FormatoNumero WRITE setFormatoNumero)
     Q_PROPERTY(bool SoloLectura READ SoloLectura WRITE setSoloLectura)
+    Q_PROPERTY(QString Excluidos WRITE setExcluidos)
     Q_PROPERTY(int MaxLength READ MaxLength WRITE setMaxLength)
     Q_PROPERTY(QString NombreAccesible READ NombreAccesible WRITE setNombreAccesible)
 
@@ -66,6 +67,8 @@ public:
     bool SoloLectura() const;
     // Shown, selectable and copied, but not typed into; it is no stop of the Tab key.
     void setSoloLectura(bool valor);
+    // Characters that the box does not take.
+    void setExcluidos(const QString &letras);
     int MaxLength() const;
     void setMaxLength(int nuevo);
     QString NombreAccesible() const;
