@@ -76,8 +76,9 @@ void DialogoIntegridad::Buscar()
     for (const qvx::Suelto &suelto : sueltos) {
         filas.append({suelto, {}});
         const bool servicio = EsServicio(filas.constLast());
-        renglones.append(new QTreeWidgetItem({suelto.tipoEquipo, servicio ? "Servicio" : "Parte", suelto.clave,
-                                              suelto.descripcion, suelto.motivo, servicio ? "" : "RAIZ"}));
+        renglones.append(
+            new QTreeWidgetItem({suelto.tipoEquipo, servicio ? "Servicio" : "Parte", suelto.clave, suelto.descripcion,
+                                 suelto.motivo, servicio ? "(elija una parte)" : "RAIZ"}));
     }
     ui->lvSueltos->addTopLevelItems(renglones);
     for (int columna = 0; columna < ColumnaDestino; ++columna)

@@ -205,71 +205,31 @@ void PrArrastre::soltar_data()
     QTest::addColumn<QString>("texto");
     QTest::addColumn<QString>("cambio");
     QTest::addColumn<QString>("mensaje");
+    const auto fila = [](const char *nombre, const QString &origen, const QString &destino, const QString &texto,
+                         const QString &cambio, const QString &mensaje) {
+        QTest::newRow(nombre) << origen << destino << texto << cambio << mensaje;
+    };
     const QString deBaja = "48|Quorvex|KT580|ERR-ID:7500038|El servicio seleccionado es de una parte dada de baja, no "
                            "se puede copiar";
-    const QString sinParte = "16|tvPartes_OLEDragDrop|KT580|ERR-ID:7500040|No hay una parte seleccionada en el árbol";
-    const QString ajena = "48|Quorvex|KT580|ERR-ID:7500042|El registro ya no existe: otra persona lo eliminó o lo "
-                          "cambió de lugar.";
-    QTest::newRow("de una de baja a otra") << "N0003"
-                                           << "N0003"
-                                           << "000003"
-                                           << "" << deBaja;
-    QTest::newRow("de una de baja") << "N0003"
-                                    << "N0005"
-                                    << "000003"
-                                    << "" << deBaja;
-    QTest::newRow("a una de baja") << "N0002"
-                                   << "N0003"
-                                   << "000001"
-                                   << ""
-                                   << "48|Quorvex|KT580|ERR-ID:7500039|No se puede copiar el servicio, la parte está "
-                                      "dada de baja";
-    QTest::newRow("a la clave 0000") << "N0002"
-                                     << "N0000-1"
-                                     << "000001"
-                                     << ""
-                                     << "48|Quorvex|KT580|ERR-ID:7500041|No se puede crear un servicio a la raíz";
-    QTest::newRow("a la raíz") << "N0002"
-                               << "N0000"
-                               << "000001"
-                               << "0900|RAIZ|000001|mlopez|2026-03-14 09:26:53|3"
-                               << "";
-    QTest::newRow("a la misma") << "N0002"
-                                << "N0002"
-                                << "000001"
-                                << "0900|0002 |000001|mlopez|2026-03-14 09:26:53|3"
-                                << "";
-    QTest::newRow("fuera") << "N0002" << NodoFuera << "000001"
-                           << ""
-                           << "";
-    QTest::newRow("sin parte") << ""
-                               << "N0005"
-                               << "000001"
-                               << "" << sinParte;
-    QTest::newRow("texto ajeno") << "N0002"
-                                 << "N0005"
-                                 << "hola"
-                                 << ""
-                                 << "";
-    QTest::newRow("texto vacío") << "N0002"
-                                 << "N0005"
-                                 << ""
-                                 << ""
-                                 << "";
-    QTest::newRow("folio de otra parte") << "N0002"
-                                         << "N0005"
-                                         << "000003"
-                                         << ""
-                                         << "";
-    QTest::newRow("comilla") << "N0002"
-                             << "N0005"
-                             << "O'Hara"
-                             << ""
-                             << "16|Copiar_Servicio|KT580|ERR-ID:7500043|near \"Hara\": syntax error";
-    QTest::newRow("condición ajena") << "N0002"
-                                     << "N0005"
-                                     << "x' OR '1'='1"
-                                     << "" << ajena;
+    const QString firmada = "|000001|mlopez|2026-03-14 09:26:53|3";
+    fila("de una de baja a otra", "N0003", "N0003", "000003", "", deBaja);
+    fila("de una de baja", "N0003", "N0005", "000003", "", deBaja);
+    fila("a una de baja", "N0002", "N0003", "000001", "",
+         "48|Quorvex|KT580|ERR-ID:7500039|No se puede copiar el servicio, la parte está dada de baja");
+    fila("a la clave 0000", "N0002", "N0000-1", "000001", "",
+         "48|Quorvex|KT580|ERR-ID:7500041|No se puede crear un servicio a la raíz");
+    fila("a la raíz", "N0002", "N0000", "000001", "0900|RAIZ" + firmada, "");
+    fila("a la misma", "N0002", "N0002", "000001", "0900|0002 " + firmada, "");
+    fila("fuera", "N0002", NodoFuera, "000001", "", "");
+    fila("sin parte", "", "N0005", "000001", "",
+         "16|tvPartes_OLEDragDrop|KT580|ERR-ID:7500040|No hay una parte seleccionada en el árbol");
+    fila("texto ajeno", "N0002", "N0005", "hola", "", "");
+    fila("texto vacío", "N0002", "N0005", "", "", "");
+    fila("folio de otra parte", "N0002", "N0005", "000003", "", "");
+    fila("comilla", "N0002", "N0005", "O'Hara", "",
+         "16|Copiar_Servicio|KT580|ERR-ID:7500043|near \"Hara\": syntax error");
+    fila("condición ajena", "N0002", "N0005", "x' OR '1'='1", "",
+         "48|Quorvex|KT580|ERR-ID:7500042|El registro ya no existe: otra persona lo eliminó o lo cambió de lugar.");
 }
 
 // A drop moves one service of the selected part or changes nothing, with the right words, on the screen's window.

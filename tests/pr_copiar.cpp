@@ -110,24 +110,18 @@ void PrCopiar::preguntas_data()
     QTest::addColumn<QString>("origen");
     QTest::addColumn<QString>("destino");
     QTest::addColumn<QString>("mensaje");
-    QTest::newRow("sin tipo") << ""
-                              << "no se busca"
-                              << "48|Quorvex|KT580|ERR-ID:7500032|Seleccione un tipo de equipo para copiar el plan de "
-                                 "mantenimiento";
+    const auto fila = [](const char *nombre, const QString &origen, const QString &destino, const QString &mensaje) {
+        QTest::newRow(nombre) << origen << destino << mensaje;
+    };
     const QString igual = "48|Quorvex|KT580|ERR-ID:7500033|El tipo de equipo seleccionado es igual al actual";
-    QTest::newRow("el mismo") << "0900"
-                              << "0900" << igual;
-    QTest::newRow("el mismo con blanco") << "0900"
-                                         << "0900 " << igual;
-    QTest::newRow("sin elegir") << "0900"
-                                << ""
-                                << "";
-    QTest::newRow("no") << "0900"
-                        << "0902" << Pregunta;
-    QTest::newRow("no, sin plan que reemplazar") << "0900"
-                                                 << "0901" << Pregunta;
-    QTest::newRow("no, sin plan que copiar") << "0901"
-                                             << "0902" << Pregunta;
+    fila("sin tipo", "", "no se busca",
+         "48|Quorvex|KT580|ERR-ID:7500032|Seleccione un tipo de equipo para copiar el plan de mantenimiento");
+    fila("el mismo", "0900", "0900", igual);
+    fila("el mismo con blanco", "0900", "0900 ", igual);
+    fila("sin elegir", "0900", "", "");
+    fila("no", "0900", "0902", Pregunta);
+    fila("no, sin plan que reemplazar", "0900", "0901", Pregunta);
+    fila("no, sin plan que copiar", "0901", "0902", Pregunta);
 }
 
 // What ends the command before it changes anything.

@@ -253,7 +253,7 @@ void PrIntegridad::ventana()
         };
         QCOMPARE(lista.topLevelItemCount(), 6);
         QCOMPARE(renglon(0), "0900|Parte|0006|SUELTA|Su parte superior «7777» no existe|RAIZ");
-        QCOMPARE(renglon(4), "0900|Servicio|000001|REVISIÓN|Su parte «RAIZ» no existe|");
+        QCOMPARE(renglon(4), "0900|Servicio|000001|REVISIÓN|Su parte «RAIZ» no existe|(elija una parte)");
         QCOMPARE(aviso.text(), "Se encontraron: 6 renglones.");
         QVERIFY(!corregir.isEnabled() && !parte.isEnabled());
         lista.topLevelItem(4)->setSelected(true);

@@ -81,17 +81,14 @@ private:
         }
         if (camino.isEmpty())
             return;
-        Alcance alcance = Alcance::NoLlega;
-        if (clave == Raiz)
-            alcance = Alcance::Llega;
-        else if (partes.count(clave) == 0)
+        const Parte *meta = Buscar(clave);
+        const bool llega = clave == Raiz || (meta && meta->alcance == Alcance::Llega);
+        if (!llega && !meta)
             partes.at(camino.takeLast()).alcance = Alcance::SinPadre;
-        else if (partes.at(clave).alcance == Alcance::EnCamino)
+        else if (!llega && meta->alcance == Alcance::EnCamino)
             CerrarAnillo(camino, clave);
-        else if (partes.at(clave).alcance == Alcance::Llega)
-            alcance = Alcance::Llega;
         for (const QString &vista : std::as_const(camino))
-            partes.at(vista).alcance = alcance;
+            partes.at(vista).alcance = llega ? Alcance::Llega : Alcance::NoLlega;
     }
 
     void CerrarAnillo(QStringList &camino, const QString &clave)
