@@ -6,8 +6,8 @@ BITACORAS=build/log
 # shellcheck disable=SC2034 # used by those who source this
 paquetes_programa=(
     g++ cmake ninja-build
-    qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6svg6 qt6-translations-l10n
-    libxml2-dev libgl-dev libxkbcommon-dev fonts-dejavu-core
+    qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-psql libqt6svg6 qt6-translations-l10n
+    libxml2-dev libpq-dev libgl-dev libxkbcommon-dev fonts-dejavu-core
 )
 
 aviso() {

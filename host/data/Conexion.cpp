@@ -1,5 +1,6 @@
 #include "data/Conexion.h"
 
+#include "data/BaseAbierta.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Lexico.h"
 #include "data/Texto.h"
@@ -18,10 +19,8 @@ namespace
 
 constexpr int MaximoPreparadas = 256;
 
-QString TextoDelMotor(const QSqlError &error)
-{
-    return error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
-}
+// SQLSTATE for a transaction whose outcome is unknown.
+const QString DesenlaceDesconocido = "08007";
 
 QString EnUnRenglon(QString sql)
 {
@@ -88,10 +87,7 @@ Conexion::~Conexion()
     if (estado == Estado::Abierta)
         Deshacer();
     preparadas.clear();
-    const QString nombre = base.connectionName();
-    base.close();
-    base = QSqlDatabase();
-    QSqlDatabase::removeDatabase(nombre);
+    BaseAbierta::Soltar(base);
 }
 
 Recordset Conexion::Execute(const QString &sql)
@@ -100,13 +96,18 @@ Recordset Conexion::Execute(const QString &sql)
         throw ErrorEjecucion(errores::Datos, "La transacción falló y debe deshacerse: " + motivoCondena, sql);
     try {
         const Sentencia sentencia = Analizar(sql);
+        if (estado == Estado::Libre)
+            AsegurarAbierta();
         if (sentencia.sinCerrar)
             MostrarAlMotor(sql);
         const auto preparada = Preparar(sentencia.forma, sql);
+        if (estado == Estado::Abierta)
+            for (const int lugar : preparada->tiposDeEquipo)
+                Apartar(sentencia.valores.value(lugar).toString());
         for (int i = 0; i < sentencia.valores.size(); ++i)
             preparada->consulta.bindValue(i, sentencia.valores.at(i));
         if (!preparada->consulta.exec())
-            Fallar(preparada->consulta.lastError(), sql);
+            Fallar(preparada->consulta.lastError(), sql, estado == Estado::Libre && !sentencia.lectura);
         return Leer(*preparada, sql);
     } catch (const ErrorEjecucion &error) {
         Anotar("!", sql + "  <" + error.Descripcion() + ">");
@@ -124,10 +125,12 @@ std::shared_ptr<Conexion::Preparada> Conexion::Preparar(const QString &forma, co
     const auto hallada = preparadas.find(forma);
     if (hallada != preparadas.end())
         return *hallada;
+    if (!FormaPermitida(forma))
+        MostrarAlMotor(sql);
     if (preparadas.size() >= MaximoPreparadas)
         preparadas.clear();
-    auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr});
-    nueva->consulta.setForwardOnly(true);
+    auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, dialecto->TiposDeEquipo(forma)});
+    nueva->consulta.setForwardOnly(dialecto->SoloHaciaAdelante());
     if (!nueva->consulta.prepare(dialecto->Reescribir(forma)))
         Fallar(nueva->consulta.lastError(), sql);
     preparadas.insert(forma, nueva);
@@ -167,15 +170,32 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
     Anotar(QString::number(filas.size()), sql);
     resultado.campos = preparada.campos;
     resultado.filas = std::make_shared<const std::vector<QVariantList>>(std::move(filas));
+    leidas.Anotar(resultado);
     return resultado;
+}
+
+// A transaction holds the plans that its statements name until it ends. What it reads of them stays so, the next keys
+// are its own, and the plan of a type is never written by two at once.
+void Conexion::Apartar(const QString &tipoEquipo)
+{
+    const QString clave = SinBlancosAlFinal(tipoEquipo);
+    if (apartados.contains(clave))
+        return;
+    QSqlQuery consulta(base);
+    const QString orden = dialecto->Apartado();
+    consulta.prepare(orden);
+    consulta.bindValue(0, clave);
+    if (!consulta.exec())
+        Fallar(consulta.lastError(), orden);
+    apartados.insert(clave);
 }
 
 // A text that is no statement never runs; the engine is only asked what is wrong with it.
 void Conexion::MostrarAlMotor(const QString &sql)
 {
-    QSqlQuery consulta(base);
-    if (!consulta.prepare(sql))
-        Fallar(consulta.lastError(), sql);
+    const QSqlError error = dialecto->Examinar(base, sql);
+    if (error.isValid())
+        Fallar(error, sql);
     throw ErrorEjecucion(errores::Datos, "La sentencia contiene un carácter inesperado", sql);
 }
 
@@ -183,7 +203,9 @@ void Conexion::BeginTrans()
 {
     if (estado != Estado::Libre)
         throw ErrorEjecucion(errores::Datos, "Ya hay una transacción abierta");
+    AsegurarAbierta();
     Ordenar(dialecto->InicioDeTransaccion());
+    apartados.clear();
     estado = Estado::Abierta;
 }
 
@@ -194,6 +216,9 @@ void Conexion::CommitTrans()
     if (estado == Estado::Condenada)
         throw ErrorEjecucion(errores::Datos, "La transacción falló y debe deshacerse: " + motivoCondena);
     try {
+        // The engine would answer the commit of a transaction that it has taken back with a rollback.
+        if (!dialecto->SigueEnTransaccion(base))
+            throw ErrorEjecucion(errores::Datos, "El servidor deshizo la transacción: no se guardó nada.", "COMMIT");
         Ordenar("COMMIT");
         estado = Estado::Libre;
     } catch (const ErrorEjecucion &error) {
@@ -222,28 +247,53 @@ void Conexion::Ordenar(const QString &orden)
 {
     QSqlQuery consulta(base);
     if (!consulta.exec(orden)) {
-        Anotar("!", orden + "  <" + TextoDelMotor(consulta.lastError()) + ">");
-        Fallar(consulta.lastError(), orden);
+        Anotar("!", orden + "  <" + dialecto->Explicar(consulta.lastError()) + ">");
+        Fallar(consulta.lastError(), orden, orden == "COMMIT");
     }
     Anotar("-", orden);
 }
 
-// The engine may have taken the transaction back by itself (a full disk does that); reopening ends whatever is left.
+// The engine may have taken the transaction back by itself (a full disk does that, and so does a lost connection);
+// closing ends whatever is left.
 void Conexion::Deshacer()
 {
-    QSqlQuery consulta(base);
     Anotar("-", "ROLLBACK");
-    if (consulta.exec("ROLLBACK"))
+    QSqlQuery consulta(base);
+    if (base.isOpen() && consulta.exec("ROLLBACK"))
         return;
     preparadas.clear();
     base.close();
-    if (!base.open())
-        qCWarning(registroDatos) << "No se pudo volver a abrir la base de datos:" << base.lastError().text();
 }
 
-void Conexion::Fallar(const QSqlError &error, const QString &sql)
+void Conexion::AsegurarAbierta()
 {
-    throw ErrorEjecucion(errores::Datos, TextoDelMotor(error), sql, error.nativeErrorCode());
+    if (dialecto->SigueAbierta(base))
+        return;
+    preparadas.clear();
+    base.close();
+    if (base.open()) {
+        qCInfo(registroDatos) << "Se volvió a abrir la base de datos";
+        return;
+    }
+    throw ErrorEjecucion(errores::Datos,
+                         "No hay conexión con la base de datos: " + dialecto->Explicar(base.lastError()), {},
+                         base.lastError().nativeErrorCode());
+}
+
+// desenlaceIncierto: what failed may have been done all the same if the answer was lost on its way.
+void Conexion::Fallar(const QSqlError &error, const QString &sql, bool desenlaceIncierto)
+{
+    const QString motivo = dialecto->Explicar(error);
+    if (base.isOpen())
+        throw ErrorEjecucion(errores::Datos, motivo, sql, error.nativeErrorCode());
+    if (desenlaceIncierto)
+        throw ErrorEjecucion(errores::Datos,
+                             "Se perdió la conexión con el servidor y no se sabe si el cambio quedó guardado. Revíselo "
+                             "antes de repetirlo. ("
+                                 + motivo + ")",
+                             sql, DesenlaceDesconocido);
+    throw ErrorEjecucion(errores::Datos, "Se perdió la conexión con el servidor: no se guardó nada. (" + motivo + ")",
+                         sql, error.nativeErrorCode());
 }
 
 void Conexion::Anotar(const QString &marca, const QString &sql)

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "data/Dialecto.h"
+#include "data/Versiones.h"
 
 #include <QFile>
 #include <QHash>
+#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QVariant>
@@ -28,6 +30,7 @@ public:
     QString Texto(int columna) const;
     double Numero(const QString &campo) const;
     int Columnas() const { return campos ? campos->cuantos : 0; }
+    bool Tiene(const QString &campo) const { return campos && campos->lugares.contains(campo.toLower()); }
 
 private:
     friend class Conexion;
@@ -44,7 +47,8 @@ private:
 };
 
 // The one way to the database. Statements stay as they were composed; one at a time, and only SELECT, INSERT, UPDATE,
-// DELETE. Every failure is an ErrorEjecucion with the engine's own text.
+// DELETE. Every failure is an ErrorEjecucion with the engine's own text. A connection that was lost is an error of the
+// running statement; the next one finds a new connection or says why not.
 class Conexion
 {
 public:
@@ -66,6 +70,7 @@ public:
     void RollbackTrans();
 
     bool EnTransaccion() const { return estado != Estado::Libre; }
+    const Versiones &Leidas() const { return leidas; }
     // Takes back a transaction that its event left open, and logs it.
     void CerrarAbandonada();
 
@@ -74,19 +79,24 @@ private:
     struct Preparada {
         QSqlQuery consulta;
         std::shared_ptr<const Recordset::Campos> campos;
+        QList<int> tiposDeEquipo; // where they stand among the literals
     };
 
     std::shared_ptr<Preparada> Preparar(const QString &forma, const QString &sql);
     Recordset Leer(Preparada &preparada, const QString &sql);
+    void Apartar(const QString &tipoEquipo);
     void MostrarAlMotor(const QString &sql);
     void Ordenar(const QString &orden);
     void Deshacer();
-    [[noreturn]] void Fallar(const QSqlError &error, const QString &sql);
+    void AsegurarAbierta();
+    [[noreturn]] void Fallar(const QSqlError &error, const QString &sql, bool desenlaceIncierto = false);
     void Anotar(const QString &marca, const QString &sql);
 
     QSqlDatabase base;
     std::unique_ptr<Dialecto> dialecto;
     QHash<QString, std::shared_ptr<Preparada>> preparadas;
+    Versiones leidas;
+    QSet<QString> apartados; // equipment types that the transaction holds
     QFile traza;
     Estado estado = Estado::Libre;
     QString motivoCondena;

@@ -4,6 +4,9 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 
 namespace qvx
 {
@@ -50,10 +53,7 @@ QString AliasDespues(QString forma)
 class Sqlite : public Dialecto
 {
 public:
-    QString Reescribir(const QString &forma) const override
-    {
-        return FuncionComoConsulta(AliasDespues(BorradoConFrom(forma)));
-    }
+    QString Reescribir(const QString &forma) const override { return FuncionComoConsulta(ReescribirComun(forma)); }
 
     // Takes the write lock at once: keys numbered inside the transaction stay free until it ends.
     QString InicioDeTransaccion() const override { return "BEGIN IMMEDIATE"; }
@@ -79,6 +79,42 @@ private:
 };
 
 } // namespace
+
+QString Dialecto::Explicar(const QSqlError &error) const
+{
+    return error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
+}
+
+QSqlError Dialecto::Examinar(QSqlDatabase &base, const QString &sql) const
+{
+    QSqlQuery consulta(base);
+    return consulta.prepare(sql) ? QSqlError() : consulta.lastError();
+}
+
+bool Dialecto::SigueAbierta(const QSqlDatabase &base) const
+{
+    return base.isOpen();
+}
+
+bool Dialecto::SigueEnTransaccion(const QSqlDatabase & /*base*/) const
+{
+    return true;
+}
+
+QList<int> Dialecto::TiposDeEquipo(const QString & /*forma*/) const
+{
+    return {};
+}
+
+QString Dialecto::Apartado() const
+{
+    return {};
+}
+
+QString ReescribirComun(QString forma)
+{
+    return AliasDespues(BorradoConFrom(std::move(forma)));
+}
 
 std::unique_ptr<Dialecto> DialectoSqlite()
 {

@@ -1,5 +1,6 @@
 #include "data/Instalador.h"
 
+#include "data/BaseAbierta.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 
@@ -8,7 +9,6 @@
 #include <QFileInfo>
 #include <QSqlError>
 #include <QTemporaryFile>
-#include <QUuid>
 
 namespace qvx
 {
@@ -45,68 +45,21 @@ const QString NoEsBase = "26";
     Rechazar(archivo, "no se puede abrir", error);
 }
 
-// A connection of the toolkit that is closed and forgotten when it goes, unless it is handed on.
-class Base
+BaseAbierta Abrir(const QString &ruta, const QString &archivo)
 {
-public:
-    // archivo: how the database is called in messages.
-    Base(const QString &ruta, const QString &archivo_)
-        : archivo(archivo_), base(QSqlDatabase::addDatabase("QSQLITE", QUuid::createUuid().toString()))
-    {
+    const auto preparar = [&](QSqlDatabase &base) {
         base.setDatabaseName(ruta);
         base.setConnectOptions("QSQLITE_BUSY_TIMEOUT=5000");
-        if (!base.open())
-            Rechazar(archivo, base.lastError());
-    }
-
-    ~Base()
-    {
-        if (!base.isValid())
-            return;
-        const QString nombre = base.connectionName();
-        base.close();
-        base = QSqlDatabase();
-        QSqlDatabase::removeDatabase(nombre);
-    }
-    Base(const Base &) = delete;
-    Base &operator=(const Base &) = delete;
-
-    void Ejecutar(const QString &sql)
-    {
-        QSqlQuery consulta(base);
-        if (!consulta.exec(sql))
-            Rechazar(archivo, consulta.lastError());
-    }
-
-    int Entero(const QString &sql)
-    {
-        QSqlQuery consulta(base);
-        if (!consulta.exec(sql) || !consulta.next())
-            Rechazar(archivo, consulta.lastError());
-        return consulta.value(0).toInt();
-    }
-
-    QSqlDatabase Entregar()
-    {
-        QSqlDatabase entregada = base;
-        base = QSqlDatabase();
-        return entregada;
-    }
-
-private:
-    QString archivo;
-    QSqlDatabase base;
-};
+    };
+    return BaseAbierta("QSQLITE", preparar, [archivo](const QSqlError &error) { Rechazar(archivo, error); });
+}
 
 // Runs a script of the schema: comments have lines of their own, and statements end in ";" at the end of a line,
 // outside any literal.
-void EjecutarGuion(Base &base, const QString &nombre)
+void EjecutarGuion(BaseAbierta &base, const QString &nombre)
 {
-    QFile guion(":/schema/" + nombre);
-    if (!guion.open(QIODevice::ReadOnly))
-        throw ErrorEjecucion(errores::Datos, "Falta el guion " + nombre);
     QString sentencia;
-    const QStringList renglones = QString::fromUtf8(guion.readAll()).split(QLatin1Char('\n'));
+    const QStringList renglones = BaseAbierta::Guion(nombre).split(QLatin1Char('\n'));
     for (const QString &renglon : renglones) {
         if (renglon.startsWith("--"))
             continue;
@@ -120,7 +73,7 @@ void EjecutarGuion(Base &base, const QString &nombre)
 
 void Llenar(const QString &ruta, const QString &archivo, bool conEjemplos)
 {
-    Base base(ruta, archivo);
+    BaseAbierta base = Abrir(ruta, archivo);
     base.Ejecutar("BEGIN");
     EjecutarGuion(base, "sqlite/esquema.sql");
     EjecutarGuion(base, "catalogos.sql");
@@ -158,7 +111,7 @@ void RevisarCabecera(const QString &archivo)
 
 // Writes and takes back: the engine must first save the page that changes, which a full disk or a write-protected
 // folder does not let it.
-void RevisarQueSeEscribe(Base &base)
+void RevisarQueSeEscribe(BaseAbierta &base)
 {
     base.Ejecutar("BEGIN IMMEDIATE");
     base.Ejecutar("UPDATE Formato_Clave SET Fc_Mascara = Fc_Mascara || ' '");
@@ -174,10 +127,10 @@ std::unique_ptr<Conexion> AbrirBaseDeDatos(const QString &archivo, bool conEjemp
     else
         Crear(archivo, conEjemplos);
 
-    Base base(archivo, archivo);
-    if (base.Entero("PRAGMA application_id") != Firma)
+    BaseAbierta base = Abrir(archivo, archivo);
+    if (base.Valor("PRAGMA application_id").toInt() != Firma)
         Rechazar(archivo, "no es de Quorvex");
-    const int version = base.Entero("PRAGMA user_version");
+    const int version = base.Valor("PRAGMA user_version").toInt();
     if (version > VersionEsquema)
         Rechazar(archivo, "es de una versión más reciente de Quorvex: actualice el programa");
     if (version < VersionEsquema)

@@ -9,7 +9,7 @@ namespace qvx
 class Conexion;
 
 // The version of the schema that this program writes and reads.
-constexpr int VersionEsquema = 1;
+constexpr int VersionEsquema = 2;
 
 // Opens the embedded database in a file, which is made (mode 0600, with catalogues, and with example plans if asked)
 // when it is not there. Raises an ErrorEjecucion in Spanish for the person: a file that is not this system's, is newer

@@ -2,6 +2,8 @@
 
 #include "data/ErrorEjecucion.h"
 
+#include <QRegularExpression>
+
 namespace qvx
 {
 
@@ -137,6 +139,22 @@ private:
 };
 
 } // namespace
+
+bool FormaPermitida(const QString &forma)
+{
+    static const QRegularExpression permitida(QRegularExpression::anchoredPattern(
+                                                  R"((?xi)
+        SELECT\b .*
+        | INSERT\s+INTO\s+ \w+ \s*\( [\w\s,]+ \)\s*
+          (?: VALUES \s*\( \s*-?\s*\? (?: \s*,\s* -?\s*\? )* \s*\)
+            | SELECT\s [\w\s,?]+ \sFROM\s+ \w+ \s+WHERE\s+ \w+\s*=\s*\? ) \s*
+        | UPDATE\s+ \w+ \s+SET\s+ \w+\s*=\s*-?\s*\? (?: \s*,\s* \w+\s*=\s*-?\s*\? )*
+          \s*WHERE\s+ \w+\s*=\s*\? (?: \s*AND\s+ \w+\s*=\s*\? )* \s*
+        | DELETE\s+ (?:FROM\s+)? \w+ \s+WHERE\s+ \w+\s*=\s*\? (?: \s*AND\s+ \w+\s*=\s*\? )* \s*
+        )"),
+                                              QRegularExpression::DotMatchesEverythingOption);
+    return permitida.match(forma).hasMatch();
+}
 
 Sentencia Analizar(const QString &texto)
 {

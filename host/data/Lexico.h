@@ -20,4 +20,9 @@ struct Sentencia {
 // columns. Raises a data error for a second statement, a comment, another verb, or a null character.
 Sentencia Analizar(const QString &texto);
 
+// Whether a shape is one that changes rows in the ways the system does: one row of values, a copy of rows, or columns
+// set to values, and rows chosen by values of columns that all must match. A typed text with quotes in it, however they
+// are balanced, makes another shape of a statement, and widens none. Every query is allowed: it changes nothing.
+bool FormaPermitida(const QString &forma);
+
 } // namespace qvx

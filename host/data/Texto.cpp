@@ -15,6 +15,13 @@ QString Literal(const QString &texto)
     return "'" + doblado.replace(QLatin1Char('\''), "''") + "'";
 }
 
+QString SinBlancosAlFinal(QString clave)
+{
+    while (clave.endsWith(QLatin1Char(' ')))
+        clave.chop(1);
+    return clave;
+}
+
 QString NumeroATexto(double numero)
 {
     if (numero == 0)

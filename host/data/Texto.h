@@ -11,6 +11,9 @@ namespace qvx
 // statements; the screens compose theirs as they stand.
 QString Literal(const QString &texto);
 
+// Keys compare without their trailing blanks.
+QString SinBlancosAlFinal(QString clave);
+
 // The number with "." as decimal mark, no thousands, no trailing zeros and no exponent.
 QString NumeroATexto(double numero);
 

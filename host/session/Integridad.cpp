@@ -18,14 +18,6 @@ namespace
 
 const QString Raiz = "0000";
 
-// Keys compare without their trailing blanks.
-QString Clave(QString texto)
-{
-    while (texto.endsWith(QLatin1Char(' ')))
-        texto.chop(1);
-    return texto;
-}
-
 struct Parte {
     enum class Alcance { SinVer, EnCamino, Llega, NoLlega, SinPadre, EnAnillo };
     QString clave;
@@ -44,16 +36,15 @@ class Arbol
 public:
     Arbol(Conexion &conexion, const QString &tipoEquipo)
     {
-        auto filas = conexion.Execute("SELECT Tep_ID, Tep_Padre, Tep_Descripcion, Es_Cve_Estado FROM "
-                                      "Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = "
-                                      + Literal(tipoEquipo) + " ORDER BY Tep_ID");
+        auto filas = conexion.Execute(
+            "SELECT * FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = " + Literal(tipoEquipo) + " ORDER BY Tep_ID");
         for (; !filas.Eof(); filas.MoveNext()) {
-            const QString clave = Clave(filas["Tep_ID"]);
+            const QString clave = SinBlancosAlFinal(filas["Tep_ID"]);
             Parte &parte = partes[clave];
             parte.clave = clave;
-            parte.padre = Clave(filas["Tep_Padre"]);
+            parte.padre = SinBlancosAlFinal(filas["Tep_Padre"]);
             parte.descripcion = filas["Tep_Descripcion"];
-            parte.activa = Clave(filas["Es_Cve_Estado"]) == "AC";
+            parte.activa = SinBlancosAlFinal(filas["Es_Cve_Estado"]) == "AC";
         }
         for (const auto &[clave, parte] : partes)
             Recorrer(clave);
@@ -62,7 +53,7 @@ public:
     const std::map<QString, Parte> &Partes() const { return partes; }
     const Parte *Buscar(const QString &clave) const
     {
-        const auto hallada = partes.find(Clave(clave));
+        const auto hallada = partes.find(SinBlancosAlFinal(clave));
         return hallada == partes.end() ? nullptr : &hallada->second;
     }
 
@@ -149,7 +140,7 @@ public:
         if (!parte || !parte->Suelta())
             return false;
         if (parte->alcance == Parte::Alcance::EnAnillo
-            && !anillosAbiertos.insert({Clave(suelto.tipoEquipo), parte->anillo}).second)
+            && !anillosAbiertos.insert({SinBlancosAlFinal(suelto.tipoEquipo), parte->anillo}).second)
             return false;
         base.Execute("UPDATE Tipo_Equipo_Parte SET Tep_Padre = " + Literal(Raiz) + ", " + Firma()
                      + " WHERE Te_Cve_Tipo_Equipo = " + Literal(suelto.tipoEquipo)
@@ -161,8 +152,8 @@ public:
     bool CorregirServicio(const Suelto &suelto, const QString &destino)
     {
         const QString tipo = "Te_Cve_Tipo_Equipo = " + Literal(suelto.tipoEquipo);
-        const auto servicio = base.Execute("SELECT Tep_ID FROM Plan_Mantenimiento WHERE " + tipo
-                                           + " AND Pm_ID = " + Literal(suelto.clave));
+        const auto servicio =
+            base.Execute("SELECT * FROM Plan_Mantenimiento WHERE " + tipo + " AND Pm_ID = " + Literal(suelto.clave));
         if (servicio.Eof() || Tipo(suelto.tipoEquipo).Buscar(servicio["Tep_ID"]))
             return false;
         const auto *parte = Tipo(suelto.tipoEquipo).Buscar(destino);
@@ -179,7 +170,7 @@ public:
 private:
     const Arbol &Tipo(const QString &tipoEquipo)
     {
-        return arboles.try_emplace(Clave(tipoEquipo), base, tipoEquipo).first->second;
+        return arboles.try_emplace(SinBlancosAlFinal(tipoEquipo), base, tipoEquipo).first->second;
     }
 
     QString Firma() const
@@ -207,7 +198,7 @@ QList<Suelto> BuscarSueltos(Conexion &conexion)
     std::map<QString, QList<Suelto>> porTipo;
     auto tipos = conexion.Execute("SELECT DISTINCT Te_Cve_Tipo_Equipo AS Tipo FROM Tipo_Equipo_Parte");
     for (; !tipos.Eof(); tipos.MoveNext())
-        porTipo[Clave(tipos["Tipo"])] = PartesSueltas(conexion, tipos["Tipo"]);
+        porTipo[SinBlancosAlFinal(tipos["Tipo"])] = PartesSueltas(conexion, tipos["Tipo"]);
 
     auto servicios = conexion.Execute(
         "SELECT s.Te_Cve_Tipo_Equipo AS Tipo, s.Pm_ID AS Folio, s.Tep_ID AS Parte, t.Ts_Descripcion AS Descripcion "
@@ -215,9 +206,10 @@ QList<Suelto> BuscarSueltos(Conexion &conexion)
         "WHERE NOT EXISTS (SELECT 1 FROM Tipo_Equipo_Parte p WHERE p.Te_Cve_Tipo_Equipo = s.Te_Cve_Tipo_Equipo AND "
         "p.Tep_ID = s.Tep_ID) ORDER BY s.Te_Cve_Tipo_Equipo, s.Pm_ID");
     for (; !servicios.Eof(); servicios.MoveNext()) {
-        const QString tipo = Clave(servicios["Tipo"]);
-        porTipo[tipo].append({Suelto::Clase::Servicio, tipo, Clave(servicios["Folio"]), servicios["Descripcion"],
-                              "Su parte «" + Clave(servicios["Parte"]) + "» no existe"});
+        const QString tipo = SinBlancosAlFinal(servicios["Tipo"]);
+        porTipo[tipo].append({Suelto::Clase::Servicio, tipo, SinBlancosAlFinal(servicios["Folio"]),
+                              servicios["Descripcion"],
+                              "Su parte «" + SinBlancosAlFinal(servicios["Parte"]) + "» no existe"});
     }
 
     QList<Suelto> sueltos;

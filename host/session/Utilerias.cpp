@@ -53,6 +53,49 @@ bool EsLaRaiz(const QString &tabla, const QStringList &claves)
     return tabla == "Tipo_Equipo_Parte" && claves.value(0).trimmed() == "0000";
 }
 
+// Whether a part is there to hang something from.
+bool HayParte(const QString &tipoEquipo, const QString &parte)
+{
+    return parte.trimmed() == "0000"
+           || !Base()
+                   .Execute("SELECT 1 AS Hay FROM Tipo_Equipo_Parte WHERE "
+                            + Condicion({"Te_Cve_Tipo_Equipo", "Tep_ID"}, {tipoEquipo, parte}))
+                   .Eof();
+}
+
+QString CambioAjeno(const Recordset &fila)
+{
+    const QString quien = fila["Oper_Anterior"];
+    const QString propio = quien == Sesion::Actual().Operador() ? "Usted mismo (" + quien + ")" : quien;
+    return propio + " cambió este registro el " + fila["Fecha_Anterior"]
+           + ", después de que esta pantalla lo leyó. No se guardó nada y lo que escribió sigue "
+             "aquí; ciérrelo y vuelva a abrirlo para ver cómo quedó.";
+}
+
+// What is wrong with a row that was just written, "" when nothing is. Another's change of it since this program read it
+// would be lost, and what hangs from a part that is gone would be out of the tree's reach.
+QString Impedimento(const QString &tabla, const QStringList &claves)
+{
+    const bool servicio = tabla == "Plan_Mantenimiento";
+    // Without its version, which would count as read from then on.
+    const auto fila = Base().Execute(QString("SELECT Te_Cve_Tipo_Equipo, Tep_ID, ") + (servicio ? "Pm_ID" : "Tep_Padre")
+                                     + ", Version_Anterior, Oper_Anterior, Fecha_Anterior FROM " + tabla + " WHERE "
+                                     + Condicion(ColumnasDeClave(tabla).mid(0, claves.size()), claves));
+    if (fila.Eof())
+        return "El registro ya no existe: otra persona lo eliminó o lo cambió de lugar.";
+    const QString tipoEquipo = fila["Te_Cve_Tipo_Equipo"];
+    const QString anterior = fila["Version_Anterior"];
+    const QString leida = Base().Leidas().Leida(tabla, tipoEquipo, fila[servicio ? "Pm_ID" : "Tep_ID"]);
+    if (!anterior.isEmpty() && !leida.isEmpty() && anterior != leida)
+        return CambioAjeno(fila);
+    // A service that is moved is given without its part: it may also be left under what is no part.
+    if (servicio && claves.size() == 3 && !HayParte(tipoEquipo, fila["Tep_ID"]))
+        return "La parte del servicio ya no existe: otra persona la eliminó.";
+    if (!servicio && !HayParte(tipoEquipo, fila["Tep_Padre"]))
+        return "La parte superior ya no existe: otra persona la eliminó.";
+    return {};
+}
+
 // Keys are numbered by the number column beside each, which an index holds.
 qint32 SiguienteNumero(const QString &tabla, const QString &columna, const QString &condicion)
 {
@@ -114,14 +157,14 @@ bool Utilerias::RegistrarCambio(const QString &tabla, const QStringList &claves)
     try {
         if (EsLaRaiz(tabla, claves))
             throw ErrorEjecucion(errores::Datos, "La clave 0000 está reservada para la raíz del árbol.");
-        const QString condicion = Condicion(ColumnasDeClave(tabla).mid(0, claves.size()), claves);
-        if (!Base().Execute("SELECT Oper_Ult_Modif FROM " + tabla + " WHERE " + condicion).Eof()) {
+        const QString impedimento = Impedimento(tabla, claves);
+        if (impedimento.isEmpty()) {
             Base().Execute("INSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES ("
                            + Literal(tabla) + ", " + Literal(claves.join(QLatin1Char('|'))) + ", "
                            + Literal(sesion.Operador()) + ", " + Literal(TextoFecha(sesion.Ahora())) + ")");
             return true;
         }
-        GuardarError("El registro ya no existe: otra persona lo eliminó o lo cambió de lugar.");
+        GuardarError(impedimento);
     } catch (const ErrorEjecucion &error) {
         GuardarError(error.Descripcion());
     }

@@ -34,7 +34,8 @@ public:
 
     // Registers the row that was just written, inside its transaction. claves: of Tipo_Equipo_Parte the part and the
     // equipment type; of Plan_Mantenimiento the equipment type, the service and, where it must still be there, its
-    // part. False when the row is not there, or when it could not be registered; UltimoErrorDatos then says why.
+    // part. False when the row is not there, when somebody else changed it since this program read it, when the part
+    // that it hangs from is gone, or when it could not be registered; UltimoErrorDatos then says why.
     bool RegistrarCambio(const QString &tabla, const QStringList &claves) const;
     QString UltimoErrorDatos() const;
     // Logs a change of state ("Baja", "Reactivación").

@@ -1,4 +1,4 @@
--- Quorvex, embedded engine: tables, indexes and host tables of the maintenance plan. Schema version 1.
+-- Quorvex, embedded engine: tables, indexes and host tables of the maintenance plan. Schema version 2.
 -- Keys compare without their trailing blanks (RTRIM). Services and parts are deliberately not tied by foreign
 -- keys: the screen leaves rows without a parent behind and relies on being able to.
 -- Row ids stay: without them, and without statistics, the engine walks the primary key for the tree's statement.
@@ -55,6 +55,10 @@ CREATE TABLE Tipo_Equipo_Parte (
     Fecha_Ult_Modif    TEXT,
     Oper_Baja          TEXT,
     Fecha_Baja         TEXT,
+    Version            TEXT NOT NULL DEFAULT (lower(hex(randomblob(16)))),
+    Version_Anterior   TEXT,
+    Oper_Anterior      TEXT,
+    Fecha_Anterior     TEXT,
     Tep_Numero         INTEGER GENERATED ALWAYS AS (CAST(Tep_ID AS INTEGER)) VIRTUAL,
     PRIMARY KEY (Te_Cve_Tipo_Equipo, Tep_ID)
 );
@@ -81,6 +85,10 @@ CREATE TABLE Plan_Mantenimiento (
     Fecha_Ult_Modif    TEXT,
     Oper_Baja          TEXT,
     Fecha_Baja         TEXT,
+    Version            TEXT NOT NULL DEFAULT (lower(hex(randomblob(16)))),
+    Version_Anterior   TEXT,
+    Oper_Anterior      TEXT,
+    Fecha_Anterior     TEXT,
     Pm_Numero          INTEGER GENERATED ALWAYS AS (CAST(Pm_ID AS INTEGER)) VIRTUAL,
     PRIMARY KEY (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID)
 );
@@ -104,6 +112,20 @@ CREATE TABLE Plan_Mantenimiento_Detalle (
 );
 CREATE INDEX Pmd_Por_Numero ON Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Pmd_Numero);
 CREATE INDEX Pmd_Por_Servicio ON Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Pm_ID, Pmd_Numero);
+
+-- A row's version, new with each change, and whose work the last change was made on.
+
+CREATE TRIGGER Tep_Version AFTER UPDATE ON Tipo_Equipo_Parte BEGIN
+    UPDATE Tipo_Equipo_Parte
+       SET Version = lower(hex(randomblob(16))), Version_Anterior = OLD.Version,
+           Oper_Anterior = OLD.Oper_Ult_Modif, Fecha_Anterior = OLD.Fecha_Ult_Modif
+     WHERE rowid = NEW.rowid; END;
+
+CREATE TRIGGER Pm_Version AFTER UPDATE ON Plan_Mantenimiento BEGIN
+    UPDATE Plan_Mantenimiento
+       SET Version = lower(hex(randomblob(16))), Version_Anterior = OLD.Version,
+           Oper_Anterior = OLD.Oper_Ult_Modif, Fecha_Anterior = OLD.Fecha_Ult_Modif
+     WHERE rowid = NEW.rowid; END;
 
 -- The host's own: masks of keys, stored queries, logs of changes and of states.
 
@@ -135,11 +157,6 @@ CREATE TABLE Bitacora (
     Bi_Fecha   TEXT NOT NULL
 );
 CREATE INDEX Bi_Por_Clave ON Bitacora (Bi_Tabla, Bi_Clave, Bi_ID);
-
-INSERT INTO Formato_Clave VALUES
-    ('FTO_TIPO_EQUIPO', '0000'), ('FTO_TIPO_EQUIPO_PARTE', '0000'), ('FTO_PRODUCTO', '0000000000'),
-    ('FTO_TIPO_GASTO', '0000'), ('FTO_TIPO_SERVICIO', '0000'), ('FTO_PRIORIDAD_SERVICIO', '0000'),
-    ('FTO_UNIDAD', '0000'), ('FTO_PLAN_MANTENIMIENTO', '000000'), ('FTO_PLAN_MANTENIMIENTO_DETALLE', '000000');
 
 INSERT INTO Consulta VALUES ('PLAN_MANTENIMIENTO',
 'SELECT Plan_Mantenimiento.Pm_ID AS Folio,

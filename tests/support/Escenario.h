@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/Conexion.h"
 #include "session/Aplicacion.h"
 #include "session/Sesion.h"
+#include "support/Motor.h"
 #include "support/PersonasDePrueba.h"
 
 #include <QTemporaryDir>
@@ -12,16 +12,24 @@
 #include <sys/resource.h>
 
 // A signed-in session on a real database of its own, with a person and a clock of the test, and the component's screen
-// as a host gets it.
+// as a host gets it. The same on each engine.
 class Escenario
 {
 public:
     explicit Escenario(bool conEjemplos = false);
-    // On a database that a test of another process made, traced where that process's environment says.
+    // On a file that a test of another process made, traced where that process's environment says.
     explicit Escenario(const QString &baseAjena);
     ~Escenario();
 
-    QString Archivo() const { return archivo; }
+    // A file beside the database's own.
+    QString Ruta(const QString &nombre) const { return carpeta.filePath(nombre); }
+    const ::Motor &Base() const { return *base; }
+    QString Archivo() const { return base->Archivo(); }
+    // The first text on the embedded engine, the second on the server.
+    QString SegunMotor(const QString &incrustado, const QString &servidor) const
+    {
+        return base->EsPostgres() ? servidor : incrustado;
+    }
     PersonasDePrueba &Personas() const { return *personas; }
     QDateTime ahora = QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53));
 
@@ -31,7 +39,12 @@ public:
     QStringList Filas(const QString &sql) const;
     // Everything the plan's tables hold: equal texts, equal tables.
     QStringList Tablas() const;
-    // A second connection that holds the database's write lock until it is destroyed.
+    // From now on the event ("INSERT ON Producto") fails with the text "falla" where the condition holds; or its rows
+    // are passed over without a word. Until it is repaired.
+    void Estropear(const QString &suceso, const QString &condicion = {}, const QString &cuando = "BEFORE") const;
+    void Omitir(const QString &suceso) const;
+    void Reparar() const;
+    // A second connection that holds the database, or the plans of all equipment types, until it is destroyed.
     std::unique_ptr<QObject> Ocupar() const;
     // Likewise one that is in the middle of reading.
     std::unique_ptr<QObject> Leyendo() const;
@@ -58,10 +71,11 @@ public:
     QStringList Traza();
 
 private:
-    void Entrar(bool conEjemplos);
+    void Entrar();
+    std::unique_ptr<QObject> Correr(const QStringList &sentencias) const;
 
     QTemporaryDir carpeta;
-    QString archivo;
+    std::unique_ptr<::Motor> base;
     PersonasDePrueba *personas;
     std::unique_ptr<qvx::Sesion> sesion;
     std::unique_ptr<QWidget> ventana;

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <functional>
+
+namespace qvx
+{
+
+// A connection of the toolkit while it is being looked at, before it is a Conexion: closed and forgotten when it goes,
+// unless it is handed on.
+class BaseAbierta
+{
+public:
+    // Throws what the person is told.
+    using Rechazo = std::function<void(const QSqlError &)>;
+
+    // preparar gives the connection its place and options; it is then opened.
+    BaseAbierta(const QString &controlador, const std::function<void(QSqlDatabase &)> &preparar, Rechazo rechazar);
+    ~BaseAbierta();
+    BaseAbierta(const BaseAbierta &) = delete;
+    BaseAbierta &operator=(const BaseAbierta &) = delete;
+
+    // Statements of the host's own, as they stand.
+    void Ejecutar(const QString &sql);
+    // The first value of the first row, "" when there is none.
+    QString Valor(const QString &sql);
+    // The text of a script of the schema.
+    static QString Guion(const QString &nombre);
+
+    QSqlDatabase Entregar();
+    // Closes and forgets a connection, of which this must be the last copy.
+    static void Soltar(QSqlDatabase &base);
+
+private:
+    QSqlDatabase base;
+    Rechazo rechazar;
+};
+
+} // namespace qvx

@@ -1,0 +1,122 @@
+// The shared server's dialect. The server knows "dbo." functions itself.
+
+#include "data/Dialecto.h"
+
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QVariant>
+#include <libpq-fe.h>
+#include <poll.h>
+
+namespace qvx
+{
+
+namespace
+{
+
+PGconn *Enlace(const QSqlDatabase &base)
+{
+    const QVariant enlace = base.driver()->handle();
+    return enlace.isValid() ? *static_cast<PGconn *const *>(enlace.constData()) : nullptr;
+}
+
+// Of the server's text its first line, without "ERROR:" and the code that the toolkit appends.
+QString PrimerRenglon(const QString &texto)
+{
+    static const QRegularExpression rotulo("^[A-ZÁÉÍÓÚ]+:\\s+");
+    static const QRegularExpression codigo("\\([0-9A-Z]{5}\\)$");
+    return texto.section(QLatin1Char('\n'), 0, 0).remove(rotulo).remove(codigo).trimmed();
+}
+
+// Where the n-th value of a VALUES list stands among the literals, -1 when it is none.
+int LiteralDelValor(const QString &valores, qsizetype n)
+{
+    const QStringList partes = valores.split(QLatin1Char(','));
+    if (n >= partes.size() || !partes.at(n).contains(QLatin1Char('?')))
+        return -1;
+    return static_cast<int>(partes.mid(0, n).join(QString()).count(QLatin1Char('?')));
+}
+
+class Postgres : public Dialecto
+{
+public:
+    QString Reescribir(const QString &forma) const override { return ReescribirComun(forma); }
+
+    QString InicioDeTransaccion() const override { return "BEGIN"; }
+
+    // The toolkit would fetch row by row, and leave the end of each answer on the connection.
+    bool SoloHaciaAdelante() const override { return false; }
+
+    QString Explicar(const QSqlError &error) const override
+    {
+        const QString codigo = error.nativeErrorCode();
+        if (codigo == "55P03")
+            return "Otra persona está cambiando este plan y no terminó en 10 segundos. Inténtelo de nuevo más tarde.";
+        if (codigo == "40P01")
+            return "Otra persona cambia los mismos planes al mismo tiempo. Inténtelo de nuevo.";
+        return PrimerRenglon(Dialecto::Explicar(error));
+    }
+
+    // Parsed by the server on its own, since a text sent to be run may hold several statements.
+    QSqlError Examinar(QSqlDatabase &base, const QString &sql) const override
+    {
+        PGresult *resultado = PQprepare(Enlace(base), "", sql.toUtf8().constData(), 0, nullptr);
+        QSqlError error;
+        if (PQresultStatus(resultado) != PGRES_COMMAND_OK)
+            error = QSqlError({}, QString::fromUtf8(PQresultErrorMessage(resultado)), QSqlError::StatementError,
+                              QString::fromLatin1(PQresultErrorField(resultado, PG_DIAG_SQLSTATE)));
+        PQclear(resultado);
+        return error;
+    }
+
+    // Nothing is due on an idle connection: what there is to read is its end.
+    bool SigueAbierta(const QSqlDatabase &base) const override
+    {
+        PGconn *enlace = Enlace(base);
+        if (!base.isOpen() || PQstatus(enlace) != CONNECTION_OK)
+            return false;
+        pollfd enchufe{PQsocket(enlace), POLLIN, 0};
+        if (poll(&enchufe, 1, 0) > 0)
+            PQconsumeInput(enlace);
+        return PQstatus(enlace) == CONNECTION_OK;
+    }
+
+    bool SigueEnTransaccion(const QSqlDatabase &base) const override
+    {
+        return PQtransactionStatus(Enlace(base)) == PQTRANS_INTRANS;
+    }
+
+    QList<int> TiposDeEquipo(const QString &forma) const override
+    {
+        static const QRegularExpression filtro("\\bTe_Cve_Tipo_Equipo\\s*=\\s*\\?",
+                                               QRegularExpression::CaseInsensitiveOption);
+        static const QRegularExpression alta("^INSERT\\s+INTO\\s+\\w+\\s*\\(([^()]*)\\)\\s*VALUES\\s*\\(([^()]*)\\)",
+                                             QRegularExpression::CaseInsensitiveOption);
+        QList<int> lugares;
+        for (auto hallados = filtro.globalMatch(forma); hallados.hasNext();)
+            lugares.append(
+                static_cast<int>(QStringView(forma).left(hallados.next().capturedEnd() - 1).count(QLatin1Char('?'))));
+        if (const auto hallada = alta.match(forma); hallada.hasMatch()) {
+            QStringList columnas = hallada.captured(1).split(QLatin1Char(','));
+            for (QString &columna : columnas)
+                columna = columna.trimmed().toLower();
+            const auto columna = columnas.indexOf("te_cve_tipo_equipo");
+            if (const int lugar = columna < 0 ? -1 : LiteralDelValor(hallada.captured(2), columna); lugar >= 0)
+                lugares.append(lugar);
+        }
+        return lugares;
+    }
+
+    QString Apartado() const override { return "SELECT pg_advisory_xact_lock(580, hashtext(rtrim(?)))"; }
+};
+
+} // namespace
+
+std::unique_ptr<Dialecto> DialectoPostgres()
+{
+    return std::make_unique<Postgres>();
+}
+
+} // namespace qvx

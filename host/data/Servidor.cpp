@@ -1,0 +1,195 @@
+#include "data/Servidor.h"
+
+#include "data/BaseAbierta.h"
+#include "data/Conexion.h"
+#include "data/ErrorEjecucion.h"
+#include "data/Instalador.h"
+
+#include <algorithm>
+#include <libpq-fe.h>
+
+namespace qvx
+{
+
+namespace
+{
+
+// Codes of the server.
+const QString EsquemaInexistente = "3F000";
+const QString TablaInexistente = "42P01";
+const QString SinPermiso = "42501";
+
+// Those that an address need not name. A server that went away is noticed by the kernel, a lock that is not given ends
+// the wait, and names mean the schema's own objects and nothing that somebody else may have put before them.
+const QList<QPair<QString, QString>> Predeterminadas{
+    {"connect_timeout", "10"},
+    {"keepalives_idle", "30"},
+    {"keepalives_interval", "10"},
+    {"keepalives_count", "3"},
+    {"tcp_user_timeout", "20000"},
+    {"application_name", "quorvex"},
+    {"options", "-c search_path=dbo,pg_temp -c lock_timeout=10s -c standard_conforming_strings=on"},
+};
+
+[[noreturn]] void Rechazar(const Servidor &servidor, const QString &motivo, const QString &codigo = {})
+{
+    throw ErrorEjecucion(errores::Datos, "La base de datos " + servidor.Nombre() + " " + motivo, {}, codigo);
+}
+
+[[noreturn]] void Rechazar(const Servidor &servidor, const QSqlError &error)
+{
+    const QString codigo = error.nativeErrorCode();
+    if (codigo == EsquemaInexistente || codigo == TablaInexistente)
+        Rechazar(servidor, "no tiene el esquema de Quorvex. Lo crea su administrador con --crear-esquema.", codigo);
+    if (codigo == SinPermiso)
+        Rechazar(servidor,
+                 "no da permiso al usuario " + servidor.Usuario()
+                     + ". Su administrador se lo da con el rol quorvex_planificadores.",
+                 codigo);
+    Rechazar(servidor, "no se puede usar: " + DialectoPostgres()->Explicar(error), codigo);
+}
+
+BaseAbierta Abrir(const Servidor &servidor)
+{
+    const auto preparar = [&](QSqlDatabase &base) { base.setConnectOptions(servidor.OpcionesDeConexion()); };
+    return BaseAbierta("QPSQL", preparar, [servidor](const QSqlError &error) { Rechazar(servidor, error); });
+}
+
+void Sembrar(BaseAbierta &base, bool conEjemplos)
+{
+    base.Ejecutar("SET search_path = dbo, pg_temp");
+    base.Ejecutar(BaseAbierta::Guion("postgres/esquema.sql"));
+    base.Ejecutar(BaseAbierta::Guion("catalogos.sql"));
+    if (conEjemplos)
+        base.Ejecutar(BaseAbierta::Guion("ejemplos.sql"));
+    base.Ejecutar(BaseAbierta::Guion("postgres/permisos.sql"));
+    base.Ejecutar(QString("INSERT INTO Esquema (Es_Version) VALUES (%1)").arg(VersionEsquema));
+}
+
+// Raises the error of a version that is not this program's.
+void RevisarVersion(BaseAbierta &base, const Servidor &servidor)
+{
+    const int version = base.Valor("SELECT Es_Version FROM dbo.Esquema").toInt();
+    if (version > VersionEsquema)
+        Rechazar(servidor, "es de una versión más reciente de Quorvex: actualice el programa.");
+    if (version < VersionEsquema)
+        Rechazar(servidor, "es de una versión de Quorvex que este programa ya no lee.");
+}
+
+} // namespace
+
+Servidor::Servidor(const QString &direccion)
+{
+    if (!direccion.startsWith("postgresql://") && !direccion.startsWith("postgres://"))
+        throw ErrorEjecucion(errores::Datos, "La dirección del servidor es postgresql://USUARIO@EQUIPO:PUERTO/BASE.");
+    char *error = nullptr;
+    PQconninfoOption *leidas = PQconninfoParse(direccion.toUtf8().constData(), &error);
+    if (!leidas) {
+        const QString motivo = QString::fromUtf8(error).trimmed();
+        PQfreemem(error);
+        throw ErrorEjecucion(errores::Datos, "La dirección del servidor no es válida: " + motivo);
+    }
+    for (const PQconninfoOption *opcion = leidas; opcion->keyword; ++opcion)
+        if (opcion->val)
+            opciones.append({QString::fromUtf8(opcion->keyword), QString::fromUtf8(opcion->val)});
+    PQconninfoFree(leidas);
+    if (!Opcion("password").isEmpty())
+        throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar la contraseña.");
+    for (const auto &[nombre, valor] : Predeterminadas)
+        if (Opcion(nombre).isEmpty())
+            Poner(nombre, valor);
+}
+
+QString Servidor::Opcion(const QString &nombre) const
+{
+    for (const auto &[presente, valor] : opciones)
+        if (presente == nombre)
+            return valor;
+    return {};
+}
+
+void Servidor::Poner(const QString &nombre, const QString &valor)
+{
+    opciones.removeIf([&](const auto &opcion) { return opcion.first == nombre; });
+    if (!valor.isEmpty())
+        opciones.append({nombre, valor});
+}
+
+QString Servidor::Nombre() const
+{
+    const QString equipo = Opcion("host");
+    return "«" + Opcion("dbname") + "»" + (equipo.isEmpty() ? QString() : " de " + equipo);
+}
+
+QString Servidor::OpcionesDeConexion() const
+{
+    QStringList partes;
+    for (const auto &[nombre, valor] : opciones) {
+        QString citado = valor;
+        // The toolkit takes ";" for a separator wherever it stands.
+        if (valor.contains(QLatin1Char(';')))
+            throw ErrorEjecucion(errores::Datos, "La dirección y la contraseña del servidor no pueden llevar «;».");
+        citado.replace(QLatin1Char('\\'), "\\\\").replace(QLatin1Char('\''), "\\'");
+        partes.append(nombre + "='" + citado + "'");
+    }
+    return partes.join(QLatin1Char(' '));
+}
+
+Servidor::Prueba Servidor::Probar() const
+{
+    std::vector<QByteArray> textos;
+    for (const auto &[nombre, valor] : opciones) {
+        textos.push_back(nombre.toUtf8());
+        textos.push_back(valor.toUtf8());
+    }
+    std::vector<const char *> nombres;
+    std::vector<const char *> valores;
+    for (std::size_t i = 0; i < textos.size(); i += 2) {
+        nombres.push_back(textos[i].constData());
+        valores.push_back(textos[i + 1].constData());
+    }
+    nombres.push_back(nullptr);
+    valores.push_back(nullptr);
+    const std::unique_ptr<PGconn, decltype(&PQfinish)> enlace(PQconnectdbParams(nombres.data(), valores.data(), 0),
+                                                              &PQfinish);
+    if (PQstatus(enlace.get()) == CONNECTION_OK)
+        return {Acceso::Abierto, {}};
+    const QString motivo = QString::fromUtf8(PQerrorMessage(enlace.get())).trimmed();
+    // Also one that was not accepted.
+    const bool contrasena = PQconnectionNeedsPassword(enlace.get()) || PQconnectionUsedPassword(enlace.get());
+    return {contrasena ? Acceso::PideContrasena : Acceso::Rechazado, motivo};
+}
+
+std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor)
+{
+    BaseAbierta base = Abrir(servidor);
+    RevisarVersion(base, servidor);
+    return std::make_unique<Conexion>(base.Entregar(), DialectoPostgres());
+}
+
+bool CrearEsquema(const Servidor &servidor, bool conEjemplos)
+{
+    BaseAbierta base = Abrir(servidor);
+    base.Ejecutar("BEGIN");
+    base.Ejecutar("SELECT pg_advisory_xact_lock(580)"); // two who create at the same time
+    if (base.Valor("SELECT to_regclass('dbo.esquema') IS NOT NULL") == "true") {
+        RevisarVersion(base, servidor);
+        return false;
+    }
+    Sembrar(base, conEjemplos);
+    base.Ejecutar("COMMIT");
+    return true;
+}
+
+QString OperadorDelServidor(Conexion &conexion)
+{
+    return conexion.Execute("SELECT CAST(session_user AS text) AS Operador")["Operador"];
+}
+
+QDateTime HoraDelServidor(Conexion &conexion)
+{
+    const auto hora = conexion.Execute("SELECT CAST(clock_timestamp() AS timestamp(0)) AS Hora");
+    return QDateTime::fromString(hora["Hora"], Qt::ISODate);
+}
+
+} // namespace qvx

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QDateTime>
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <memory>
+
+namespace qvx
+{
+
+class Conexion;
+
+// A shared server and a database of it: the options of a connection as libpq names them.
+class Servidor
+{
+public:
+    // From postgresql://USER@HOST:PORT/DB?sslmode=... Raises an ErrorEjecucion in Spanish for a text that is no such
+    // address, and for one with a password, which everybody on the machine could read.
+    explicit Servidor(const QString &direccion);
+
+    // How messages call it: "DB en HOST".
+    QString Nombre() const;
+    QString Usuario() const { return Opcion("user"); }
+    void setUsuario(const QString &usuario) { Poner("user", usuario); }
+    // Kept in memory only, for a connection that has to be opened anew.
+    void setContrasena(const QString &contrasena) { Poner("password", contrasena); }
+
+    // What came of an attempt to sign in.
+    enum class Acceso { Abierto, PideContrasena, Rechazado };
+    struct Prueba {
+        Acceso acceso = Acceso::Rechazado;
+        QString motivo; // the server's or the library's own words, "" when it is open
+    };
+    // Signs in once and leaves. A password that is not set is looked for in PGPASSWORD and in the password file.
+    Prueba Probar() const;
+
+    // As the toolkit takes them.
+    QString OpcionesDeConexion() const;
+
+private:
+    QString Opcion(const QString &nombre) const;
+    void Poner(const QString &nombre, const QString &valor);
+
+    QList<QPair<QString, QString>> opciones;
+};
+
+// Opens the database of a server for the screen. Raises an ErrorEjecucion in Spanish for the person: no server, no
+// access, no schema, a schema of another version, no rights on it.
+std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor);
+
+// Creates the schema with its catalogues, and with example plans if asked, and the roles of planners and readers, all
+// of it or nothing. False when this version of it was there already; then nothing changes. Raises an ErrorEjecucion.
+bool CrearEsquema(const Servidor &servidor, bool conEjemplos);
+
+// The user of the database, who signs the changes.
+QString OperadorDelServidor(Conexion &conexion);
+// The server's clock: planners' own may differ.
+QDateTime HoraDelServidor(Conexion &conexion);
+
+} // namespace qvx
