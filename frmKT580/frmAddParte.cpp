@@ -5,6 +5,7 @@
 #include "controls/Etiqueta.h"
 #include "controls/colorQVX.h"
 #include "controls/txtQVX.h"
+#include "data/Texto.h"
 #include "ui_frmAddParte.h"
 
 #include <QShortcut>
@@ -59,6 +60,7 @@ void frmAddParte::LlenarParte(const QString &clave, const QString &descripcion)
 {
     ui->txtClave->setMaxLength(Nuevo ? 9 : 32767);
     ui->txtClave->setText(clave);
+    propuesta = ui->txtClave->Text();
     ui->txtClave->setSoloLectura(!Nuevo);
     ui->txtTexto->setText(descripcion);
 }
@@ -102,6 +104,8 @@ void frmAddParte::cmdAceptar()
         operador = Sistema->UsuarioActual();
         fecha = Utilerias->TextoFecha(Utilerias->FechaServidor());
         Sistema->Conexion().BeginTrans();
+        if (Nuevo && ui->txtClave->Text() == propuesta)
+            NumerarDeNuevo();
         strSQL = Nuevo ? Insertar() : Actualizar();
         Sistema->Conexion().Execute(strSQL);
         if (!Utilerias->RegistrarCambio("Tipo_Equipo_Parte", {ui->txtClave->Text(), ui->txtTipoEquipo->Text()})) {
@@ -113,6 +117,15 @@ void frmAddParte::cmdAceptar()
         Aceptado = true;
         hide();
     });
+}
+
+// Someone else may have taken the key that was proposed; one that the planner typed stays as it is.
+void frmAddParte::NumerarDeNuevo()
+{
+    const qint32 numero = Utilerias->SiguienteClave("Tipo_Equipo_Parte", "Tep_ID", "Te_Cve_Tipo_Equipo",
+                                                    ui->txtTipoEquipo->Text(), "", "", "", "", "");
+    propuesta = qvx::ClaveConFormato(QString::number(numero), ui->txtClave->Formato());
+    ui->txtClave->setText(propuesta);
 }
 
 // The state is left to the database: a new part is active.

@@ -35,11 +35,13 @@ protected:
 private:
     void cmdAceptar();
     bool Validar();
+    void NumerarDeNuevo();
     QString Insertar() const;
     QString Actualizar() const;
 
     std::unique_ptr<Ui::frmAddParte> ui;
     Forma &pantalla;
+    QString propuesta; // the key that a new part was offered
     QString operador; // audit values of the accept that is running
     QString fecha;
 };
