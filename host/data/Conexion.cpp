@@ -8,6 +8,7 @@
 #include <QLoggingCategory>
 #include <QSqlError>
 #include <QSqlRecord>
+#include <utility>
 
 namespace qvx
 {
@@ -97,7 +98,7 @@ Recordset Conexion::Execute(const QString &sql)
     try {
         const Sentencia sentencia = Analizar(sql);
         if (estado == Estado::Libre)
-            AsegurarAbierta();
+            Disponer(sentencia.lectura);
         if (sentencia.sinCerrar)
             MostrarAlMotor(sql);
         const auto preparada = Preparar(sentencia.forma, sql);
@@ -111,6 +112,7 @@ Recordset Conexion::Execute(const QString &sql)
         return Leer(*preparada, sql);
     } catch (const ErrorEjecucion &error) {
         Anotar("!", sql + "  <" + error.Descripcion() + ">");
+        CerrarLectura();
         if (estado == Estado::Abierta) {
             Deshacer();
             estado = Estado::Condenada;
@@ -174,6 +176,45 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
     return resultado;
 }
 
+// Outside a transaction: a connection that stands, and what is read and what is changed kept apart.
+void Conexion::Disponer(bool lectura)
+{
+    if (!lectura)
+        CerrarLectura();
+    AsegurarAbierta();
+    if (lectura)
+        AbrirLectura();
+}
+
+void Conexion::AbrirLectura()
+{
+    const QString orden = dialecto->InicioDeLectura();
+    if (leyendo || eventos == 0 || orden.isEmpty())
+        return;
+    QSqlQuery consulta(base);
+    if (!consulta.exec(orden))
+        Fallar(consulta.lastError(), orden);
+    leyendo = true;
+}
+
+void Conexion::CerrarLectura()
+{
+    if (!std::exchange(leyendo, false) || !base.isOpen())
+        return;
+    QSqlQuery consulta(base);
+    if (!consulta.exec("ROLLBACK")) {
+        preparadas.clear();
+        base.close(); // the next statement opens it again, or says why not
+    }
+}
+
+void Conexion::SalirDeEvento()
+{
+    if (eventos > 0) // the event in which a session began was not entered
+        --eventos;
+    CerrarLectura();
+}
+
 // A transaction holds the plans that its statements name until it ends. What it reads of them stays so, the next keys
 // are its own, and the plan of a type is never written by two at once.
 void Conexion::Apartar(const QString &tipoEquipo)
@@ -203,7 +244,7 @@ void Conexion::BeginTrans()
 {
     if (estado != Estado::Libre)
         throw ErrorEjecucion(errores::Datos, "Ya hay una transacción abierta");
-    AsegurarAbierta();
+    Disponer(false);
     Ordenar(dialecto->InicioDeTransaccion());
     apartados.clear();
     estado = Estado::Abierta;
@@ -267,7 +308,7 @@ void Conexion::Deshacer()
 
 void Conexion::AsegurarAbierta()
 {
-    if (dialecto->SigueAbierta(base))
+    if (leyendo || dialecto->SigueAbierta(base))
         return;
     preparadas.clear();
     base.close();
@@ -292,8 +333,9 @@ void Conexion::Fallar(const QSqlError &error, const QString &sql, bool desenlace
                              "antes de repetirlo. ("
                                  + motivo + ")",
                              sql, DesenlaceDesconocido);
-    throw ErrorEjecucion(errores::Datos, "Se perdió la conexión con el servidor: no se guardó nada. (" + motivo + ")",
-                         sql, error.nativeErrorCode());
+    const QString perdido = estado == Estado::Libre ? ". (" : ": no se guardó nada. (";
+    throw ErrorEjecucion(errores::Datos, "Se perdió la conexión con el servidor" + perdido + motivo + ")", sql,
+                         error.nativeErrorCode());
 }
 
 void Conexion::Anotar(const QString &marca, const QString &sql)

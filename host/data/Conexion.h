@@ -74,6 +74,12 @@ public:
     // Takes back a transaction that its event left open, and logs it.
     void CerrarAbandonada();
 
+    // What one event of the application reads is of one moment: a plan that others change meanwhile is exported, and
+    // shown, as it was when the event began to read. Nothing stays open on the server after the event, or after the
+    // first one inside it: a form may stay open for hours.
+    void EntrarEnEvento() { ++eventos; }
+    void SalirDeEvento();
+
 private:
     enum class Estado { Libre, Abierta, Condenada };
     struct Preparada {
@@ -85,6 +91,9 @@ private:
     std::shared_ptr<Preparada> Preparar(const QString &forma, const QString &sql);
     Recordset Leer(Preparada &preparada, const QString &sql);
     void Apartar(const QString &tipoEquipo);
+    void Disponer(bool lectura);
+    void AbrirLectura();
+    void CerrarLectura();
     void MostrarAlMotor(const QString &sql);
     void Ordenar(const QString &orden);
     void Deshacer();
@@ -99,6 +108,8 @@ private:
     QSet<QString> apartados; // equipment types that the transaction holds
     QFile traza;
     Estado estado = Estado::Libre;
+    int eventos = 0;
+    bool leyendo = false;
     QString motivoCondena;
 };
 

@@ -18,6 +18,8 @@ public:
     virtual ~Dialecto() = default;
     virtual QString Reescribir(const QString &forma) const = 0;
     virtual QString InicioDeTransaccion() const = 0;
+    // What makes all that is read from then on be of one moment, "" where nothing is needed for it.
+    virtual QString InicioDeLectura() const { return {}; }
     // Whether rows are best read without going back to one.
     virtual bool SoloHaciaAdelante() const { return true; }
     // What an error of the engine is called in messages: its own text, or what it means to the person.

@@ -46,6 +46,8 @@ public:
 
     QString InicioDeTransaccion() const override { return "BEGIN"; }
 
+    QString InicioDeLectura() const override { return "BEGIN ISOLATION LEVEL REPEATABLE READ, READ ONLY"; }
+
     // The toolkit would fetch row by row, and leave the end of each answer on the connection.
     bool SoloHaciaAdelante() const override { return false; }
 

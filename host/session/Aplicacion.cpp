@@ -38,6 +38,8 @@ Aplicacion::Aplicacion(int &argc, char **argv) : QApplication(argc, argv)
 bool Aplicacion::notify(QObject *receptor, QEvent *evento)
 {
     const bool abiertaAntes = TransaccionAbierta();
+    if (Sesion::Abierta())
+        Sesion::Actual().Conexion().EntrarEnEvento();
     bool resultado = false;
     QString error;
     try {
@@ -45,6 +47,8 @@ bool Aplicacion::notify(QObject *receptor, QEvent *evento)
     } catch (const ErrorEjecucion &sinTrampa) {
         error = sinTrampa.Descripcion();
     }
+    if (Sesion::Abierta())
+        Sesion::Actual().Conexion().SalirDeEvento();
     if (!abiertaAntes && TransaccionAbierta())
         Sesion::Actual().Conexion().CerrarAbandonada();
     if (!error.isEmpty() && Sesion::Abierta())
