@@ -20,8 +20,9 @@ namespace
 
 constexpr int MaximoPreparadas = 256;
 
-// SQLSTATE for a transaction whose outcome is unknown.
+// SQLSTATE of a transaction whose outcome is unknown, and of a lock that was not given in time.
 const QString DesenlaceDesconocido = "08007";
+const QString NoSeDio = "55P03";
 
 QString EnUnRenglon(QString sql)
 {
@@ -222,12 +223,28 @@ void Conexion::Apartar(const QString &tipoEquipo)
     const QString clave = SinBlancosAlFinal(tipoEquipo);
     if (apartados.contains(clave))
         return;
-    QSqlQuery consulta(base);
-    const QString orden = dialecto->Apartado();
-    consulta.prepare(orden);
-    consulta.bindValue(0, clave);
-    if (!consulta.exec())
-        Fallar(consulta.lastError(), orden);
+    const auto preguntar = [&](const QString &orden) {
+        QSqlQuery consulta(base);
+        consulta.prepare(orden);
+        consulta.bindValue(0, clave);
+        if (!consulta.exec())
+            Fallar(consulta.lastError(), orden);
+        return consulta.next() ? consulta.value(0) : QVariant();
+    };
+    const Dialecto::Apartado apartado = dialecto->Apartar();
+    if (!preguntar(apartado.intento).toBool()) {
+        const QString ocupante = preguntar(apartado.ocupante).toString();
+        try {
+            preguntar(apartado.espera);
+        } catch (const ErrorEjecucion &error) {
+            if (!base.isOpen() || error.CodigoMotor() != NoSeDio || ocupante.isEmpty())
+                throw;
+            throw ErrorEjecucion(errores::Datos,
+                                 ocupante + " está cambiando el plan del tipo de equipo " + clave
+                                     + " y no terminó en 10 segundos. Inténtelo de nuevo más tarde.",
+                                 error.Sentencia(), NoSeDio);
+        }
+    }
     apartados.insert(clave);
 }
 

@@ -101,16 +101,6 @@ bool Dialecto::SigueEnTransaccion(const QSqlDatabase & /*base*/) const
     return true;
 }
 
-QList<int> Dialecto::TiposDeEquipo(const QString & /*forma*/) const
-{
-    return {};
-}
-
-QString Dialecto::Apartado() const
-{
-    return {};
-}
-
 QString ReescribirComun(QString forma)
 {
     return AliasDespues(BorradoConFrom(std::move(forma)));

@@ -32,9 +32,15 @@ public:
     virtual bool SigueEnTransaccion(const QSqlDatabase &base) const;
     // Where among a shape's literals equipment types stand whose plan is held for this transaction alone; none where
     // the engine has one writer at a time anyway.
-    virtual QList<int> TiposDeEquipo(const QString &forma) const;
-    // The statement that holds one, with a place for its key.
-    virtual QString Apartado() const;
+    virtual QList<int> TiposDeEquipo(const QString & /*forma*/) const { return {}; }
+    // The statements that hold one, each with a place for its key: holding it if nobody does, who does, and waiting for
+    // it as long as is reasonable.
+    struct Apartado {
+        QString intento;
+        QString ocupante;
+        QString espera;
+    };
+    virtual Apartado Apartar() const { return {}; }
 };
 
 // The embedded engine.

@@ -55,7 +55,7 @@ public:
     {
         const QString codigo = error.nativeErrorCode();
         if (codigo == "55P03")
-            return "Otra persona está cambiando este plan y no terminó en 10 segundos. Inténtelo de nuevo más tarde.";
+            return "Otra persona cambia los mismos datos y no terminó en 10 segundos. Inténtelo de nuevo más tarde.";
         if (codigo == "40P01")
             return "Otra persona cambia los mismos planes al mismo tiempo. Inténtelo de nuevo.";
         return PrimerRenglon(Dialecto::Explicar(error));
@@ -73,15 +73,15 @@ public:
         return error;
     }
 
-    // Nothing is due on an idle connection: what there is to read is its end.
+    // Nothing is due on an idle connection: what there is to read is its end, perhaps after the server's farewell.
     bool SigueAbierta(const QSqlDatabase &base) const override
     {
         PGconn *enlace = Enlace(base);
         if (!base.isOpen() || PQstatus(enlace) != CONNECTION_OK)
             return false;
         pollfd enchufe{PQsocket(enlace), POLLIN, 0};
-        if (poll(&enchufe, 1, 0) > 0)
-            PQconsumeInput(enlace);
+        while (poll(&enchufe, 1, 0) > 0 && PQconsumeInput(enlace) == 1) {
+        }
         return PQstatus(enlace) == CONNECTION_OK;
     }
 
@@ -111,7 +111,15 @@ public:
         return lugares;
     }
 
-    QString Apartado() const override { return "SELECT pg_advisory_xact_lock(580, hashtext(rtrim(?)))"; }
+    Apartado Apartar() const override
+    {
+        return {
+            "SELECT pg_try_advisory_xact_lock(580, hashtext(?))",
+            "SELECT usename FROM pg_locks JOIN pg_stat_activity USING (pid) WHERE locktype = 'advisory' AND granted "
+            "AND pg_locks.database = (SELECT oid FROM pg_database WHERE datname = current_database()) "
+            "AND classid = 580 AND objid = CAST(CAST(hashtext(?) AS bit(32)) AS bigint)",
+            "SELECT pg_advisory_xact_lock(580, hashtext(?))"};
+    }
 };
 
 } // namespace
