@@ -56,6 +56,9 @@ public:
         const QString codigo = error.nativeErrorCode();
         if (codigo == "55P03")
             return "Otra persona cambia los mismos datos y no terminó en 10 segundos. Inténtelo de nuevo más tarde.";
+        if (codigo == "42501")
+            return "Su usuario del servidor no tiene permiso para esto. (" + PrimerRenglon(Dialecto::Explicar(error))
+                   + ")";
         if (codigo == "40P01")
             return "Otra persona cambia los mismos planes al mismo tiempo. Inténtelo de nuevo.";
         return PrimerRenglon(Dialecto::Explicar(error));

@@ -101,7 +101,9 @@ void Crear(const QString &archivo, bool conEjemplos)
 void RevisarCabecera(const QString &archivo)
 {
     QFile entrada(archivo);
-    if (!QFileInfo(archivo).isFile() || !entrada.open(QIODevice::ReadOnly))
+    if (!QFileInfo(archivo).isFile()) // a pipe would be waited for
+        Rechazar(archivo, "no se puede leer: no es un archivo");
+    if (!entrada.open(QIODevice::ReadOnly))
         Rechazar(archivo, "no se puede leer: " + entrada.errorString());
     if (!entrada.read(16).startsWith("SQLite format 3"))
         Rechazar(archivo, "no es de Quorvex");

@@ -1,8 +1,10 @@
 #include "data/Lexico.h"
 
 #include "data/ErrorEjecucion.h"
+#include "data/Texto.h"
 
 #include <QRegularExpression>
+#include <QSet>
 
 namespace qvx
 {
@@ -17,9 +19,12 @@ public:
 
     Sentencia Analizar()
     {
+        if (!texto.isValidUtf16()) // an engine may take the next character for its other half
+            Rechazar("La sentencia contiene medio carácter");
         Verbo();
         while (lugar < texto.size())
             Pieza();
+        RevisarTipoDeEquipo();
         return sentencia;
     }
 
@@ -133,10 +138,43 @@ private:
                 Rechazar("El texto contiene más de una sentencia");
     }
 
+    // No row is given to another equipment type: a change that names two of them was not composed by a screen.
+    void RevisarTipoDeEquipo() const
+    {
+        static const QRegularExpression asignado("\\bTe_Cve_Tipo_Equipo\\s*=\\s*\\?",
+                                                 QRegularExpression::CaseInsensitiveOption);
+        if (sentencia.forma.startsWith("SELECT"))
+            return;
+        QSet<QString> tipos;
+        for (auto hallados = asignado.globalMatch(sentencia.forma); hallados.hasNext();) {
+            const auto hasta = hallados.next().capturedEnd() - 1;
+            const auto cual = QStringView(sentencia.forma).left(hasta).count(QLatin1Char('?'));
+            tipos.insert(SinBlancosAlFinal(sentencia.valores.value(cual).toString()));
+        }
+        if (tipos.size() > 1)
+            Rechazar("La sentencia cambiaría el tipo de equipo de un registro");
+    }
+
     const QString &texto;
     qsizetype lugar = 0;
     Sentencia sentencia;
 };
+
+// Whether every parenthesis of a query belongs to a subquery or to a function that only reads what it is given. Others
+// wait, hold locks, change the session's settings, or never end.
+bool LlamadasPermitidas(const QString &forma)
+{
+    static const QRegularExpression llamada(R"(\S\s*(?=\())");
+    static const QRegularExpression permitida(R"((?xi)
+        (?: = | \b(?: WHERE | AND | ON | IN | EXISTS | MAX | MIN | COUNT | SUM | COALESCE | NULLIF | CAST | UPPER | LOWER
+                    | TRIM | RTRIM | ROUND | TIMESTAMP | CLOCK_TIMESTAMP | TRIM_SCALE
+                    | dbo\.Get_Ruta_Parte_Tipo_Equipo ) ) \s* \z)");
+    constexpr int MasLarga = 60;
+    for (auto halladas = llamada.globalMatch(forma); halladas.hasNext();)
+        if (!permitida.match(forma.left(halladas.next().capturedEnd()).right(MasLarga)).hasMatch())
+            return false;
+    return true;
+}
 
 } // namespace
 
@@ -144,15 +182,19 @@ bool FormaPermitida(const QString &forma)
 {
     static const QRegularExpression permitida(QRegularExpression::anchoredPattern(
                                                   R"((?xi)
-        SELECT\b .*
-        | INSERT\s+INTO\s+ \w+ \s*\( [\w\s,]+ \)\s*
+        INSERT\s+INTO\s+ \w+ \s*\( [\w\s,]+ \)\s*
           (?: VALUES \s*\( \s*-?\s*\? (?: \s*,\s* -?\s*\? )* \s*\)
             | SELECT\s [\w\s,?]+ \sFROM\s+ \w+ \s+WHERE\s+ \w+\s*=\s*\? ) \s*
-        | UPDATE\s+ \w+ \s+SET\s+ \w+\s*=\s*-?\s*\? (?: \s*,\s* \w+\s*=\s*-?\s*\? )*
+        | UPDATE\s+ \w+ \s+SET\s+
+          (?: Tep_Descripcion\s*=\s*\?\s*, (?: \s*Te_Cve_Tipo_Equipo\s*=\s*\?\s*, )?
+              \s*Oper_Ult_Modif\s*=\s*\?\s*, \s*Fecha_Ult_Modif\s*=\s*\?
+            | (?! Tep_Descripcion\b ) \w+\s*=\s*-?\s*\? (?: \s*,\s* \w+\s*=\s*-?\s*\? )* )
           \s*WHERE\s+ \w+\s*=\s*\? (?: \s*AND\s+ \w+\s*=\s*\? )* \s*
         | DELETE\s+ (?:FROM\s+)? \w+ \s+WHERE\s+ \w+\s*=\s*\? (?: \s*AND\s+ \w+\s*=\s*\? )* \s*
         )"),
                                               QRegularExpression::DotMatchesEverythingOption);
+    if (forma.startsWith("SELECT"))
+        return LlamadasPermitidas(forma);
     return permitida.match(forma).hasMatch();
 }
 

@@ -17,12 +17,14 @@ struct Sentencia {
 };
 
 // Takes one SELECT, INSERT, UPDATE or DELETE apart. Numbers are literals of changes only: in a query they may number
-// columns. Raises a data error for a second statement, a comment, another verb, or a null character.
+// columns. Raises a data error for a second statement, a comment, another verb, a null character, half a character, or
+// a change of rows of two equipment types.
 Sentencia Analizar(const QString &texto);
 
 // Whether a shape is one that changes rows in the ways the system does: one row of values, a copy of rows, or columns
 // set to values, and rows chosen by values of columns that all must match. A typed text with quotes in it, however they
-// are balanced, makes another shape of a statement, and widens none. Every query is allowed: it changes nothing.
+// are balanced, makes another shape of a statement, and widens none; nor does a typed description bring other columns
+// along. Queries change nothing, and are allowed as long as they call nothing but a few functions that only read.
 bool FormaPermitida(const QString &forma);
 
 } // namespace qvx

@@ -5,7 +5,8 @@
 #include "data/ErrorEjecucion.h"
 #include "data/Instalador.h"
 
-#include <algorithm>
+#include <QRegularExpression>
+#include <QSqlDatabase>
 #include <libpq-fe.h>
 
 namespace qvx
@@ -22,14 +23,11 @@ const QString SinPermiso = "42501";
 // Those that an address need not name. A server that went away is noticed by the kernel, a lock that is not given ends
 // the wait, and names mean the schema's own objects and nothing that somebody else may have put before them.
 const QList<QPair<QString, QString>> Predeterminadas{
-    {"connect_timeout", "10"},
-    {"keepalives_idle", "30"},
-    {"keepalives_interval", "10"},
-    {"keepalives_count", "3"},
-    {"tcp_user_timeout", "20000"},
-    {"application_name", "quorvex"},
-    {"options", "-c search_path=dbo,pg_temp -c lock_timeout=10s -c standard_conforming_strings=on"},
+    {"connect_timeout", "10"}, {"keepalives_idle", "30"},     {"keepalives_interval", "10"},
+    {"keepalives_count", "3"}, {"tcp_user_timeout", "20000"}, {"application_name", "quorvex"},
 };
+const QString OpcionesDeSesion =
+    "-c search_path=dbo,pg_temp -c lock_timeout=10s -c standard_conforming_strings=on -c client_min_messages=error";
 
 [[noreturn]] void Rechazar(const Servidor &servidor, const QString &motivo, const QString &codigo = {})
 {
@@ -49,10 +47,29 @@ const QList<QPair<QString, QString>> Predeterminadas{
     Rechazar(servidor, "no se puede usar: " + DialectoPostgres()->Explicar(error), codigo);
 }
 
+BaseAbierta Abrir(const Servidor &servidor, BaseAbierta::Rechazo rechazar)
+{
+    const auto preparar = [&](QSqlDatabase &base) { servidor.Preparar(base); };
+    return BaseAbierta("QPSQL", preparar, std::move(rechazar));
+}
+
 BaseAbierta Abrir(const Servidor &servidor)
 {
-    const auto preparar = [&](QSqlDatabase &base) { base.setConnectOptions(servidor.OpcionesDeConexion()); };
-    return BaseAbierta("QPSQL", preparar, [servidor](const QSqlError &error) { Rechazar(servidor, error); });
+    return Abrir(servidor, [servidor](const QSqlError &error) { Rechazar(servidor, error); });
+}
+
+// Who lacks a right here is the administrator.
+BaseAbierta AbrirParaCrear(const Servidor &servidor)
+{
+    return Abrir(servidor, [servidor](const QSqlError &error) {
+        if (error.nativeErrorCode() == SinPermiso)
+            Rechazar(servidor,
+                     "no deja crear el esquema al usuario " + servidor.Usuario()
+                         + ": lo crea el dueño de la base de datos, con derecho de crear roles. ("
+                         + DialectoPostgres()->Explicar(error) + ")",
+                     SinPermiso);
+        Rechazar(servidor, error);
+    });
 }
 
 void Sembrar(BaseAbierta &base, bool conEjemplos)
@@ -76,10 +93,32 @@ void RevisarVersion(BaseAbierta &base, const Servidor &servidor)
         Rechazar(servidor, "es de una versión de Quorvex que este programa ya no lee.");
 }
 
+// The address is never repeated when it carries one, nor is what libpq has against it.
+bool LlevaContrasena(const QString &direccion)
+{
+    static const QRegularExpression trasElUsuario("^[a-z]+://[^/@\\[]*:(?!\\d*/)[^@]*@");
+    static const QRegularExpression entreLasOpciones("[?&](ssl)?password=");
+    return trasElUsuario.match(direccion).hasMatch() || entreLasOpciones.match(direccion).hasMatch();
+}
+
+// Whom libpq takes for the user of an address that names none.
+QString UsuarioPredeterminado()
+{
+    QString usuario;
+    PQconninfoOption *predeterminadas = PQconndefaults();
+    for (const PQconninfoOption *opcion = predeterminadas; opcion && opcion->keyword; ++opcion)
+        if (qstrcmp(opcion->keyword, "user") == 0)
+            usuario = QString::fromUtf8(opcion->val);
+    PQconninfoFree(predeterminadas);
+    return usuario;
+}
+
 } // namespace
 
 Servidor::Servidor(const QString &direccion)
 {
+    if (LlevaContrasena(direccion))
+        throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar la contraseña.");
     if (!direccion.startsWith("postgresql://") && !direccion.startsWith("postgres://"))
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor es postgresql://USUARIO@EQUIPO:PUERTO/BASE.");
     char *error = nullptr;
@@ -93,8 +132,18 @@ Servidor::Servidor(const QString &direccion)
         if (opcion->val)
             opciones.append({QString::fromUtf8(opcion->keyword), QString::fromUtf8(opcion->val)});
     PQconninfoFree(leidas);
-    if (!Opcion("password").isEmpty())
+    if (!Opcion("password").isEmpty() || !Opcion("sslpassword").isEmpty())
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar la contraseña.");
+    Completar();
+}
+
+void Servidor::Completar()
+{
+    if (Opcion("dbname").isEmpty())
+        throw ErrorEjecucion(errores::Datos, "La dirección del servidor no dice qué base de datos.");
+    if (Usuario().isEmpty())
+        setUsuario(UsuarioPredeterminado());
+    Poner("options", (OpcionesDeSesion + QLatin1Char(' ') + Opcion("options")).trimmed());
     for (const auto &[nombre, valor] : Predeterminadas)
         if (Opcion(nombre).isEmpty())
             Poner(nombre, valor);
@@ -118,21 +167,33 @@ void Servidor::Poner(const QString &nombre, const QString &valor)
 QString Servidor::Nombre() const
 {
     const QString equipo = Opcion("host");
-    return "«" + Opcion("dbname") + "»" + (equipo.isEmpty() ? QString() : " de " + equipo);
+    return "«" + Base() + "»" + (equipo.isEmpty() ? QString() : " de " + equipo);
 }
 
-QString Servidor::OpcionesDeConexion() const
+QString Servidor::Equipo() const
 {
+    const QString puerto = Opcion("port");
+    const QString equipo = Opcion("host");
+    return (equipo.isEmpty() ? QString("este equipo") : equipo) + (puerto.isEmpty() ? QString() : ":" + puerto);
+}
+
+void Servidor::Preparar(QSqlDatabase &base) const
+{
+    base.setDatabaseName(Opcion("dbname"));
+    base.setUserName(Usuario());
+    base.setPassword(Opcion("password"));
     QStringList partes;
     for (const auto &[nombre, valor] : opciones) {
-        QString citado = valor;
+        if (nombre == "dbname" || nombre == "user" || nombre == "password")
+            continue;
         // The toolkit takes ";" for a separator wherever it stands.
         if (valor.contains(QLatin1Char(';')))
-            throw ErrorEjecucion(errores::Datos, "La dirección y la contraseña del servidor no pueden llevar «;».");
+            throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar «;».");
+        QString citado = valor;
         citado.replace(QLatin1Char('\\'), "\\\\").replace(QLatin1Char('\''), "\\'");
         partes.append(nombre + "='" + citado + "'");
     }
-    return partes.join(QLatin1Char(' '));
+    base.setConnectOptions(partes.join(QLatin1Char(' ')));
 }
 
 Servidor::Prueba Servidor::Probar() const
@@ -154,10 +215,14 @@ Servidor::Prueba Servidor::Probar() const
                                                               &PQfinish);
     if (PQstatus(enlace.get()) == CONNECTION_OK)
         return {Acceso::Abierto, {}};
-    const QString motivo = QString::fromUtf8(PQerrorMessage(enlace.get())).trimmed();
+    if (PQconnectionNeedsPassword(enlace.get()))
+        return {Acceso::PideContrasena, {}};
+    // Tried with and without TLS, it says the same twice.
+    QStringList motivo = QString::fromUtf8(PQerrorMessage(enlace.get())).trimmed().split(QLatin1Char('\n'));
+    motivo.removeDuplicates();
     // Also one that was not accepted.
-    const bool contrasena = PQconnectionNeedsPassword(enlace.get()) || PQconnectionUsedPassword(enlace.get());
-    return {contrasena ? Acceso::PideContrasena : Acceso::Rechazado, motivo};
+    return {PQconnectionUsedPassword(enlace.get()) ? Acceso::PideContrasena : Acceso::Rechazado,
+            motivo.join(QLatin1Char('\n'))};
 }
 
 std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor)
@@ -169,7 +234,7 @@ std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor)
 
 bool CrearEsquema(const Servidor &servidor, bool conEjemplos)
 {
-    BaseAbierta base = Abrir(servidor);
+    BaseAbierta base = AbrirParaCrear(servidor);
     base.Ejecutar("BEGIN");
     base.Ejecutar("SELECT pg_advisory_xact_lock(580)"); // two who create at the same time
     if (base.Valor("SELECT to_regclass('dbo.esquema') IS NOT NULL") == "true") {

@@ -6,6 +6,8 @@
 #include <QString>
 #include <memory>
 
+class QSqlDatabase;
+
 namespace qvx
 {
 
@@ -16,11 +18,15 @@ class Servidor
 {
 public:
     // From postgresql://USER@HOST:PORT/DB?sslmode=... Raises an ErrorEjecucion in Spanish for a text that is no such
-    // address, and for one with a password, which everybody on the machine could read.
+    // address, and for one with a password, which everybody on the machine could read. Without a user it is the one
+    // that libpq would take.
     explicit Servidor(const QString &direccion);
 
-    // How messages call it: "DB en HOST".
+    // How messages call it: "«DB» de HOST".
     QString Nombre() const;
+    QString Base() const { return Opcion("dbname"); }
+    // "HOST:PORT", as far as the address says it.
+    QString Equipo() const;
     QString Usuario() const { return Opcion("user"); }
     void setUsuario(const QString &usuario) { Poner("user", usuario); }
     // Kept in memory only, for a connection that has to be opened anew.
@@ -30,15 +36,16 @@ public:
     enum class Acceso { Abierto, PideContrasena, Rechazado };
     struct Prueba {
         Acceso acceso = Acceso::Rechazado;
-        QString motivo; // the server's or the library's own words, "" when it is open
+        QString motivo; // the server's or the library's own words, "" when it is open or only wants a password
     };
     // Signs in once and leaves. A password that is not set is looked for in PGPASSWORD and in the password file.
     Prueba Probar() const;
 
-    // As the toolkit takes them.
-    QString OpcionesDeConexion() const;
+    // Gives them to a connection that is not open yet.
+    void Preparar(QSqlDatabase &base) const;
 
 private:
+    void Completar();
     QString Opcion(const QString &nombre) const;
     void Poner(const QString &nombre, const QString &valor);
 
@@ -50,7 +57,8 @@ private:
 std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor);
 
 // Creates the schema with its catalogues, and with example plans if asked, and the roles of planners and readers, all
-// of it or nothing. False when this version of it was there already; then nothing changes. Raises an ErrorEjecucion.
+// of it or nothing. False when this version of it was there already; then nothing changes. Raises an ErrorEjecucion,
+// also for who does not own the database or may not create roles.
 bool CrearEsquema(const Servidor &servidor, bool conEjemplos);
 
 // The user of the database, who signs the changes.

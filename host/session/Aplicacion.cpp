@@ -9,6 +9,7 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QThread>
 #include <QTranslator>
 
 namespace qvx
@@ -37,6 +38,9 @@ Aplicacion::Aplicacion(int &argc, char **argv) : QApplication(argc, argv)
 
 bool Aplicacion::notify(QObject *receptor, QEvent *evento)
 {
+    // Other threads, the toolkit's own among them, have no business with the session.
+    if (QThread::currentThread() != thread())
+        return QApplication::notify(receptor, evento);
     const bool abiertaAntes = TransaccionAbierta();
     if (Sesion::Abierta())
         Sesion::Actual().Conexion().EntrarEnEvento();

@@ -88,8 +88,10 @@ QString Impedimento(const QString &tabla, const QStringList &claves)
     const QString leida = Base().Leidas().Leida(tabla, tipoEquipo, fila[servicio ? "Pm_ID" : "Tep_ID"]);
     if (!anterior.isEmpty() && !leida.isEmpty() && anterior != leida)
         return CambioAjeno(fila);
-    // A service that is moved is given without its part: it may also be left under what is no part.
-    if (servicio && claves.size() == 3 && !HayParte(tipoEquipo, fila["Tep_ID"]))
+    // A service that is moved is given without its part: dropped on the root, it is left under the root's text, no
+    // part.
+    const bool enLaRaiz = claves.size() == 2 && fila["Tep_ID"].trimmed() == "RAIZ";
+    if (servicio && !enLaRaiz && !HayParte(tipoEquipo, fila["Tep_ID"]))
         return "La parte del servicio ya no existe: otra persona la eliminó.";
     if (!servicio && !HayParte(tipoEquipo, fila["Tep_Padre"]))
         return "La parte superior ya no existe: otra persona la eliminó.";
