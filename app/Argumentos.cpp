@@ -1,24 +1,13 @@
 #include "app/Argumentos.h"
 
+#include "data/ErrorEjecucion.h"
+
 #include <QCommandLineParser>
 #include <QStandardPaths>
 #include <algorithm>
 
 namespace
 {
-
-// The operator is written between quotes into every audited row.
-bool OperadorValido(const QString &operador)
-{
-    return !operador.trimmed().isEmpty() && operador.size() <= 50
-           && std::all_of(operador.begin(), operador.end(),
-                          [](QChar c) { return c.isPrint() && c != QLatin1Char('\''); });
-}
-
-QString BaseDelUsuario()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/quorvex/quorvex.db";
-}
 
 // The options of the exchange; takes the file of --exportar from the arguments that no option names.
 void LeerIntercambio(const QCommandLineParser &lector, QStringList &sueltos, Argumentos &argumentos)
@@ -41,12 +30,63 @@ void LeerIntercambio(const QCommandLineParser &lector, QStringList &sueltos, Arg
         argumentos.error = sinClave ? "--exportar necesita la clave de un tipo de equipo." : "Falta el archivo.";
 }
 
+// The options of the shared server.
+void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
+{
+    argumentos.crearEsquema = lector.isSet("crear-esquema");
+    argumentos.conEjemplos = lector.isSet("con-ejemplos");
+    if (argumentos.conEjemplos && !argumentos.crearEsquema)
+        argumentos.error = "--con-ejemplos solo va con --crear-esquema.";
+    if (!lector.isSet("servidor")) {
+        if (argumentos.crearEsquema)
+            argumentos.error = "--crear-esquema necesita --servidor.";
+        return;
+    }
+    QStringList otras = lector.optionNames();
+    otras.removeIf([](const QString &opcion) {
+        return opcion == "servidor" || opcion == "crear-esquema" || opcion == "con-ejemplos";
+    });
+    if (argumentos.crearEsquema && !otras.isEmpty())
+        argumentos.error = "--crear-esquema va sin otra orden: --" + otras.constFirst() + " sobra.";
+    else if (lector.isSet("base-datos"))
+        argumentos.error = "--servidor y --base-datos no van juntos.";
+    else if (lector.isSet("operador"))
+        argumentos.error = "--operador no va con --servidor: firma los cambios el usuario del servidor.";
+    else if (lector.isSet("sin-ejemplos"))
+        argumentos.error = "--sin-ejemplos no va con --servidor.";
+    if (!argumentos.error.isEmpty())
+        return;
+    try {
+        argumentos.servidor.emplace(lector.value("servidor"));
+        argumentos.error = Argumentos::RevisarOperador(argumentos.servidor->Usuario());
+    } catch (const qvx::ErrorEjecucion &error) {
+        argumentos.error = error.Descripcion();
+    }
+}
+
 } // namespace
+
+QString Argumentos::BaseDelUsuario()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/quorvex/quorvex.db";
+}
+
+// The operator is written between quotes into every audited row.
+QString Argumentos::RevisarOperador(const QString &operador)
+{
+    const bool vale =
+        !operador.trimmed().isEmpty() && operador.size() <= 50
+        && std::all_of(operador.begin(), operador.end(), [](QChar c) { return c.isPrint() && c != QLatin1Char('\''); });
+    return vale ? QString() : QString("El nombre del operador debe tener de 1 a 50 caracteres, sin comillas.");
+}
 
 Argumentos Argumentos::Leer(const QStringList &linea)
 {
     QCommandLineParser lector;
     lector.addOptions({{"base-datos", "", "FILE"},
+                       {"servidor", "", "ADDRESS"},
+                       {"crear-esquema", ""},
+                       {"con-ejemplos", ""},
                        {"tipo-equipo", "", "KEY"},
                        {"operador", "", "NAME"},
                        {"sin-ejemplos", ""},
@@ -69,47 +109,25 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     argumentos.revisar = lector.isSet("revisar");
     if (argumentos.revisar && (argumentos.EsIntercambio() || lector.isSet("tipo-equipo")))
         argumentos.error = "--revisar mira todos los tipos de equipo y va sin otra orden.";
-    if (!sueltos.isEmpty())
-        argumentos.error = "Argumento de más: " + sueltos.constFirst();
+    LeerServidor(lector, argumentos);
+    if (!sueltos.isEmpty()) // an address is not repeated: it may carry a password
+        argumentos.error = sueltos.constFirst().startsWith("postgres")
+                               ? QString("La dirección del servidor va después de --servidor.")
+                               : "Argumento de más: " + sueltos.constFirst();
     if (!argumentos.error.isEmpty())
         return argumentos;
-    argumentos.baseDatos = lector.isSet("base-datos") ? lector.value("base-datos") : BaseDelUsuario();
     argumentos.tipoEquipo = lector.value("tipo-equipo");
-    argumentos.operador =
-        lector.isSet("operador") ? lector.value("operador") : qEnvironmentVariable("USER", "operador");
     argumentos.sinEjemplos = lector.isSet("sin-ejemplos");
     argumentos.ayuda = lector.isSet("ayuda");
     argumentos.version = lector.isSet("version");
-    if (argumentos.baseDatos.isEmpty())
-        argumentos.error = "--base-datos necesita un archivo.";
-    else if ((argumentos.tipoEquipo + argumentos.exportar).contains(QLatin1Char('\'')))
+    if ((argumentos.tipoEquipo + argumentos.exportar).contains(QLatin1Char('\''))) {
         argumentos.error = "La clave del tipo de equipo no puede llevar comillas.";
-    else if (!OperadorValido(argumentos.operador))
-        argumentos.error = "El nombre del operador debe tener de 1 a 50 caracteres, sin comillas.";
+    } else if (!argumentos.servidor) {
+        argumentos.baseDatos = lector.isSet("base-datos") ? lector.value("base-datos") : BaseDelUsuario();
+        argumentos.operador =
+            lector.isSet("operador") ? lector.value("operador") : qEnvironmentVariable("USER", "operador");
+        argumentos.error = argumentos.baseDatos.isEmpty() ? QString("--base-datos necesita un archivo.")
+                                                          : RevisarOperador(argumentos.operador);
+    }
     return argumentos;
-}
-
-QString Argumentos::Ayuda()
-{
-    return "Uso: quorvex [opciones]\n"
-           "\n"
-           "Plan de mantenimiento por tipo de equipo.\n"
-           "\n"
-           "  --base-datos ARCHIVO  Base de datos que se abre; si no existe, se crea.\n"
-           "                        Sin esta opción: "
-           + BaseDelUsuario()
-           + "\n"
-             "  --tipo-equipo CLAVE   Abre la pantalla en este tipo de equipo.\n"
-             "  --operador NOMBRE     Quién firma los cambios. Sin esta opción: el usuario del sistema.\n"
-             "  --sin-ejemplos        Al crear la base de datos, deja los planes vacíos.\n"
-             "  --exportar CLAVE ARCHIVO\n"
-             "                        Escribe el plan de un tipo de equipo en un archivo XML, sin ventana.\n"
-             "  --importar ARCHIVO    Reemplaza un plan por el del archivo XML, sin ventana. Sin --si, solo lo "
-             "revisa.\n"
-             "  --si                  Contesta que sí a la pregunta de --importar.\n"
-             "  --validar ARCHIVO     Dice renglón por renglón en qué no cumple un archivo XML con el formato.\n"
-             "  --revisar             Dice qué partes y servicios no se ven en el árbol, sin ventana y sin cambiar "
-             "nada.\n"
-             "  --ayuda               Muestra este texto.\n"
-             "  --version             Muestra la versión.\n";
 }

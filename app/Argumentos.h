@@ -1,21 +1,27 @@
 #pragma once
 
+#include "data/Servidor.h"
+
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 // The command line of the stand-alone host.
 struct Argumentos {
-    QString baseDatos;  // file; the user's data folder when not given
-    QString tipoEquipo; // equipment type to open on, "" for none
-    QString operador;   // the system's user when not given
+    QString baseDatos;                     // file; the user's data folder when neither it nor a server is given
+    std::optional<qvx::Servidor> servidor; // in its place
+    QString tipoEquipo;                    // equipment type to open on, "" for none
+    QString operador;                      // the system's user when not given; not of a server, which knows its own
     bool sinEjemplos = false;
     // Without a window: at most one of the three, and its file. exportar holds the equipment type's key.
     QString exportar;
     bool importar = false;
     bool validar = false;
     QString archivo;
-    bool si = false;      // questions of the import are answered Yes
-    bool revisar = false; // without a window: what the trees do not reach
+    bool si = false;           // questions of the import are answered Yes
+    bool revisar = false;      // without a window: what the trees do not reach
+    bool crearEsquema = false; // without a window: on the server
+    bool conEjemplos = false;
     bool ayuda = false;
     bool version = false;
     QString error; // why the command line is wrong, "" when it is right
@@ -23,4 +29,8 @@ struct Argumentos {
     static Argumentos Leer(const QStringList &linea);
     bool EsIntercambio() const { return !exportar.isEmpty() || importar || validar; }
     static QString Ayuda();
+
+    static QString BaseDelUsuario();
+    // Why somebody of this name cannot sign changes, "" when he can.
+    static QString RevisarOperador(const QString &operador);
 };

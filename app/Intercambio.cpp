@@ -1,5 +1,6 @@
 #include "app/Intercambio.h"
 
+#include "app/Acceso.h"
 #include "app/Argumentos.h"
 #include "app/Componente.h"
 #include "app/InteraccionDeConsola.h"
@@ -8,7 +9,6 @@
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
-#include "data/Instalador.h"
 #include "session/Sesion.h"
 #include "session/UnidadC.h"
 #include "xml/EsquemaXml.h"
@@ -71,8 +71,7 @@ bool Intercambiar(const Argumentos &argumentos)
     auto consola =
         std::make_unique<InteraccionDeConsola>(QFileInfo(argumentos.archivo).absoluteFilePath(), argumentos.si);
     const InteraccionDeConsola &respuestas = *consola;
-    const qvx::Sesion sesion(qvx::AbrirBaseDeDatos(argumentos.baseDatos, !argumentos.sinEjemplos), argumentos.operador,
-                             std::move(consola));
+    const auto sesion = IniciarSesion(argumentos, AbrirBase(argumentos), std::move(consola));
     const std::unique_ptr<QWidget> pantalla(CrearPantalla());
     const bool ofrecido =
         argumentos.importar ? Pulsar(*pantalla, "B2", "Importar XML") : Exportar(*pantalla, argumentos.exportar);

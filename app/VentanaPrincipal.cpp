@@ -12,6 +12,19 @@
 #include <QMenuBar>
 #include <QStatusBar>
 
+namespace
+{
+
+// Names are no markup.
+QLabel *Rotulo(const QString &texto)
+{
+    auto *rotulo = new QLabel(texto);
+    rotulo->setTextFormat(Qt::PlainText);
+    return rotulo;
+}
+
+} // namespace
+
 VentanaPrincipal::VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo_, const QString &operador,
                                    const QString &baseDatos)
     : tipoEquipo(tipoEquipo_)
@@ -20,8 +33,8 @@ VentanaPrincipal::VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo_
     pantalla->setProperty("Padre", QVariant::fromValue(static_cast<QObject *>(this)));
     setCentralWidget(pantalla);
     PonerMenu();
-    statusBar()->addWidget(new QLabel("Operador: " + operador));
-    statusBar()->addPermanentWidget(new QLabel(baseDatos));
+    statusBar()->addWidget(Rotulo("Operador: " + operador));
+    statusBar()->addPermanentWidget(Rotulo(baseDatos));
     resize(1280, 760);
     if (auto *forma = qobject_cast<qvx::Formulario *>(pantalla))
         connect(forma, &qvx::Formulario::Descargado, this, &QWidget::close);

@@ -1,3 +1,4 @@
+#include "app/Acceso.h"
 #include "app/Argumentos.h"
 #include "app/Componente.h"
 #include "app/Intercambio.h"
@@ -5,7 +6,6 @@
 #include "controls/InteraccionQt.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
-#include "data/Instalador.h"
 #include "session/Aplicacion.h"
 #include "session/Integridad.h"
 #include "session/Sesion.h"
@@ -27,31 +27,42 @@ void Escribir(FILE *salida, const QString &texto)
 }
 
 // Told on the standard error, and in a box to whoever started the program from a menu.
-int Reportar(const QString &error)
+int Reportar(const QString &error, const QString &detalles = {})
 {
-    Escribir(stderr, error);
-    if (QGuiApplication::platformName() != "offscreen")
-        qvx::InteraccionQt().Mensaje({error, qvx::mensaje::Critico, "Quorvex", 0, "QVX", "ERR-ID:1000002", {}});
+    Escribir(stderr, detalles.isEmpty() ? error : error + '\n' + detalles);
+    const auto *aplicacion = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    if (aplicacion && QGuiApplication::platformName() != "offscreen")
+        qvx::InteraccionQt().Mensaje({error, qvx::mensaje::Critico, "Quorvex", 0, "QVX", "ERR-ID:1000002", detalles});
     return Fallido;
 }
 
-int Correr(const Argumentos &argumentos)
+// Does what was ordered and gives the exit code.
+template <class Pasos>
+int ConReporte(Pasos &&pasos)
 {
     try {
-        if (argumentos.EsIntercambio())
-            return Intercambiar(argumentos) ? Hecho : Fallido;
-        qvx::Sesion sesion(qvx::AbrirBaseDeDatos(argumentos.baseDatos, !argumentos.sinEjemplos), argumentos.operador,
-                           std::make_unique<qvx::InteraccionQt>());
-        VentanaPrincipal ventana(CrearPantalla(), argumentos.tipoEquipo, argumentos.operador, argumentos.baseDatos);
-        // Served to a browser there is no window manager: the window takes the whole screen.
-        if (qEnvironmentVariableIsSet("QVX_PANTALLA_COMPLETA"))
-            ventana.showFullScreen();
-        else
-            ventana.show();
-        return QApplication::exec();
+        return pasos();
+    } catch (const SinAcceso &error) {
+        return Reportar(error.Descripcion(), error.Detalles());
     } catch (const qvx::ErrorEjecucion &error) {
         return Reportar(error.Descripcion());
     }
+}
+
+int Mostrar(const Argumentos &argumentos)
+{
+    auto conexion = AbrirBaseConVentana(argumentos);
+    if (!conexion)
+        return Fallido;
+    const auto sesion = IniciarSesion(argumentos, std::move(conexion), std::make_unique<qvx::InteraccionQt>());
+    VentanaPrincipal ventana(CrearPantalla(), argumentos.tipoEquipo, sesion->Operador(),
+                             argumentos.servidor ? argumentos.servidor->Nombre() : argumentos.baseDatos);
+    // Served to a browser there is no window manager: the window takes the whole screen.
+    if (qEnvironmentVariableIsSet("QVX_PANTALLA_COMPLETA"))
+        ventana.showFullScreen();
+    else
+        ventana.show();
+    return QApplication::exec();
 }
 
 QString EnUnRenglon(const qvx::Suelto &suelto)
@@ -63,22 +74,26 @@ QString EnUnRenglon(const qvx::Suelto &suelto)
 }
 
 // Finding nothing is the good end.
-int Revisar(const QString &baseDatos)
+int Revisar(const Argumentos &argumentos)
 {
-    try {
-        if (!QFileInfo::exists(baseDatos)) // opening would make it
-            throw qvx::ErrorEjecucion(qvx::errores::Datos, "La base de datos «" + baseDatos + "» no existe.");
-        const auto conexion = qvx::AbrirBaseDeDatos(baseDatos, false);
-        const auto sueltos = qvx::BuscarSueltos(*conexion);
-        for (const qvx::Suelto &suelto : sueltos)
-            Escribir(stdout, EnUnRenglon(suelto));
-        if (sueltos.isEmpty())
-            Escribir(stdout, "No se encontró nada que corregir.");
-        return sueltos.isEmpty() ? Hecho : Fallido;
-    } catch (const qvx::ErrorEjecucion &error) {
-        Escribir(stderr, error.Descripcion());
-        return Fallido;
-    }
+    if (!argumentos.servidor && !QFileInfo::exists(argumentos.baseDatos)) // opening would make it
+        throw qvx::ErrorEjecucion(qvx::errores::Datos, "La base de datos «" + argumentos.baseDatos + "» no existe.");
+    const auto conexion = AbrirBase(argumentos);
+    const auto sueltos = qvx::BuscarSueltos(*conexion);
+    for (const qvx::Suelto &suelto : sueltos)
+        Escribir(stdout, EnUnRenglon(suelto));
+    if (sueltos.isEmpty())
+        Escribir(stdout, "No se encontró nada que corregir.");
+    return sueltos.isEmpty() ? Hecho : Fallido;
+}
+
+int Crear(const Argumentos &argumentos)
+{
+    const QString nombre = argumentos.servidor->Nombre();
+    Escribir(stdout, CrearEsquema(argumentos) ? "Se creó el esquema de Quorvex en la base de datos " + nombre
+                                                    + ", con los roles quorvex_planificadores y quorvex_lectores."
+                                              : QString("El esquema ya está al día."));
+    return Hecho;
 }
 
 } // namespace
@@ -98,12 +113,14 @@ int main(int argc, char **argv)
         Escribir(stdout, argumentos.ayuda ? Argumentos::Ayuda() : QString("Quorvex " QVX_VERSION));
         return Hecho;
     }
-    if (argumentos.revisar) {
+    if (argumentos.revisar || argumentos.crearEsquema) {
         const QCoreApplication sinPantalla(argc, argv);
-        return Revisar(argumentos.baseDatos);
+        return ConReporte([&] { return argumentos.revisar ? Revisar(argumentos) : Crear(argumentos); });
     }
     if (argumentos.EsIntercambio())
         qputenv("QT_QPA_PLATFORM", "offscreen"); // runs where there is no display
     qvx::Aplicacion aplicacion(argc, argv);
-    return Correr(argumentos);
+    return ConReporte([&] {
+        return argumentos.EsIntercambio() ? (Intercambiar(argumentos) ? Hecho : Fallido) : Mostrar(argumentos);
+    });
 }

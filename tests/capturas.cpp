@@ -1,5 +1,6 @@
 // Takes the pictures of the documents from the real screen, on the example plans: capturas FOLDER.
 
+#include "app/DialogoEntrada.h"
 #include "controls/Comunes.h"
 #include "controls/Controles.h"
 #include "controls/InteraccionQt.h"
@@ -92,6 +93,23 @@ void RetratarPlan(const Escenario &escenario, QWidget &pantalla)
     QFile::remove(archivo);
 }
 
+// The sign-in at a server, and one that was refused.
+void RetratarEntrada()
+{
+    qvx::Servidor servidor("postgresql://mlopez@servidor.taller.example:5432/mantenimiento?sslmode=verify-full");
+    const QList<QPair<QString, QString>> entradas{
+        {"entrada", ""},
+        {"entrada_rechazada", "connection to server at \"servidor.taller.example\" (192.0.2.7), port 5432 failed: "
+                              "FATAL:  password authentication failed for user \"mlopez\""}};
+    for (const auto &[nombre, motivo] : entradas) {
+        DialogoEntrada dialogo(servidor, motivo);
+        dialogo.show();
+        if (!QTest::qWaitForWindowActive(&dialogo))
+            qFatal("La ventana no se activó");
+        Guardar(dialogo, nombre);
+    }
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -102,6 +120,7 @@ int main(int argc, char **argv)
     carpeta.setPath(QString::fromLocal8Bit(argv[1]));
 
     QCursor::setPos(640, 740); // over no button
+    RetratarEntrada();
     Escenario escenario(true);
     QWidget &pantalla = escenario.Pantalla("0001");
     auto &arbol = escenario.De<TreeView>("tvPartes");

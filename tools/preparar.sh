@@ -36,7 +36,8 @@ instalar() {
         [ -z "${CI:-}" ] || como+=(-n)
     fi
     aviso "Installing from Debian: ${faltan[*]}"
-    como+=(env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300)
+    # Where the server's installation reads whether to make and start a cluster of its own.
+    como+=(env DEBIAN_FRONTEND=noninteractive PGSYSCONFDIR="$PWD/tools/sin_cluster" apt-get -o DPkg::Lock::Timeout=300)
     # The lists of a machine with one unreachable source may still be good enough: the installation itself decides.
     registrar apt-update "${como[@]}" update || true
     paso apt-install "${como[@]}" install -y --no-install-recommends "${faltan[@]}"

@@ -2,14 +2,28 @@
 -- Both are roles of the whole server: they may be there already for another database of it.
 
 DO $$
+DECLARE
+    rol text;
 BEGIN
-    IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = 'quorvex_planificadores') THEN
-        CREATE ROLE quorvex_planificadores NOLOGIN;
+    FOREACH rol IN ARRAY ARRAY['quorvex_planificadores', 'quorvex_lectores'] LOOP
+        CONTINUE WHEN EXISTS (SELECT FROM pg_roles WHERE rolname = rol);
+        BEGIN
+            EXECUTE format('CREATE ROLE %I NOLOGIN', rol);
+        EXCEPTION WHEN duplicate_object OR unique_violation THEN
+            NULL; -- by another database's administrator, at the same time
+        END;
+    END LOOP;
+    EXECUTE format('REVOKE CREATE, TEMPORARY ON DATABASE %I FROM PUBLIC', current_database());
+    IF to_regnamespace('public') IS NOT NULL THEN
+        REVOKE CREATE ON SCHEMA public FROM PUBLIC;
     END IF;
-    IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = 'quorvex_lectores') THEN
-        CREATE ROLE quorvex_lectores NOLOGIN;
-    END IF;
-    EXECUTE format('REVOKE TEMPORARY ON DATABASE %I FROM PUBLIC', current_database());
+    -- Only the owner takes rights away; from anybody else the server keeps them with a warning.
+    FOREACH rol IN ARRAY ARRAY['quorvex_planificadores', 'quorvex_lectores'] LOOP
+        IF has_database_privilege(rol, current_database(), 'CREATE, TEMPORARY')
+           OR has_schema_privilege(rol, to_regnamespace('public'), 'CREATE') THEN
+            RAISE insufficient_privilege USING MESSAGE = 'role ' || rol || ' could create tables of its own';
+        END IF;
+    END LOOP;
 END
 $$;
 

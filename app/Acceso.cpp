@@ -1,0 +1,76 @@
+#include "app/Acceso.h"
+
+#include "app/Argumentos.h"
+#include "app/DialogoEntrada.h"
+#include "data/Conexion.h"
+#include "data/Instalador.h"
+#include "session/Interaccion.h"
+#include "session/Sesion.h"
+
+using qvx::Servidor;
+
+namespace
+{
+
+[[noreturn]] void Negar(const Servidor &servidor, const QString &motivo)
+{
+    throw SinAcceso("No se pudo entrar a la base de datos " + servidor.Nombre() + ".", motivo);
+}
+
+// Nobody is there to be asked.
+void EntrarSinPreguntar(const Servidor &servidor)
+{
+    const auto [acceso, motivo] = servidor.Probar();
+    if (acceso == Servidor::Acceso::PideContrasena && motivo.isEmpty())
+        Negar(servidor, "El servidor pide la contraseña de " + servidor.Usuario()
+                            + ": póngala en la variable PGPASSWORD o en el archivo de contraseñas.");
+    if (acceso != Servidor::Acceso::Abierto)
+        Negar(servidor, motivo);
+}
+
+bool EntrarPreguntando(Servidor &servidor)
+{
+    const auto [acceso, motivo] = ProbarEnEspera(servidor);
+    if (acceso == Servidor::Acceso::Rechazado)
+        Negar(servidor, motivo);
+    return acceso == Servidor::Acceso::Abierto || DialogoEntrada(servidor, motivo).exec() == QDialog::Accepted;
+}
+
+} // namespace
+
+std::unique_ptr<qvx::Conexion> AbrirBase(const Argumentos &argumentos)
+{
+    if (!argumentos.servidor)
+        return qvx::AbrirBaseDeDatos(argumentos.baseDatos, !argumentos.sinEjemplos);
+    EntrarSinPreguntar(*argumentos.servidor);
+    return qvx::AbrirServidor(*argumentos.servidor);
+}
+
+std::unique_ptr<qvx::Conexion> AbrirBaseConVentana(const Argumentos &argumentos)
+{
+    if (!argumentos.servidor)
+        return AbrirBase(argumentos);
+    Servidor servidor = *argumentos.servidor;
+    if (!EntrarPreguntando(servidor))
+        return nullptr;
+    return qvx::AbrirServidor(servidor);
+}
+
+bool CrearEsquema(const Argumentos &argumentos)
+{
+    EntrarSinPreguntar(*argumentos.servidor);
+    return qvx::CrearEsquema(*argumentos.servidor, argumentos.conEjemplos);
+}
+
+std::unique_ptr<qvx::Sesion> IniciarSesion(const Argumentos &argumentos, std::unique_ptr<qvx::Conexion> conexion,
+                                           std::unique_ptr<qvx::Interaccion> interaccion)
+{
+    if (!argumentos.servidor)
+        return std::make_unique<qvx::Sesion>(std::move(conexion), argumentos.operador, std::move(interaccion));
+    qvx::Conexion &base = *conexion; // lives as long as the session
+    const QString operador = qvx::OperadorDelServidor(base);
+    if (const QString error = Argumentos::RevisarOperador(operador); !error.isEmpty())
+        throw qvx::ErrorEjecucion(qvx::errores::Datos, error);
+    return std::make_unique<qvx::Sesion>(std::move(conexion), operador, std::move(interaccion),
+                                         [&base] { return qvx::HoraDelServidor(base); });
+}
