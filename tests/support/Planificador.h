@@ -1,0 +1,68 @@
+#pragma once
+
+#include "support/Plan.h"
+
+namespace comunesQVX
+{
+class ListView;
+class TreeView;
+} // namespace comunesQVX
+
+// A planner at the screen: every command of it, with real widgets, clicks and keys, on the equipment type that is on
+// the screen. Nodes are chosen by their keys ("N0001").
+class Planificador
+{
+public:
+    // Around the step that carries a command out: antes before it, and after it otraVez says whether it is tried again.
+    struct Intento {
+        std::function<void()> antes;
+        std::function<bool()> otraVez;
+    };
+    explicit Planificador(Escenario &escenario_, Intento intento_ = {});
+
+    void ElegirTipo(const QString &tipo);
+    void Releer(); // F5
+    // The keys of the parts in the tree, with "N" before, without the root; retired ones or the others.
+    QStringList Nodos(bool retirados) const;
+    bool TieneHijas(const QString &nodo) const;
+    // The services in the list of a part.
+    QStringList Servicios(const QString &nodo);
+
+    // The key under which the new part or service was saved, "" when the form was still open at the end: then it is
+    // closed, and forma says what was typed in it.
+    QString NuevaParte(const QString &nodo, const QString &descripcion);
+    QString NuevoServicio(const QString &nodo, const QString &precio);
+    // Whether the form closed itself.
+    bool EditarParte(const QString &nodo, const QString &descripcion);
+    bool CambiarServicio(const QString &nodo, const QString &folio, const QString &precio);
+    void Rotular(const QString &nodo, const QString &descripcion);
+    void Retirar(const QString &nodo);
+    void Reactivar(const QString &nodo);
+    void EliminarParte(const QString &nodo, const std::function<void()> &alPreguntar = {});
+    void EliminarServicio(const QString &nodo, const QString &folio);
+    void Mover(const QString &nodo, const QString &folio, const QString &destino);
+    void Copiar(const QString &tipo);
+    void Importar(const QString &ruta);
+    void Exportar(const QString &ruta);
+
+    // What the last form that stayed open held.
+    QString forma;
+
+private:
+    using Pasos = std::function<void(QWidget &)>;
+
+    comunesQVX::TreeView &Arbol() const;
+    comunesQVX::ListView &Lista() const;
+    QWidget &Barra() const;
+    void Mandar(const QString &nodo, const QString &comando);
+    void Intentar(const std::function<void()> &paso);
+    void ElegirServicio(const QString &nodo, const QString &folio);
+    void EnLaForma(const std::function<void()> &abrir, const Pasos &pasos);
+    QString Guardar(QWidget &dialogo, const QString &barra, const QString &clave, const QStringList &cajas);
+
+    Escenario &escenario;
+    Intento intento;
+};
+
+// Types a valid service with a line of each kind into its editor.
+void LlenarServicio(const Escenario &escenario, QWidget &editor);
