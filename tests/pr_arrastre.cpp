@@ -1,4 +1,5 @@
 #include "controls/Comunes.h"
+#include "support/Averia.h"
 #include "support/Plan.h"
 
 #include <QDragEnterEvent>
@@ -106,7 +107,7 @@ void PrArrastre::mover()
     QVERIFY(Soltar(Folios(), "N0005"));
     QStringList traza = escenario->Traza();
     QCOMPARE(traza.mid(0, 4),
-             (QStringList{"-\tBEGIN IMMEDIATE",
+             (QStringList{motor::Inicio(),
                           "1\tSELECT * FROM Plan_Mantenimiento WHERE  Pm_ID = '000001'    AND Tep_ID = '0002'    AND "
                           "Te_Cve_Tipo_Equipo = '0900' ",
                           "1\tUPDATE Plan_Mantenimiento SET Tep_ID = '0005 ', Oper_Ult_Modif = 'mlopez', "
@@ -184,7 +185,7 @@ void PrArrastre::varias()
     escenario->Traza();
     QVERIFY(Soltar(Folios(), "N0005"));
     QCOMPARE(escenario->Traza(),
-             (QStringList{"-\tBEGIN IMMEDIATE",
+             (QStringList{motor::Inicio(),
                           "0\tSELECT * FROM Plan_Mantenimiento WHERE  Pm_ID = '000001\\r\\n000002'    AND Tep_ID = "
                           "'0002'    AND Te_Cve_Tipo_Equipo = '0900' ",
                           "-\tABANDONADA", "-\tROLLBACK"}));
@@ -211,6 +212,7 @@ void PrArrastre::soltar_data()
     };
     const QString deBaja = "48|Quorvex|KT580|ERR-ID:7500038|El servicio seleccionado es de una parte dada de baja, no "
                            "se puede copiar";
+    const QString trampa = "16|Copiar_Servicio|KT580|ERR-ID:7500043|";
     const QString firmada = "|000001|mlopez|2026-03-14 09:26:53|3";
     fila("de una de baja a otra", "N0003", "N0003", "000003", "", deBaja);
     fila("de una de baja", "N0003", "N0005", "000003", "", deBaja);
@@ -226,10 +228,9 @@ void PrArrastre::soltar_data()
     fila("texto ajeno", "N0002", "N0005", "hola", "", "");
     fila("texto vacío", "N0002", "N0005", "", "", "");
     fila("folio de otra parte", "N0002", "N0005", "000003", "", "");
-    fila("comilla", "N0002", "N0005", "O'Hara", "",
-         "16|Copiar_Servicio|KT580|ERR-ID:7500043|near \"Hara\": syntax error");
+    fila("comilla", "N0002", "N0005", "O'Hara", "", trampa + motor::Sintaxis("Hara"));
     fila("condición ajena", "N0002", "N0005", "x' OR '1'='1", "",
-         "48|Quorvex|KT580|ERR-ID:7500042|El registro ya no existe: otra persona lo eliminó o lo cambió de lugar.");
+         trampa + "La sentencia contiene un carácter inesperado");
 }
 
 // A drop moves one service of the selected part or changes nothing, with the right words, on the screen's window.
@@ -261,16 +262,13 @@ void PrArrastre::fallas_data()
 {
     QTest::addColumn<QString>("falla");
     QTest::addColumn<QString>("mensaje");
-    const auto disparador = [](const QString &suceso) {
-        return "CREATE TRIGGER f BEFORE " + suceso + " BEGIN SELECT RAISE(ABORT, 'falla'); END";
-    };
-    const QString trampa = "16|Copiar_Servicio|KT580|ERR-ID:7500043|falla";
-    QTest::newRow("servicio") << disparador("UPDATE ON Plan_Mantenimiento") << trampa;
-    QTest::newRow("líneas") << disparador("UPDATE ON Plan_Mantenimiento_Detalle") << trampa;
-    QTest::newRow("registro") << disparador("INSERT ON Registro_Cambio") << "48|Quorvex|KT580|ERR-ID:7500042|falla";
-    const QString ocupada = "16|Copiar_Servicio|KT580|ERR-ID:7500043|database is locked";
-    QTest::newRow("comienzo") << "ocupada" << ocupada;
-    QTest::newRow("confirmación") << "leyendo" << ocupada;
+    const QString trampa = "16|Copiar_Servicio|KT580|ERR-ID:7500043|";
+    QTest::newRow("servicio") << "UPDATE ON Plan_Mantenimiento" << trampa + "falla";
+    QTest::newRow("líneas") << "UPDATE ON Plan_Mantenimiento_Detalle" << trampa + "falla";
+    QTest::newRow("registro") << "INSERT ON Registro_Cambio"
+                              << "48|Quorvex|KT580|ERR-ID:7500042|falla";
+    QTest::newRow("comienzo") << "ocupada" << trampa + motor::Ocupada();
+    QTest::newRow("confirmación") << "confirmación" << trampa + motor::NoConfirma();
 }
 
 // Header and lines stay together under their part; the same drop then succeeds.
@@ -279,20 +277,13 @@ void PrArrastre::fallas()
     QFETCH(QString, falla);
     ElegirNodo(Arbol(), "N0002");
     const QStringList antes = escenario->Tablas();
-    std::unique_ptr<QObject> otro;
-    if (falla == "ocupada")
-        otro = escenario->Ocupar();
-    else if (falla == "leyendo")
-        otro = escenario->Leyendo();
-    else
-        escenario->Motor(falla);
+    Averia averia(*escenario, falla);
     Soltar("000001", "N0005");
     QTEST(Mensajes().join('\n'), "mensaje");
-    otro.reset();
+    averia.Reparar();
     QCOMPARE(escenario->Tablas(), antes);
     QCOMPARE(Lista().Count(), 2);
 
-    escenario->Motor("DROP TRIGGER IF EXISTS f");
     Soltar("000001", "N0005");
     QCOMPARE(Servicios().constFirst(), "0900|0005 |000001|mlopez|2026-03-14 09:26:53|3");
     QCOMPARE(Lista().Count(), 1);

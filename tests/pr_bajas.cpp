@@ -1,6 +1,7 @@
 #include "controls/Comunes.h"
 #include "controls/Controles.h"
 #include "controls/txtQVX.h"
+#include "support/Averia.h"
 #include "support/Plan.h"
 
 #include <QRegularExpression>
@@ -34,7 +35,7 @@ private:
     Controles &Barra() { return escenario->De<Controles>("Controles"); }
     QStringList Mensajes() { return escenario->Personas().Tomar(); }
     void Preparar(const QString &sql);
-    QString Lista(const QString &columnas, const QString &condicion = "1");
+    QString Lista(const QString &columnas, const QString &condicion = "1 = 1");
     void Vuelta();
     void Cambiar(const QString &comando);
 
@@ -71,11 +72,6 @@ QString EnCorto(const QStringList &traza)
             corto.append(renglon.mid(2).section(' ', 0, 0));
     }
     return corto.join(' ');
-}
-
-QString Disparo(const QString &cuando)
-{
-    return "CREATE TRIGGER f BEFORE " + cuando + " BEGIN SELECT RAISE(ABORT, 'falla'); END";
 }
 
 } // namespace
@@ -277,23 +273,23 @@ void PrBajas::fallas_data()
                          const QString &mensaje) { QTest::newRow(nombre) << comando << falla << preguntas << mensaje; };
     const QString sinTabla = "ALTER TABLE Tipo_Equipo_Parte RENAME TO Guardada";
     const auto parte = [](const QString &clave) {
-        return Disparo("UPDATE ON Tipo_Equipo_Parte WHEN NEW.Tep_ID = '" + clave + "'");
+        return "UPDATE ON Tipo_Equipo_Parte WHEN NEW.Tep_ID = '" + clave + "'";
     };
     const auto bitacora = [](const QString &clave) {
-        return Disparo("INSERT ON Bitacora WHEN NEW.Bi_Clave = '0900" + clave + "'");
+        return "INSERT ON Bitacora WHEN NEW.Bi_Clave = '0900" + clave + "'";
     };
     const auto segunda = [](const QString &clave) {
-        return Disparo("INSERT ON Bitacora WHEN NEW.Bi_Clave = '0900" + clave
-                       + "' AND (SELECT count(*) FROM Bitacora WHERE Bi_Clave = NEW.Bi_Clave) = 1");
+        return "INSERT ON Bitacora WHEN NEW.Bi_Clave = '0900" + clave
+               + "' AND (SELECT count(*) FROM Bitacora WHERE Bi_Clave = NEW.Bi_Clave) = 1";
     };
-    const QString registro = Disparo("INSERT ON Registro_Cambio");
+    const QString registro = "INSERT ON Registro_Cambio";
 
     // Retires 0001 with 0002, 0003 and 0004 below it.
     const QString baja = "48|Quorvex|KT580|ERR-ID:7500009|Error al dar de baja la parte del equipo";
     const QString trampaBaja = "16|Controles_Eliminar()|KT580|ERR-ID:7500011|";
     const QString avisoBaja = "48|Quorvex|KT580|ERR-ID:7500010|";
-    fila("baja: lectura", "Eliminar", sinTabla, 0, trampaBaja + "no such table: Tipo_Equipo_Parte");
-    fila("baja: inicio", "Eliminar", "OCUPADA", 0, trampaBaja + "database is locked");
+    fila("baja: lectura", "Eliminar", sinTabla, 0, trampaBaja + motor::NoHayTabla("Tipo_Equipo_Parte"));
+    fila("baja: inicio", "Eliminar", "ocupada", 0, motor::Segun(trampaBaja + motor::Ocupada(), baja));
     fila("baja: la parte", "Eliminar", parte("0001"), 0, baja);
     fila("baja: su bitácora", "Eliminar", bitacora("0001"), 0, baja);
     fila("baja: un hijo", "Eliminar", parte("0002"), 0, baja);
@@ -303,12 +299,12 @@ void PrBajas::fallas_data()
     fila("baja: el último en su llamada", "Eliminar", segunda("0004"), 0,
          avisoBaja + "La transacción falló y debe deshacerse: falla");
     fila("baja: registro", "Eliminar", registro, 0, avisoBaja + "falla");
-    fila("baja: confirmación", "Eliminar", "LEYENDO", 0, trampaBaja + "database is locked");
+    fila("baja: confirmación", "Eliminar", "confirmación", 0, trampaBaja + motor::NoConfirma());
 
     // Reactivates 0003, with 0004 below it, under a retired 0001.
     const QString reactivar = "48|Quorvex|KT580|ERR-ID:7500013|Error al reactivar la parte del equipo";
     const QString trampaReactivar = "16|Controles_Reactivar()|KT580|ERR-ID:7500015|";
-    fila("reactivar: lectura", "Reactivar", sinTabla, 0, trampaReactivar + "no such table: Tipo_Equipo_Parte");
+    fila("reactivar: lectura", "Reactivar", sinTabla, 0, trampaReactivar + motor::NoHayTabla("Tipo_Equipo_Parte"));
     fila("reactivar: la de arriba", "Reactivar", parte("0001"), 1, trampaReactivar + "falla");
     fila("reactivar: bitácora de la de arriba", "Reactivar", bitacora("0001"), 1, trampaReactivar + "falla");
     fila("reactivar: la parte", "Reactivar", parte("0003"), 1, reactivar);
@@ -318,13 +314,13 @@ void PrBajas::fallas_data()
     // Deletes 0004, the only child of 0003. There is no row of Plan_Mantenimiento whose deletion could fail: a part
     // with one is refused before.
     const QString trampaEliminar = "16|Controles_B1Click()|KT580|ERR-ID:7500016|";
-    fila("eliminar: lectura", "B1", sinTabla, 0, trampaEliminar + "no such table: Tipo_Equipo_Parte");
+    fila("eliminar: lectura", "B1", sinTabla, 0, trampaEliminar + motor::NoHayTabla("Tipo_Equipo_Parte"));
     fila("eliminar: consulta", "B1", "ALTER TABLE Prioridad_Servicio RENAME TO Guardada", 0,
-         trampaEliminar + "no such table: Prioridad_Servicio");
-    fila("eliminar: renglones", "B1", Disparo("DELETE ON Plan_Mantenimiento_Detalle"), 0, trampaEliminar + "falla");
-    fila("eliminar: la parte", "B1", Disparo("DELETE ON Tipo_Equipo_Parte"), 0, trampaEliminar + "falla");
+         trampaEliminar + motor::NoHayTabla("Prioridad_Servicio"));
+    fila("eliminar: renglones", "B1", "DELETE ON Plan_Mantenimiento_Detalle", 0, trampaEliminar + "falla");
+    fila("eliminar: la parte", "B1", "DELETE ON Tipo_Equipo_Parte", 0, trampaEliminar + "falla");
     fila("eliminar: sello", "B1", parte("0003"), 1, trampaEliminar + "falla");
-    fila("eliminar: confirmación", "B1", "LEYENDO", 1, trampaEliminar + "database is locked");
+    fila("eliminar: confirmación", "B1", "confirmación", 1, trampaEliminar + motor::NoConfirma());
 }
 
 // Whatever fails: the tables are as before and unlocked, the node is still chosen, and the same command then succeeds.
@@ -345,18 +341,12 @@ void PrBajas::fallas()
             escenario->Personas().Responder(7500047, qvx::mensaje::Si);
     };
     const QStringList antes = escenario->Tablas();
-    std::unique_ptr<QObject> otro;
-    if (falla == "OCUPADA")
-        otro = escenario->Ocupar();
-    else if (falla == "LEYENDO")
-        otro = escenario->Leyendo();
-    else
-        escenario->Motor(falla);
+    Averia averia(*escenario, falla);
     if (preguntas > 0)
         responder();
     escenario->Traza();
     Pulsar(Barra(), comando);
-    otro.reset();
+    averia.Reparar();
     QCOMPARE(escenario->Personas().ventanas.constLast(), pantalla->winId());
     const QStringList mensajes = Mensajes();
     QCOMPARE(mensajes.size(), preguntas + 1);
@@ -364,10 +354,6 @@ void PrBajas::fallas()
     if (mensajes.constLast().startsWith("48")) // a refusal takes its transaction back by itself
         QVERIFY(!escenario->Traza().contains("-\tABANDONADA"));
 
-    if (falla.startsWith("CREATE"))
-        escenario->Motor("DROP TRIGGER f");
-    else if (falla.startsWith("ALTER"))
-        escenario->Motor("ALTER TABLE Guardada RENAME TO " + falla.section(' ', 2, 2));
     QCOMPARE(escenario->Tablas(), antes);
     QVERIFY(Arbol().SelectedItem());
     responder();
@@ -410,7 +396,8 @@ void PrBajas::ramaHonda()
 {
     escenario->Motor("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) "
                      "WITH RECURSIVE n (i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n WHERE i < 200) "
-                     "SELECT '0901', printf('%04d', i), printf('%04d', i - 1), 'NIVEL ' || i FROM n");
+                     "SELECT '0901', "
+                     + ClaveDe("i", 4) + ", " + ClaveDe("i - 1", 4) + ", 'NIVEL ' || i FROM n");
     Escribir(escenario->De<textoQVX::txtQVX>("txtTipoEquipo"), "0901");
     const QString retiradas = "SELECT count(*) FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0901' AND "
                               "Es_Cve_Estado = 'BA' AND Oper_Baja = 'mlopez'";
@@ -428,7 +415,10 @@ void PrBajas::parteAncha()
 {
     escenario->Motor("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) "
                      "WITH RECURSIVE n (i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n WHERE i < 5001) "
-                     "SELECT '0901', printf('%04d', i), iif(i = 1, '0000', '0001'), 'PIEZA ' || i FROM n");
+                     "SELECT '0901', "
+                     + ClaveDe("i", 4)
+                     + ", CASE i WHEN 1 THEN '0000' ELSE '0001' END, 'PIEZA ' || i "
+                       "FROM n");
     Escribir(escenario->De<textoQVX::txtQVX>("txtTipoEquipo"), "0901");
     QCOMPARE(Arbol().Item("N0001")->childCount(), 5000);
     Cambiar("Eliminar");

@@ -125,13 +125,14 @@ void PrCiclo::cicloPorTeclado()
                              "Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0001' AND Pm_ID = '"
                              + folio + "'"),
              QStringList{"0001|45|250|HR|2500|3.5|0002|SI|2"});
-    QCOMPARE(
-        escenario.Filas("SELECT Pmd_Tipo, d.Pr_Cve_Producto, Pmd_Cantidad, Pmd_Costo = CASE Pmd_Tipo WHEN '03' THEN 0 "
-                        "ELSE Pr_Costo_Estandar END, Pmd_Importe = Pmd_Cantidad * Pmd_Costo, Pmd_Tipo_Gasto FROM "
-                        "Plan_Mantenimiento_Detalle d JOIN Producto USING (Pr_Cve_Producto) WHERE "
-                        "Te_Cve_Tipo_Equipo = '0001' AND Pm_ID = '"
-                        + folio + "' ORDER BY Pmd_ID"),
-        (QStringList{"01|0000000001|2.25|1|1|", "02|0000001001|4|1|1|0001", "03|0000002001|1|1|1|"}));
+    QCOMPARE(escenario.Filas(
+                 "SELECT Pmd_Tipo, d.Pr_Cve_Producto, Pmd_Cantidad, CAST(Pmd_Costo = CASE Pmd_Tipo WHEN '03' THEN "
+                 "0 ELSE Pr_Costo_Estandar END AS integer), CAST(Pmd_Importe = Pmd_Cantidad * Pmd_Costo AS integer), "
+                 "Pmd_Tipo_Gasto FROM "
+                 "Plan_Mantenimiento_Detalle d JOIN Producto USING (Pr_Cve_Producto) WHERE "
+                 "Te_Cve_Tipo_Equipo = '0001' AND Pm_ID = '"
+                 + folio + "' ORDER BY Pmd_ID"),
+             (QStringList{"01|0000000001|2.25|1|1|", "02|0000001001|4|1|1|0001", "03|0000002001|1|1|1|"}));
 
     // Found again at the end of the list, opened, its price changed.
     while (!lista.hasFocus())

@@ -2,7 +2,8 @@
 #include "data/ErrorEjecucion.h"
 #include "data/Lexico.h"
 #include "data/Texto.h"
-#include "support/Escenario.h"
+#include "support/Averia.h"
+#include "support/Plan.h"
 
 #include <QFile>
 
@@ -19,6 +20,8 @@ private Q_SLOTS:
     void formatos();
     void claves();
     void lexico();
+    void formas_data();
+    void formas();
     void rechazos_data();
     void rechazos();
     void dialecto();
@@ -95,6 +98,55 @@ void PrConexion::lexico()
     QVERIFY(qvx::Analizar("SELECT 'abierta").sinCerrar);
 }
 
+void PrConexion::formas_data()
+{
+    QTest::addColumn<QString>("sql");
+    QTest::addColumn<bool>("permitida");
+    const auto fila = [](const char *nombre, const QString &sql, bool permitida) {
+        QTest::newRow(nombre) << sql << permitida;
+    };
+    // As the system composes them.
+    fila("consulta", "SELECT MAX(a) AS b FROM t WHERE c = 'x' OR d IN (SELECT e FROM u) ORDER BY 1", true);
+    fila("alta", "INSERT INTO t (   a,    b ,   c ) VALUES(   '0900',    -3, 'x','y' )", true);
+    fila("cambio sin blanco", "UPDATE t SET    a = '',    b= 'f'WHERE c = 'x' and d = '0900' ", true);
+    fila("cambio numérico", "UPDATE t SET a = -1.5,   b = 1e3 WHERE    c = 'x'    AND d = 'y'    AND e = 'z' ", true);
+    fila("borrado", "DELETE FROM t WHERE    a = '0900' ", true);
+    fila("borrado sin FROM", "DELETE t  WHERE a = '0900' AND b = '0002' AND c = '1'", true);
+    fila("copia", "insert into t(a,b,c ) SELECT '0902',b,c FROM t  WHERE a = '0900'  ", true);
+    fila("descripción",
+         "UPDATE t SET    Tep_Descripcion = 'x',    Oper_Ult_Modif = 'o',    Fecha_Ult_Modif = 'f'WHERE a = 'y'", true);
+    // What quotes that a planner types could make of them.
+    fila("descripción y otra", "UPDATE t SET Tep_Descripcion = 'x', Tep_Padre = 'y' WHERE a = 'z'", false);
+    fila("espera", "SELECT a FROM t WHERE b = 'x' AND pg_sleep(9) IS NULL", false);
+    fila("dos renglones", "INSERT INTO t (a, b) VALUES ('x', 'y'), ('0902', '7')", false);
+    fila("alta con consulta", "INSERT INTO t (a, b) VALUES ('x', (SELECT b FROM t WHERE a = 'z'))", false);
+    fila("alta con expresión", "INSERT INTO t (a) VALUES ('x' || 'y')", false);
+    fila("alta o cambio", "INSERT INTO t (a) VALUES ('x') ON CONFLICT DO UPDATE SET a = 'y'", false);
+    fila("alta que contesta", "INSERT INTO t (a) VALUES ('x') RETURNING a", false);
+    fila("copia sin filtro", "INSERT INTO t (a, b) SELECT 'x', b FROM t", false);
+    fila("copia de dos", "INSERT INTO t (a) SELECT a FROM t WHERE a = 'x' UNION SELECT a FROM u WHERE a = 'y'", false);
+    fila("cambio con consulta", "UPDATE t SET a = (SELECT b FROM u) WHERE c = 'x'", false);
+    fila("cambio con expresión", "UPDATE t SET a = 'x' || b, c = 'y' WHERE d = 'z'", false);
+    fila("cambio por otra columna", "UPDATE t SET a = b WHERE c = 'x'", false);
+    fila("cambio sin filtro", "UPDATE t SET a = 'x'", false);
+    fila("cambio de todos", "UPDATE t SET a = 'x' WHERE c = 'y' OR '1' = '1'", false);
+    fila("cambio de lo distinto", "UPDATE t SET a = 'x' WHERE c <> 'y'", false);
+    fila("siempre cierto", "UPDATE t SET a = 'x' WHERE '1' = '1'", false);
+    fila("filtro con función", "UPDATE t SET a = 'x' WHERE c = lower('y')", false);
+    fila("borrado sin filtro", "DELETE FROM t", false);
+    fila("borrado de todos", "DELETE t WHERE a = 'x' OR a > ''", false);
+    fila("borrado con consulta", "DELETE FROM t WHERE a IN (SELECT a FROM t)", false);
+    fila("comillas dobles", "DELETE FROM \"t\" WHERE a = 'x'", false);
+    fila("literal junto a literal", "UPDATE t SET a = 'x' 'y' WHERE c = 'z'", false);
+}
+
+// A doubled quote is a text's own, so what a typed text can do is change the shape.
+void PrConexion::formas()
+{
+    QFETCH(QString, sql);
+    QTEST(qvx::FormaPermitida(qvx::Analizar(sql).forma), "permitida");
+}
+
 void PrConexion::rechazos_data()
 {
     QTest::addColumn<QString>("sql");
@@ -111,14 +163,14 @@ void PrConexion::rechazos_data()
                          << "no es una consulta";
     QTest::newRow("nulo") << QString("SELECT 'a") + QChar(0) + "'"
                           << "nulo";
-    QTest::newRow("comilla suelta") << "UPDATE Producto SET Pr_Descripcion = 'O'Higgins'"
-                                    << "near \"Higgins\"";
+    QTest::newRow("comilla suelta") << "UPDATE Producto SET Pr_Descripcion = 'O'Higgins'" << motor::Sintaxis("Higgins");
     QTest::newRow("sin cerrar") << "SELECT * FROM Producto WHERE Pr_Descripcion = 'x"
-                                << "unrecognized token";
+                                << motor::Segun("unrecognized token", "unterminated quoted string");
     QTest::newRow("parámetro") << "UPDATE Producto SET Pr_Descripcion = :a"
-                               << "carácter inesperado";
-    QTest::newRow("tabla") << "SELECT * FROM Nada"
-                           << "no such table";
+                               << motor::Segun("carácter inesperado", "syntax error at or near \":\"");
+    QTest::newRow("otra forma") << "UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'x' WHERE Tep_ID = '' OR ''=''"
+                                << "carácter inesperado";
+    QTest::newRow("tabla") << "SELECT * FROM Nada" << motor::NoHayTabla("Nada");
 }
 
 void PrConexion::rechazos()
@@ -150,6 +202,17 @@ void PrConexion::dialecto()
     QVERIFY(dialecto->Reescribir("SELECT dbo.Get_Ruta_Parte_Tipo_Equipo( ? , ? )AS Descripcion ")
                 .startsWith("SELECT valor AS Descripcion FROM ("));
     QVERIFY_EXCEPTION_THROWN(dialecto->Reescribir("SELECT dbo.Otra( ? , ? )AS x"), ErrorEjecucion);
+
+    // Where the server finds the equipment types that a transaction holds.
+    const auto tipos = [servidor = qvx::DialectoPostgres()](const QString &sql) {
+        return servidor->TiposDeEquipo(qvx::Analizar(sql).forma);
+    };
+    QCOMPARE(tipos("UPDATE t SET a = 'x', b = 2 WHERE Tep_ID = 'y' and te_cve_tipo_equipo='T'"), QList<int>{3});
+    QCOMPARE(tipos("INSERT INTO t (a, Te_Cve_Tipo_Equipo , b) VALUES (-1.5, 'T', 'x')"), QList<int>{1});
+    QCOMPARE(tipos("SELECT E = (SELECT E FROM t WHERE t.Te_Cve_Tipo_Equipo = 'T') FROM t WHERE a = 'x' AND "
+                   "Te_Cve_Tipo_Equipo =  'U'"),
+             (QList<int>{0, 2}));
+    QCOMPARE(tipos("SELECT * FROM t WHERE a = 'Te_Cve_Tipo_Equipo = '"), QList<int>());
 }
 
 void PrConexion::campos()
@@ -211,14 +274,16 @@ void PrConexion::transacciones()
 void PrConexion::condena()
 {
     Escenario escenario;
+    SembrarPlan(escenario);
     auto &base = qvx::Sesion::Actual().Conexion();
+    const QString cambio = "UPDATE Tipo_Equipo_Parte SET Oper_Baja = 'otro' WHERE Tep_ID = '0005'";
     base.BeginTrans();
-    base.Execute("DELETE FROM Producto");
+    base.Execute(cambio);
     QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Nada"), ErrorEjecucion);
     QVERIFY(base.EnTransaccion());
     QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Producto"), ErrorEjecucion);
     QVERIFY_EXCEPTION_THROWN(base.CommitTrans(), ErrorEjecucion);
-    QVERIFY(escenario.Motor("UPDATE Bitacora SET Bi_Oper = ''").isNull()); // its locks are gone already
+    QVERIFY(escenario.Motor(cambio).isNull()); // its locks are gone already
     base.RollbackTrans();
     QVERIFY(!base.Execute("SELECT * FROM Producto").Eof());
 }
@@ -227,6 +292,7 @@ void PrConexion::condena()
 void PrConexion::abandonada()
 {
     Escenario escenario;
+    SembrarPlan(escenario);
     auto &base = qvx::Sesion::Actual().Conexion();
     struct Receptor : QObject {
         std::function<void()> pasos;
@@ -241,35 +307,39 @@ void PrConexion::abandonada()
         QEvent evento(QEvent::User);
         QCoreApplication::sendEvent(&receptor, &evento);
     };
+    const QStringList antes = escenario.Tablas();
     enEvento([&] {
         base.BeginTrans();
-        base.Execute("DELETE FROM Producto");
-        enEvento([&] { base.Execute("DELETE FROM Tipo_Gasto"); });
+        base.Execute("DELETE Plan_Mantenimiento WHERE Pm_ID = '000001'");
+        enEvento([&] { base.Execute("DELETE Tipo_Equipo_Parte WHERE Tep_ID = '0001'"); });
         QVERIFY(base.EnTransaccion());
     });
     QVERIFY(!base.EnTransaccion());
-    QVERIFY(escenario.Motor("SELECT count(*) FROM Tipo_Gasto").toInt() > 0);
+    QCOMPARE(escenario.Tablas(), antes);
 
     enEvento([&] { base.Execute("SELECT * FROM Nada"); });
-    QCOMPARE(escenario.Personas().Tomar(), QStringList{"16|Quorvex|QVX|ERR-ID:1000000|no such table: Nada"});
+    QCOMPARE(escenario.Personas().Tomar(), QStringList{"16|Quorvex|QVX|ERR-ID:1000000|" + motor::NoHayTabla("Nada")});
 }
 
+// The embedded engine holds the file from the start of a transaction, the server a plan from its first statement.
 void PrConexion::bloqueada()
 {
     Escenario escenario;
+    SembrarPlan(escenario);
     auto &base = qvx::Sesion::Actual().Conexion();
     const auto ocupada = escenario.Ocupar();
     QElapsedTimer espera;
     espera.start();
     try {
         base.BeginTrans();
+        base.Execute("SELECT * FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900 '");
         QFAIL("No falló");
     } catch (const ErrorEjecucion &error) {
-        QCOMPARE(error.Descripcion(), "database is locked");
-        QCOMPARE(error.CodigoMotor(), "5");
+        QCOMPARE(error.Descripcion(), motor::Ocupada());
+        QCOMPARE(error.CodigoMotor(), motor::Segun("5", "55P03"));
     }
     QVERIFY(espera.elapsed() >= 4000);
-    QVERIFY(!base.EnTransaccion());
+    QCOMPARE(base.EnTransaccion(), motor::EsPostgres()); // doomed
 }
 
 void PrConexion::traza()
@@ -278,12 +348,12 @@ void PrConexion::traza()
     auto &base = qvx::Sesion::Actual().Conexion();
     escenario.Traza();
     base.BeginTrans();
-    base.Execute("DELETE FROM Bitacora WHERE Bi_Clave = 'a\nb'");
+    base.Execute("DELETE FROM Plan_Mantenimiento WHERE Pm_ID = 'a\nb'");
     base.RollbackTrans();
     QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT 'x"), ErrorEjecucion);
     const QStringList renglones = escenario.Traza();
     QCOMPARE(renglones.mid(0, 3),
-             (QStringList{"-\tBEGIN IMMEDIATE", "0\tDELETE FROM Bitacora WHERE Bi_Clave = 'a\\nb'", "-\tROLLBACK"}));
+             (QStringList{motor::Inicio(), "0\tDELETE FROM Plan_Mantenimiento WHERE Pm_ID = 'a\\nb'", "-\tROLLBACK"}));
     QVERIFY(renglones.at(3).startsWith("!\tSELECT 'x"));
     const auto permisos = QFile::permissions(qEnvironmentVariable("QVX_TRAZA"));
     QVERIFY(!permisos.testAnyFlags(QFile::ReadGroup | QFile::ReadOther));

@@ -1,5 +1,6 @@
 #include "controls/Comunes.h"
 #include "controls/Controles.h"
+#include "support/Averia.h"
 #include "support/PruebaEditor.h"
 
 #include <QGroupBox>
@@ -19,7 +20,6 @@ private Q_SLOTS:
     void guardarFallido();
     void borradoPorOtro();
     void movidoPorOtro();
-    void claveTomada();
     void comillas();
     void desbordamiento();
 };
@@ -123,21 +123,21 @@ void PrGuardar::guardarNuevo()
         QVERIFY(!editor.isVisible());
     });
     QStringList traza = escenario->Traza();
-    traza = traza.mid(traza.indexOf("-\tBEGIN IMMEDIATE"));
+    traza = traza.mid(traza.indexOf(motor::Inicio()));
     traza = traza.mid(0, traza.indexOf("-\tCOMMIT") + 1);
     const QString firma = "'mlopez', '2026-03-14 09:26:53', 'mlopez', '2026-03-14 09:26:53'";
     const QString linea =
         "1\tINSERT INTO Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, "
         "Pr_Cve_Producto, ";
     const QStringList esperada{
-        "-\tBEGIN IMMEDIATE",
+        motor::Inicio(),
         "1\tINSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, "
         "Pm_Lectura, Pm_Unidad_Lectura, Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, Pm_Requiere_Paro, Pm_Tiempo_Paro, "
         "Oper_Alta, Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif) VALUES ('0900', '0002', '000004', '9001', 30, 0, '', "
         "1000.5, 2.5, '9001', 'NO', 0, "
             + firma + ")",
-        "1\tSELECT Oper_Ult_Modif FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = '000004' AND "
-        "Tep_ID = '0002'",
+        "1\tSELECT Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Version_Anterior, Oper_Anterior, Fecha_Anterior FROM "
+        "Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = '000004' AND Tep_ID = '0002'",
         "1\tINSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES ('Plan_Mantenimiento', "
         "'0900|000004|0002', 'mlopez', '2026-03-14 09:26:53')",
         "0\tDELETE FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0002' AND Pm_ID = "
@@ -189,22 +189,22 @@ void PrGuardar::guardarFallido_data()
     QTest::addColumn<QString>("falla");
     QTest::addColumn<int>("fila");
     QTest::addColumn<QString>("mensaje");
-    const auto disparo = [](const char *cuando) {
-        return QString("CREATE TRIGGER f BEFORE %1 BEGIN SELECT RAISE(ABORT, 'falla'); END").arg(cuando);
+    const auto fila = [](const char *nombre, const QString &falla, int renglon, int identificador,
+                         const QString &motivo = "falla") {
+        QTest::newRow(nombre) << falla << renglon
+                              << QString("16|ERROR|KT580|ERR-ID:%1|cmdAceptar() - \r\n").arg(identificador) + motivo;
     };
-    const QString aviso = "16|ERROR|KT580|ERR-ID:%1|cmdAceptar() - \r\nfalla";
-    QTest::newRow("alta") << disparo("INSERT ON Plan_Mantenimiento") << -1 << aviso.arg(7500080);
-    QTest::newRow("cambio") << disparo("UPDATE ON Plan_Mantenimiento") << 0 << aviso.arg(7500080);
-    QTest::newRow("registro") << disparo("INSERT ON Registro_Cambio") << 0 << "16|ERROR|KT580|ERR-ID:7500080|ERROR";
-    QTest::newRow("borrar líneas") << disparo("DELETE ON Plan_Mantenimiento_Detalle") << 0 << aviso.arg(7500084);
-    QTest::newRow("mano de obra") << disparo("INSERT ON Plan_Mantenimiento_Detalle WHEN NEW.Pmd_Tipo = '01'") << 0
-                                  << aviso.arg(7500081);
-    QTest::newRow("refacción") << disparo("INSERT ON Plan_Mantenimiento_Detalle WHEN NEW.Pmd_Tipo = '02'") << -1
-                               << aviso.arg(7500082);
-    QTest::newRow("herramienta") << disparo("INSERT ON Plan_Mantenimiento_Detalle WHEN NEW.Pmd_Tipo = '03'") << -1
-                                 << aviso.arg(7500083);
-    QTest::newRow("disco lleno") << "disco" << 0 << "16|ERROR|KT580|ERR-ID:7500080|cmdAceptar() - \r\ndisk I/O error";
-    QTest::newRow("confirmación") << "" << 0 << "16|ERROR|KT580|ERR-ID:7500084|cmdAceptar() - \r\ndatabase is locked";
+    const QString lineas = "INSERT ON Plan_Mantenimiento_Detalle WHEN NEW.Pmd_Tipo = ";
+    fila("alta", "INSERT ON Plan_Mantenimiento", -1, 7500080);
+    fila("cambio", "UPDATE ON Plan_Mantenimiento", 0, 7500080);
+    QTest::newRow("registro") << "INSERT ON Registro_Cambio" << 0 << "16|ERROR|KT580|ERR-ID:7500080|ERROR";
+    fila("borrar líneas", "DELETE ON Plan_Mantenimiento_Detalle", 0, 7500084);
+    fila("mano de obra", lineas + "'01'", 0, 7500081);
+    fila("refacción", lineas + "'02'", -1, 7500082);
+    fila("herramienta", lineas + "'03'", -1, 7500083);
+    if (!motor::EsPostgres())
+        fila("disco lleno", "disco", 0, 7500080, "disk I/O error");
+    fila("confirmación", "confirmación", 0, 7500084, motor::NoConfirma());
 }
 
 // Whatever statement fails: the tables are as before, the form as it was, and the same accept then succeeds.
@@ -217,23 +217,14 @@ void PrGuardar::guardarFallido()
         if (fila < 0)
             LlenarNuevo(editor);
         const QStringList antes = escenario->Tablas();
-        std::unique_ptr<QObject> otro;
-        std::unique_ptr<DiscoLleno> disco;
-        if (falla.isEmpty())
-            otro = escenario->Leyendo(); // a reader lets the statements through, and holds back the commit
-        else if (falla == "disco")
-            disco = std::make_unique<DiscoLleno>();
-        else
-            escenario->Motor(falla);
+        Averia averia(*escenario, falla);
         Aceptar(editor);
-        otro.reset();
-        disco.reset();
+        averia.Reparar();
         QCOMPARE(Mensajes(), QStringList{mensaje});
         QVERIFY(editor.isVisible());
         QCOMPARE(escenario->Tablas(), antes);
         QCOMPARE(Grid(editor, "ssManoObra").Celda(0, "Cantidad"), "2");
         QCoreApplication::processEvents();
-        escenario->Motor("DROP TRIGGER IF EXISTS f");
         Aceptar(editor);
         QVERIFY(!editor.isVisible());
         QVERIFY(escenario->Tablas() != antes);
@@ -267,21 +258,6 @@ void PrGuardar::movidoPorOtro()
     QCOMPARE(escenario->Tablas(), antes);
 }
 
-// Two planners were offered the same key: both services are saved.
-void PrGuardar::claveTomada()
-{
-    Abrir(-1, [&](QWidget &editor) {
-        LlenarNuevo(editor);
-        escenario->Motor("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) "
-                         "VALUES ('0900', '0005', '000004', '9001')");
-        Aceptar(editor);
-        QVERIFY(!editor.isVisible());
-    });
-    QCOMPARE(escenario->Filas("SELECT Tep_ID, Pm_ID FROM Plan_Mantenimiento WHERE Pm_ID > '000003' ORDER BY Pm_ID"),
-             (QStringList{"0005|000004", "0002|000005"}));
-    QCOMPARE(escenario->Motor("SELECT count(*) FROM Plan_Mantenimiento_Detalle WHERE Pm_ID = '000005'").toInt(), 3);
-}
-
 // A quote reaches the statement as it is, and ends in the trap with the engine's own text.
 void PrGuardar::comillas()
 {
@@ -289,7 +265,7 @@ void PrGuardar::comillas()
     Abrir(0, [&](QWidget &editor) {
         Grid(editor, "ssManoObra").setCelda(0, "Producto", "x'y");
         Aceptar(editor);
-        QCOMPARE(Mensajes(), QStringList{"16|ERROR|KT580|ERR-ID:7500081|cmdAceptar() - \r\nnear \"y\": syntax error"});
+        QCOMPARE(Mensajes(), QStringList{"16|ERROR|KT580|ERR-ID:7500081|cmdAceptar() - \r\n" + motor::Sintaxis("y")});
     });
     QCOMPARE(escenario->Tablas(), antes);
 }

@@ -1,6 +1,7 @@
 #include "controls/Comunes.h"
 #include "controls/Controles.h"
 #include "controls/txtQVX.h"
+#include "support/Averia.h"
 #include "support/Plan.h"
 
 #include <QRegularExpression>
@@ -132,7 +133,7 @@ void PrImportar::importado()
                           "Pmd_ID ,   Pmd_Tipo ,   Pr_Cve_Producto ,   Pmd_Cantidad ,   Pmd_Unidad ,   Pmd_Costo ,   "
                           "Pmd_Importe %1 ) VALUES (   '0900',    '0001',    '000002',    %2 ) ";
     const QStringList sentencias{
-        "-\tBEGIN IMMEDIATE",
+        motor::Inicio(),
         "1\t SELECT * FROM Tipo_Equipo WHERE Te_Cve_Tipo_Equipo = '0900' AND Es_Cve_Estado <> 'CA' ",
         "4\tDELETE FROM Plan_Mantenimiento_Detalle WHERE    Te_Cve_Tipo_Equipo = '0900' ",
         "3\tDELETE FROM Plan_Mantenimiento WHERE    Te_Cve_Tipo_Equipo = '0900' ",
@@ -179,8 +180,7 @@ void PrImportar::productosDesconocidos()
     const QStringList antes = escenario->Tablas();
     const QByteArray repetida = "<Parte Id=\"1\" Descripción=\"\"/>";
     Importar(Documento("0900", Servicio("NO", Lineas) + repetida + repetida), qvx::mensaje::Si);
-    QCOMPARE(Mensajes().value(1), "16|Controles_B2Click()|KT580|ERR-ID:7500023|UNIQUE constraint failed: "
-                                  "Tipo_Equipo_Parte.Te_Cve_Tipo_Equipo, Tipo_Equipo_Parte.Tep_ID");
+    QCOMPARE(Mensajes().value(1), "16|Controles_B2Click()|KT580|ERR-ID:7500023|" + motor::ParteRepetida());
     QCOMPARE(escenario->Tablas(), antes);
     Importar(Documento("0900", Servicio("NO")), qvx::mensaje::Si);
     QCOMPARE(Mensajes().size(), 1); // the question only
@@ -211,8 +211,7 @@ void PrImportar::rechazos_data()
                            "tipo de equipo0900, ¿DESEA CONTINUAR?"
                         << "";
     QTest::newRow("comilla") << Documento("0900", "<Parte Id=\"1\" Descripción=\"D'ALEMBERT\"/>") << qvx::mensaje::Si
-                             << comillas + "near \"ALEMBERT\": syntax error"
-                             << "";
+                             << comillas + motor::Sintaxis("ALEMBERT") << "";
     // Texts that would otherwise become part of the statement.
     QTest::newRow("cualquier tipo") << Documento("x' OR '1'='1", "") << 0
                                     << comillas + "Un valor del documento lleva comillas"
@@ -248,15 +247,13 @@ void PrImportar::fallas_data()
     QTest::addColumn<QString>("motivo");
     for (const char *tabla : {"Plan_Mantenimiento_Detalle", "Plan_Mantenimiento", "Tipo_Equipo_Parte"})
         for (const char *verbo : {"DELETE", "INSERT"})
-            QTest::addRow("%s %s", verbo, tabla) << QString("BEFORE %1 ON %2").arg(verbo, tabla) << "falla";
-    QTest::newRow("producto") << "ALTER TABLE Producto RENAME TO Guardada"
-                              << "no such table: Producto";
+            QTest::addRow("%s %s", verbo, tabla) << QString("%1 ON %2").arg(verbo, tabla) << "falla";
+    QTest::newRow("producto") << "ALTER TABLE Producto RENAME TO Guardada" << motor::NoHayTabla("Producto");
     QTest::newRow("número de servicio") << "ALTER TABLE Plan_Mantenimiento RENAME COLUMN Pm_Numero TO Otro"
-                                        << "no such column: Pm_Numero";
+                                        << motor::NoHayColumna("Pm_Numero");
     QTest::newRow("número de línea") << "ALTER TABLE Plan_Mantenimiento_Detalle RENAME COLUMN Pmd_Numero TO Otro"
-                                     << "no such column: Pmd_Numero";
-    QTest::newRow("confirmación") << "leyendo"
-                                  << "database is locked";
+                                     << motor::NoHayColumna("Pmd_Numero");
+    QTest::newRow("confirmación") << "confirmación" << motor::NoConfirma();
 }
 
 // Each statement of the import in its turn.
@@ -264,25 +261,14 @@ void PrImportar::fallas()
 {
     QFETCH(QString, falla);
     escenario->Pantalla("0900");
-    const QStringList antes = escenario->Filas("SELECT * FROM Tipo_Equipo_Parte ORDER BY rowid")
-                              + escenario->Filas("SELECT * FROM Plan_Mantenimiento ORDER BY rowid")
-                              + escenario->Filas("SELECT * FROM Plan_Mantenimiento_Detalle ORDER BY rowid");
-    std::unique_ptr<QObject> otro;
-    if (falla == "leyendo")
-        otro = escenario->Leyendo();
-    else
-        escenario->Motor(falla.startsWith("BEFORE")
-                             ? "CREATE TRIGGER f " + falla + " BEGIN SELECT RAISE(ABORT, 'falla'); END"
-                             : falla);
+    const QStringList antes = escenario->Tablas();
+    Averia averia(*escenario, falla);
     Importar(Documento("0900", "<Parte Id=\"7\" Descripción=\"EJE\">" + Servicio("SI", Lineas) + "</Parte>"),
              qvx::mensaje::Si);
     QFETCH(QString, motivo);
     QCOMPARE(Mensajes().value(1), "16|Controles_B2Click()|KT580|ERR-ID:7500023|" + motivo);
-    otro.reset();
-    QCOMPARE(escenario->Filas("SELECT * FROM Tipo_Equipo_Parte ORDER BY rowid")
-                 + escenario->Filas("SELECT * FROM Plan_Mantenimiento ORDER BY rowid")
-                 + escenario->Filas("SELECT * FROM Plan_Mantenimiento_Detalle ORDER BY rowid"),
-             antes);
+    averia.Reparar();
+    QCOMPARE(escenario->Tablas(), antes);
 }
 
 void PrImportar::idaYVuelta_data()
@@ -298,20 +284,23 @@ void PrImportar::SembrarGenerado() const
 {
     const QString contar = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) ";
     escenario->Motor("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) " + contar
-                     + "SELECT '0006', printf('%04d', i), printf('%04d', i / 7), 'PIEZA \"' || (i * 7919 % 2003) || "
+                     + "SELECT '0006', " + ClaveDe("i", 4) + ", " + ClaveDe("i / 7", 4)
+                     + ", 'PIEZA \"' || (i * 7919 % 2003) || "
                        "'\" <Ñ>&' FROM n");
     escenario->Motor("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, "
                      "Pm_Frecuencia, Pm_Lectura, Pm_Unidad_Lectura, Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, "
                      "Pm_Requiere_Paro) "
-                     + contar
-                     + "SELECT '0006', printf('%04d', i), printf('%06d', i), '0001', i % 365, i / 3.0, 'HR', i * 1.1, "
+                     + contar + "SELECT '0006', " + ClaveDe("i", 4) + ", " + ClaveDe("i", 6)
+                     + ", '0001', i % 365, i / 3.0, 'HR', i * 1.1, "
                        "i % 9 / 4.0, '0003', CASE i % 2 WHEN 0 THEN 'SI' ELSE 'NO' END FROM n WHERE i % 2 = 0");
     escenario->Motor("INSERT INTO Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, "
                      "Pr_Cve_Producto, Pmd_Cantidad) "
-                     "SELECT '0006', Tep_ID, Pm_ID, printf('%06d', k), printf('%02d', 1 + k % 3), Pr_Cve_Producto, "
-                     "Pm_Numero / 8.0 FROM Plan_Mantenimiento, (SELECT Pr_Cve_Producto, row_number() OVER (ORDER BY "
-                     "Pr_Cve_Producto) AS k FROM Producto LIMIT 3) "
-                     "WHERE Te_Cve_Tipo_Equipo = '0006'");
+                     "SELECT '0006', Tep_ID, Pm_ID, "
+                     + ClaveDe("k", 6) + ", " + ClaveDe("1 + k % 3", 2)
+                     + ", Pr_Cve_Producto, "
+                       "Pm_Numero / 8.0 FROM Plan_Mantenimiento, (SELECT Pr_Cve_Producto, row_number() OVER (ORDER BY "
+                       "Pr_Cve_Producto) AS k FROM Producto LIMIT 3) p "
+                       "WHERE Te_Cve_Tipo_Equipo = '0006'");
 }
 
 // Into a database whose plans are empty, and out again.

@@ -8,7 +8,7 @@
 
 using qvx::ErrorEjecucion;
 
-// The database file: made on first use, refused when it is not ours; the plans of every statement.
+// The database file: made on first use, refused when it is not ours.
 class PrInstalador : public QObject
 {
     Q_OBJECT
@@ -20,8 +20,6 @@ private Q_SLOTS:
     void rechazada();
     void ocupada();
     void sinEspacio();
-    void indices_data();
-    void indices();
 };
 
 namespace
@@ -160,62 +158,6 @@ void PrInstalador::sinEspacio()
     QCOMPARE(Contenido(entera), antes);
     QCOMPARE(QDir(carpeta.path()).entryList(QDir::Files), QStringList{"entera.db"});
     QCOMPARE(ErrorAlAbrir(entera), "abrió");
-}
-
-void PrInstalador::indices_data()
-{
-    QTest::addColumn<QString>("sql");
-    QTest::addColumn<QString>("indice");
-    const QString te = "Te_Cve_Tipo_Equipo = 'T'";
-    QTest::newRow("árbol") << "SELECT * FROM Tipo_Equipo_Parte WHERE Tep_Padre = 'P' and " + te
-                                  + " ORDER BY Te_Cve_Tipo_Equipo, Tep_ID ASC"
-                           << "Tep_Por_Padre";
-    QTest::newRow("padre") << "SELECT Tep_Padre FROM Tipo_Equipo_Parte WHERE Tep_ID = 'P' and " + te
-                           << "sqlite_autoindex_Tipo_Equipo_Parte";
-    QTest::newRow("hijos") << "SELECT Tep_ID FROM Tipo_Equipo_Parte WHERE Tep_Padre = 'P' AND " + te << "Tep_Por_Padre";
-    QTest::newRow("hijo") << "UPDATE Tipo_Equipo_Parte SET Es_Cve_Estado = 'BA' WHERE Tep_ID = 'h' AND " + te
-                                 + " AND Tep_Padre = 'P'"
-                          << "INDEX";
-    QTest::newRow("servicios") << "SELECT * FROM Plan_Mantenimiento WHERE Plan_Mantenimiento." + te
-                                      + " AND Plan_Mantenimiento.Tep_ID = 'P' ORDER BY Pm_ID ASC"
-                               << "sqlite_autoindex_Plan_Mantenimiento_1";
-    QTest::newRow("servicio") << "SELECT * FROM Plan_Mantenimiento WHERE  Pm_ID = 'S' AND Tep_ID = 'P' AND " + te
-                              << "INDEX";
-    QTest::newRow("registro") << "SELECT Oper_Ult_Modif FROM Plan_Mantenimiento WHERE " + te + " AND Pm_ID = 'S'"
-                              << "Pm_Por_Folio";
-    QTest::newRow("líneas") << "SELECT * FROM Plan_Mantenimiento_Detalle WHERE " + te
-                                   + " AND Tep_ID = 'P' AND Pm_ID = 'S'"
-                            << "sqlite_autoindex_Plan_Mantenimiento_Detalle_1";
-    QTest::newRow("borrar plan") << "DELETE FROM Plan_Mantenimiento_Detalle WHERE " + te << "INDEX";
-    QTest::newRow("copiar") << "INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) "
-                               "SELECT 'U', Tep_ID, Tep_Padre, Tep_Descripcion FROM Tipo_Equipo_Parte WHERE "
-                                   + te
-                            << "INDEX";
-    QTest::newRow("número de parte") << "SELECT MAX(Tep_Numero) AS Ultimo FROM Tipo_Equipo_Parte WHERE " + te
-                                     << "Tep_Por_Numero";
-    QTest::newRow("número de servicio") << "SELECT MAX(Pm_Numero) AS Ultimo FROM Plan_Mantenimiento WHERE " + te
-                                        << "Pm_Por_Numero";
-    QTest::newRow("número de línea") << "SELECT MAX(Pmd_Numero) AS Ultimo FROM Plan_Mantenimiento_Detalle WHERE " + te
-                                     << "Pmd_Por_Numero";
-    QTest::newRow("número de línea del servicio")
-        << "SELECT MAX(Pmd_Numero) AS Ultimo FROM Plan_Mantenimiento_Detalle WHERE " + te + " AND Pm_ID = 'S'"
-        << "Pmd_Por_Servicio";
-    QTest::newRow("producto") << "SELECT * FROM Producto WHERE  Pr_Cve_Producto  = 'X' AND Es_Cve_Estado <> 'BA'"
-                              << "sqlite_autoindex_Producto_1";
-    QTest::newRow("tipo de equipo") << "SELECT * FROM Tipo_Equipo WHERE " + te + " AND Es_Cve_Estado <> 'CA'"
-                                    << "sqlite_autoindex_Tipo_Equipo_1";
-}
-
-// Every statement is answered from an index, and without statistics: none walks a table or sorts the tree.
-void PrInstalador::indices()
-{
-    QFETCH(QString, sql);
-    QFETCH(QString, indice);
-    static Escenario escenario;
-    const QString plan = escenario.Filas("EXPLAIN QUERY PLAN " + sql).join(QLatin1Char('\n'));
-    QVERIFY2(plan.contains("SEARCH") && plan.contains(indice) && !plan.contains("SCAN")
-                 && !plan.contains("TEMP B-TREE"),
-             qPrintable(plan));
 }
 
 PRUEBA_MAIN(PrInstalador)

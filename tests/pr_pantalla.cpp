@@ -1,6 +1,7 @@
 #include "controls/Comunes.h"
 #include "controls/Controles.h"
 #include "controls/txtQVX.h"
+#include "support/Averia.h"
 #include "support/Plan.h"
 
 #include <QLineEdit>
@@ -235,7 +236,7 @@ void PrPantalla::etiqueta_data()
                            << "";
     QTest::newRow("comilla") << "0002 - O'Higgins"
                              << "IMPULSOR"
-                             << "16|Quorvex|QVX|ERR-ID:1000000|near \"HIGGINS\": syntax error";
+                             << "16|Quorvex|QVX|ERR-ID:1000000|" + motor::Sintaxis("HIGGINS");
 }
 
 void PrPantalla::etiqueta()
@@ -371,7 +372,7 @@ void PrPantalla::eliminarServicio()
     suprimir("N0002");
     const QString donde = "WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0002' AND Pm_ID = '000001'";
     QCOMPARE(escenario->Traza().mid(1, 4),
-             (QStringList{"-\tBEGIN IMMEDIATE", "3\tDELETE Plan_Mantenimiento_Detalle  " + donde,
+             (QStringList{motor::Inicio(), "3\tDELETE Plan_Mantenimiento_Detalle  " + donde,
                           "1\tDELETE Plan_Mantenimiento  " + donde, "-\tCOMMIT"}));
     QCOMPARE(escenario->Motor("SELECT count(*) FROM Plan_Mantenimiento_Detalle").toInt(), 1);
     QCOMPARE(Lista().Count(), 1);
@@ -383,14 +384,13 @@ void PrPantalla::eliminarFallido_data()
 {
     QTest::addColumn<QString>("falla");
     QTest::addColumn<QString>("mensaje");
-    QTest::newRow("líneas")
-        << "CREATE TRIGGER f BEFORE DELETE ON Plan_Mantenimiento_Detalle BEGIN SELECT RAISE(ABORT, 'falla'); END"
-        << "16|lvServicios_KeyDown()|KT580|ERR-ID:7500036|falla";
-    QTest::newRow("servicio")
-        << "CREATE TRIGGER f BEFORE DELETE ON Plan_Mantenimiento BEGIN SELECT RAISE(ABORT, 'falla'); END"
-        << "16|lvServicios_KeyDown()|KT580|ERR-ID:7500036|falla";
-    QTest::newRow("base ocupada") << ""
-                                  << "16|lvServicios_KeyDown|KT580|ERR-ID:7500037|database is locked";
+    const QString trampa = "16|lvServicios_KeyDown()|KT580|ERR-ID:7500036|";
+    QTest::newRow("líneas") << "DELETE ON Plan_Mantenimiento_Detalle" << trampa + "falla";
+    QTest::newRow("servicio") << "DELETE ON Plan_Mantenimiento" << trampa + "falla";
+    // The server lets a transaction begin, and its first statement wait.
+    QTest::newRow("base ocupada") << "ocupada"
+                                  << motor::Segun("16|lvServicios_KeyDown|KT580|ERR-ID:7500037|", trampa)
+                                         + motor::Ocupada();
 }
 
 void PrPantalla::eliminarFallido()
@@ -399,22 +399,16 @@ void PrPantalla::eliminarFallido()
     escenario->Pantalla("0900");
     ElegirNodo(Arbol(), "N0002");
     Lista().topLevelItem(0)->setSelected(true);
-    std::unique_ptr<QObject> otro;
-    if (!falla.isEmpty())
-        escenario->Motor(falla);
+    std::unique_ptr<Averia> averia;
     const QStringList antes = escenario->Tablas();
-    escenario->Personas().Responder(7500050, qvx::mensaje::Si, [&] {
-        if (falla.isEmpty())
-            otro = escenario->Ocupar();
-    });
+    escenario->Personas().Responder(7500050, qvx::mensaje::Si,
+                                    [&] { averia = std::make_unique<Averia>(*escenario, falla); });
     QTest::keyClick(&Lista(), Qt::Key_Delete);
-    otro.reset();
+    averia->Reparar();
     QTEST(Mensajes().value(1), "mensaje");
     QCOMPARE(escenario->Tablas(), antes);
     QCOMPARE(Lista().Count(), 2);
 
-    if (!falla.isEmpty())
-        escenario->Motor("DROP TRIGGER f");
     escenario->Personas().Responder(7500050, qvx::mensaje::Si);
     QTest::keyClick(&Lista(), Qt::Key_Delete);
     QCOMPARE(Lista().Count(), 1); // the same command then succeeds
@@ -429,22 +423,23 @@ void PrPantalla::trampas_data()
     QTest::addColumn<QString>("comando");
     QTest::addColumn<QString>("mensaje");
     const QString sinPartes = "ALTER TABLE Tipo_Equipo_Parte RENAME TO Guardada";
+    const QString sinTabla = motor::NoHayTabla("Tipo_Equipo_Parte");
     QTest::newRow("árbol") << sinPartes << "F5"
-                           << "16|AddSubParte()|KT580|ERR-ID:7500002|no such table: Tipo_Equipo_Parte";
+                           << "16|AddSubParte()|KT580|ERR-ID:7500002|" + sinTabla;
     QTest::newRow("lista") << "ALTER TABLE Prioridad_Servicio RENAME TO Guardada"
                            << "N0005"
-                           << "16|Llenar servicios|KT580|ERR-ID:7500020|no such table: Prioridad_Servicio";
+                           << "16|Llenar servicios|KT580|ERR-ID:7500020|" + motor::NoHayTabla("Prioridad_Servicio");
     QTest::newRow("consulta") << "DELETE FROM Consulta"
                               << "N0005"
                               << "16|AgregarItemLv()|KT580|ERR-ID:7500021|No existe la consulta PLAN_MANTENIMIENTO";
     QTest::newRow("nuevo servicio") << sinPartes << "B2"
-                                    << "16|Controles_B2Click()|KT580|ERR-ID:7500022|no such table: Tipo_Equipo_Parte";
+                                    << "16|Controles_B2Click()|KT580|ERR-ID:7500022|" + sinTabla;
     QTest::newRow("numerar servicio") << "ALTER TABLE Plan_Mantenimiento RENAME COLUMN Pm_Numero TO Otro"
                                       << "B2"
-                                      << "16|ERROR|KT580|ERR-ID:7500085|Form_Load() - \r\nno such column: Pm_Numero";
-    QTest::newRow("abrir servicio")
-        << sinPartes << "DblClick"
-        << "16|lvServicios_DblClick()|KT580|ERR-ID:7500031|no such table: Tipo_Equipo_Parte";
+                                      << "16|ERROR|KT580|ERR-ID:7500085|Form_Load() - \r\n"
+                                             + motor::NoHayColumna("Pm_Numero");
+    QTest::newRow("abrir servicio") << sinPartes << "DblClick"
+                                    << "16|lvServicios_DblClick()|KT580|ERR-ID:7500031|" + sinTabla;
 }
 
 void PrPantalla::trampas()

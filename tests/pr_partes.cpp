@@ -1,6 +1,7 @@
 #include "controls/Comunes.h"
 #include "controls/Controles.h"
 #include "controls/txtQVX.h"
+#include "support/Averia.h"
 #include "support/Plan.h"
 
 #include <QLineEdit>
@@ -28,7 +29,6 @@ private Q_SLOTS:
     void rechazos_data();
     void rechazos();
     void comilla();
-    void padreEliminado();
     void sinParte_data();
     void sinParte();
 
@@ -131,7 +131,7 @@ void PrPartes::nuevo()
         QTest::keyClick(&dialogo, Qt::Key_F4);
     });
     const QStringList traza = escenario->Traza();
-    QCOMPARE(traza.value(0), "-\tBEGIN IMMEDIATE");
+    QCOMPARE(traza.value(0), motor::Inicio());
     QCOMPARE(traza.value(1),
              "1\tINSERT INTO Tipo_Equipo_Parte (   Tep_Padre,    Tep_ID,    Te_Cve_Tipo_Equipo,    Tep_Descripcion,    "
              "Oper_Alta,   Fecha_Alta,   Oper_Ult_Modif,   Fecha_Ult_Modif) VALUES('"
@@ -181,7 +181,7 @@ void PrPartes::editar()
         Aceptar(dialogo);
     });
     const QStringList traza = escenario->Traza();
-    QCOMPARE(traza.value(0), "-\tBEGIN IMMEDIATE");
+    QCOMPARE(traza.value(0), motor::Inicio());
     QCOMPARE(traza.value(1), "1\tUPDATE Tipo_Equipo_Parte SET    Tep_Descripcion = '" + texto
                                  + "',    Te_Cve_Tipo_Equipo = '0900',    Oper_Ult_Modif = 'mlopez',   "
                                    "Fecha_Ult_Modif= '2026-03-14 09:26:53'WHERE Tep_ID = '"
@@ -281,41 +281,25 @@ void PrPartes::rechazos_data()
     QTest::addColumn<QString>("clave");
     QTest::addColumn<QString>("texto");
     QTest::addColumn<QString>("mensaje");
-    QTest::addColumn<QString>("remedio");
     const QString trampa = "16|cmdAceptar()|KT580|ERR-ID:7500097|";
     const QString aviso = "48|Quorvex|KT580|ERR-ID:7500096|";
     const QString yaNoExiste = aviso + "El registro ya no existe: otra persona lo eliminó o lo cambió de lugar.";
-    const QString repetida = trampa
-                             + "UNIQUE constraint failed: Tipo_Equipo_Parte.Te_Cve_Tipo_Equipo, "
-                               "Tipo_Equipo_Parte.Tep_ID";
-    const QString columnas = "INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) ";
-    const auto disparo = [](const QString &cuando) {
-        return "CREATE TRIGGER f BEFORE " + cuando + " BEGIN SELECT RAISE(ABORT, 'falla'); END";
-    };
-    const QString quitar = "DROP TRIGGER f";
+    const QString repetida = trampa + motor::ParteRepetida();
     const auto fila = [](const char *nombre, const QString &comando, const QString &falla, const QString &clave,
-                         const QString &texto, const QString &mensaje, const QString &remedio) {
-        QTest::newRow(nombre) << comando << falla << clave << texto << mensaje << remedio;
+                         const QString &texto, const QString &mensaje) {
+        QTest::newRow(nombre) << comando << falla << clave << texto << mensaje;
     };
-    fila("clave de otra parte", "Nuevo", "", "2", "BRIDA", repetida, "");
-    fila("clave recién usada por otro", "Nuevo", columnas + "VALUES ('0900', '0007', '0005', 'DE OTRO')", "7", "BRIDA",
-         repetida, "DELETE FROM Tipo_Equipo_Parte WHERE Tep_ID = '0007'");
-    fila("clave de la raíz", "Nuevo", "", "0", "BRIDA", aviso + "La clave 0000 está reservada para la raíz del árbol.",
-         "");
-    fila("comilla en la nueva", "Nuevo", "", "", "Toma d'aire", trampa + "near \"aire\": syntax error", "");
-    fila("comilla en la editada", "Editar", "", "", "Toma d'aire", trampa + "near \"aire\": syntax error", "");
-    fila("inserción", "Nuevo", disparo("INSERT ON Tipo_Equipo_Parte"), "", "BRIDA", trampa + "falla", quitar);
-    fila("inserción sin efecto", "Nuevo",
-         "CREATE TRIGGER f BEFORE INSERT ON Tipo_Equipo_Parte BEGIN SELECT RAISE(IGNORE); END", "", "BRIDA", yaNoExiste,
-         quitar);
-    fila("actualización", "Editar", disparo("UPDATE ON Tipo_Equipo_Parte"), "", "BRIDA", trampa + "falla", quitar);
-    fila("eliminada por otro", "Editar", "DELETE FROM Tipo_Equipo_Parte WHERE Tep_ID = '0005'", "", "BRIDA", yaNoExiste,
-         columnas + "VALUES ('0900', '0005', '0000', 'MOTOR')");
-    fila("registro de la nueva", "Nuevo", disparo("INSERT ON Registro_Cambio"), "", "BRIDA", aviso + "falla", quitar);
-    fila("registro de la editada", "Editar", disparo("INSERT ON Registro_Cambio"), "", "BRIDA", aviso + "falla",
-         quitar);
-    fila("inicio", "Nuevo", "OCUPADA", "", "BRIDA", trampa + "database is locked", "");
-    fila("confirmación", "Editar", "LEYENDO", "", "BRIDA", trampa + "database is locked", "");
+    fila("clave de otra parte", "Nuevo", "", "2", "BRIDA", repetida);
+    fila("clave de la raíz", "Nuevo", "", "0", "BRIDA", aviso + "La clave 0000 está reservada para la raíz del árbol.");
+    fila("comilla en la nueva", "Nuevo", "", "", "Toma d'aire", trampa + motor::Sintaxis("aire"));
+    fila("comilla en la editada", "Editar", "", "", "Toma d'aire", trampa + motor::Sintaxis("aire"));
+    fila("inserción", "Nuevo", "INSERT ON Tipo_Equipo_Parte", "", "BRIDA", trampa + "falla");
+    fila("inserción sin efecto", "Nuevo", "sin efecto INSERT ON Tipo_Equipo_Parte", "", "BRIDA", yaNoExiste);
+    fila("actualización", "Editar", "UPDATE ON Tipo_Equipo_Parte", "", "BRIDA", trampa + "falla");
+    fila("registro de la nueva", "Nuevo", "INSERT ON Registro_Cambio", "", "BRIDA", aviso + "falla");
+    fila("registro de la editada", "Editar", "INSERT ON Registro_Cambio", "", "BRIDA", aviso + "falla");
+    fila("inicio", "Nuevo", "ocupada", "", "BRIDA", trampa + motor::Ocupada());
+    fila("confirmación", "Editar", "confirmación", "", "BRIDA", trampa + motor::NoConfirma());
 }
 
 // Whatever refuses the row: the tables are as before, the dialog stays with what was typed, nothing is left locked, and
@@ -327,23 +311,16 @@ void PrPartes::rechazos()
     QFETCH(QString, clave);
     QFETCH(QString, texto);
     QFETCH(QString, mensaje);
-    QFETCH(QString, remedio);
     QString guardada;
     Abrir("N0005", comando, [&](QWidget &dialogo) {
-        std::unique_ptr<QObject> otro;
-        if (falla == "OCUPADA")
-            otro = escenario->Ocupar();
-        else if (falla == "LEYENDO")
-            otro = escenario->Leyendo(); // lets the statements through, and holds back the commit
-        else if (!falla.isEmpty())
-            escenario->Motor(falla);
+        Averia averia(*escenario, falla);
         if (!clave.isEmpty())
             Escribir(Caja(dialogo, "txtClave"), clave);
         Escribir(Caja(dialogo, "txtTexto"), texto);
         const QString campos = Campos(dialogo);
         escenario->Traza();
         Aceptar(dialogo);
-        otro.reset();
+        averia.Reparar();
         if (mensaje.startsWith("48")) // a refusal takes its transaction back by itself
             QVERIFY(!escenario->Traza().contains("-\tABANDONADA"));
         QCOMPARE(escenario->Personas().ventanas, QList<WId>{dialogo.winId()});
@@ -353,9 +330,7 @@ void PrPartes::rechazos()
         QVERIFY(!Fila("0007").contains("BRIDA") && !Fila("0005").contains("BRIDA"));
         QCOMPARE(escenario->Motor("SELECT count(*) FROM Registro_Cambio").toInt(), 0);
 
-        if (!remedio.isEmpty())
-            escenario->Motor(remedio);
-        else if (!clave.isEmpty())
+        if (!clave.isEmpty())
             Escribir(Caja(dialogo, "txtClave"), "7");
         Escribir(Caja(dialogo, "txtTexto"), "BRIDA");
         guardada = Caja(dialogo, "txtClave").Text();
@@ -377,7 +352,7 @@ void PrPartes::comilla()
         Aceptar(dialogo);
         const QStringList traza = escenario->Traza();
         QCOMPARE(traza.size(), 4);
-        QCOMPARE(traza.at(0), "-\tBEGIN IMMEDIATE");
+        QCOMPARE(traza.at(0), motor::Inicio());
         QVERIFY(traza.at(1).startsWith("!\tINSERT INTO Tipo_Equipo_Parte"));
         QCOMPARE(traza.mid(2), (QStringList{"-\tROLLBACK", "-\tABANDONADA"}));
         QCOMPARE(escenario->Tablas(), antes);
@@ -394,21 +369,6 @@ void PrPartes::comilla()
     QCOMPARE(Arbol().Item("N0007")->Text(), "0007 - TOMA DE AIRE");
 }
 
-// Another program deletes the parent while the dialog is open: the part is saved where no tree shows it, and the
-// planner hears of it.
-void PrPartes::padreEliminado()
-{
-    Abrir("N0005", "Nuevo", [&](QWidget &dialogo) {
-        escenario->Motor("DELETE FROM Tipo_Equipo_Parte WHERE Tep_ID = '0005'");
-        Escribir(Caja(dialogo, "txtTexto"), "BRIDA");
-        Aceptar(dialogo);
-    });
-    QCOMPARE(Mensajes(),
-             QStringList{"16|Controles_Nuevo()|KT580|ERR-ID:7500004|No se encontró el nodo N0007 en el árbol"});
-    QVERIFY(Fila("0007").startsWith("0005|BRIDA|AC|"));
-    QVERIFY(!QApplication::overrideCursor());
-}
-
 void PrPartes::sinParte_data()
 {
     QTest::addColumn<QString>("falla");
@@ -416,7 +376,7 @@ void PrPartes::sinParte_data()
     QTest::addColumn<QString>("mensaje");
     const QString eliminar = "DELETE FROM Tipo_Equipo_Parte WHERE Tep_ID = '0002'";
     const QString renombrar = "ALTER TABLE Tipo_Equipo_Parte RENAME TO Guardada";
-    const QString sinTabla = "no such table: Tipo_Equipo_Parte";
+    const QString sinTabla = motor::NoHayTabla("Tipo_Equipo_Parte");
     QTest::newRow("nuevo, eliminada por otro") << eliminar << "Nuevo"
                                                << "48|Quorvex|KT580|ERR-ID:7500003|No se encontró la ruta de la parte";
     QTest::newRow("editar, eliminada por otro") << eliminar << "Editar"

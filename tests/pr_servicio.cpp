@@ -1,5 +1,6 @@
 #include "controls/Comunes.h"
 #include "controls/Controles.h"
+#include "support/Averia.h"
 #include "support/PruebaEditor.h"
 
 #include <QGroupBox>
@@ -291,7 +292,7 @@ void PrServicio::trampasDeBusqueda()
         escenario->Motor("ALTER TABLE " + tabla + " RENAME TO Guardada");
         Fichas(editor).setTab(grid == "ssManoObra" ? 1 : grid == "ssRefacciones" ? 2 : 3);
         EscribirCelda(Grid(editor, qPrintable(grid)), 0, columna, "9001");
-        QCOMPARE(Mensajes(), QStringList{"16|ERROR|KT580|" + mensaje + "no such table: " + tabla});
+        QCOMPARE(Mensajes(), QStringList{"16|ERROR|KT580|" + mensaje + motor::NoHayTabla(tabla)});
     });
 }
 

@@ -93,6 +93,33 @@ std::unique_ptr<QObject> Escenario::Leyendo() const
     return Correr(base->Lectura());
 }
 
+std::unique_ptr<QObject> Escenario::Detener(const QString &suceso) const
+{
+    return Correr(base->Detencion(suceso));
+}
+
+std::unique_ptr<QObject> Escenario::ImpedirConfirmacion() const
+{
+    return Correr(base->SinConfirmacion());
+}
+
+QString Escenario::PlanDe(const QString &sql) const
+{
+    const auto otro = base->Otro();
+    QStringList renglones;
+    for (const QString &sentencia : base->Examen(sql))
+        for (QSqlQuery consulta = otro->Correr(sentencia); consulta.next();)
+            renglones.append(consulta.value(consulta.record().count() - 1).toString());
+    return renglones.join(QLatin1Char('\n'));
+}
+
+bool Escenario::SoloPorIndice(const QString &plan) const
+{
+    if (base->EsPostgres())
+        return plan.contains("Index") && !plan.contains("Seq Scan") && !plan.contains("Sort");
+    return plan.contains("INDEX") && !plan.contains("SCAN") && !plan.contains("TEMP B-TREE");
+}
+
 std::unique_ptr<QObject> Escenario::Correr(const QStringList &sentencias) const
 {
     auto otro = base->Otro();

@@ -48,6 +48,14 @@ public:
     std::unique_ptr<QObject> Ocupar() const;
     // Likewise one that is in the middle of reading.
     std::unique_ptr<QObject> Leyendo() const;
+    // While the connection is there, the event waits before its first row.
+    std::unique_ptr<QObject> Detener(const QString &suceso) const;
+    // Whatever is written of a plan cannot be committed until the connection is destroyed and the fault repaired.
+    std::unique_ptr<QObject> ImpedirConfirmacion() const;
+    // How the engine would find the rows of a statement, and whether it does so by indexes alone, which it also reads
+    // in the order that is asked for.
+    QString PlanDe(const QString &sql) const;
+    bool SoloPorIndice(const QString &plan) const;
 
     // The screen from the component's entry points, its parent an object with these properties, shown in a window.
     QWidget &Pantalla(const QString &parametros = {});

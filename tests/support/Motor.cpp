@@ -48,6 +48,7 @@ public:
     }
     QStringList Argumentos() const override { return {"--base-datos", archivo, "--operador", "mlopez"}; }
     bool EsPostgres() const override { return false; }
+    QString Lugar() const override { return archivo; }
     QString Archivo() const override { return archivo; }
 
     QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion) const override
@@ -59,8 +60,18 @@ public:
         return {Disparador("BEFORE", suceso, {}, "RAISE(IGNORE)")};
     }
     QStringList SinFalla() const override { return {"DROP TRIGGER IF EXISTS falla"}; }
+    QStringList Detencion(const QString &suceso) const override
+    {
+        QStringList productos; // so many rows that counting them does not end
+        for (char alias = 'a'; alias <= 'j'; ++alias)
+            productos.append(QString("Producto ") + QLatin1Char(alias));
+        return {Disparador("BEFORE", suceso, {}, "count(*) FROM " + productos.join(", "))};
+    }
     QStringList Ocupacion() const override { return {"BEGIN EXCLUSIVE"}; }
     QStringList Lectura() const override { return {"BEGIN", "SELECT count(*) FROM Producto"}; }
+    // A reader holds the commit back.
+    QStringList SinConfirmacion() const override { return Lectura(); }
+    QStringList Examen(const QString &sql) const override { return {"EXPLAIN QUERY PLAN " + sql}; }
 
 private:
     static QString Disparador(const QString &cuando, const QString &suceso, const QString &condicion,
@@ -75,10 +86,10 @@ private:
 };
 
 // The server that tools/con_servidor runs. A database is a copy of a template, which is made once.
-class EnServidor : public Motor
+class DelServidor : public Motor
 {
 public:
-    explicit EnServidor(bool conEjemplos) : nombre("prueba_" + QUuid::createUuid().toString(QUuid::Id128))
+    explicit DelServidor(bool conEjemplos) : nombre("prueba_" + QUuid::createUuid().toString(QUuid::Id128))
     {
         const auto servidor = Super("postgres");
         const QString plantilla = conEjemplos ? "quorvex_ejemplos" : "quorvex_vacia";
@@ -88,15 +99,25 @@ public:
         servidor->Correr("SELECT pg_advisory_unlock(1)");
         servidor->Correr("CREATE DATABASE " + nombre + " TEMPLATE " + plantilla);
     }
-    ~EnServidor() override { Super("postgres")->Correr("DROP DATABASE " + nombre + " WITH (FORCE)"); }
+    explicit DelServidor(const QString &ajena) : nombre(ajena), propia(false) {}
+    ~DelServidor() override
+    {
+        if (propia)
+            Super("postgres")->Correr("DROP DATABASE " + nombre + " WITH (FORCE)");
+    }
 
+    // By the port of a test that stands in between, where there is one.
     std::unique_ptr<qvx::Conexion> Abrir() const override
     {
-        return qvx::AbrirServidor(qvx::Servidor(Direccion("mlopez", nombre)));
+        const QString puerto = qEnvironmentVariable("QVX_PRUEBA_INTERMEDIARIO");
+        return qvx::AbrirServidor(qvx::Servidor(
+            puerto.isEmpty() ? Direccion("mlopez", nombre)
+                             : QString("postgresql://mlopez@127.0.0.1:%1/%2?sslmode=disable").arg(puerto, nombre)));
     }
     std::unique_ptr<OtroPrograma> Otro() const override { return Super(nombre); }
     QStringList Argumentos() const override { return {"--servidor", Direccion("mlopez", nombre)}; }
     bool EsPostgres() const override { return true; }
+    QString Lugar() const override { return nombre; }
 
     QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion) const override
     {
@@ -107,11 +128,29 @@ public:
         return Disparador("BEFORE", suceso, {}, "RETURN NULL");
     }
     QStringList SinFalla() const override { return {"DROP FUNCTION IF EXISTS falla CASCADE"}; }
+    QStringList Detencion(const QString &suceso) const override
+    {
+        return Disparador("BEFORE", suceso, {}, "PERFORM pg_advisory_xact_lock(1)")
+               + QStringList{"SELECT pg_advisory_lock(1)"};
+    }
     QStringList Ocupacion() const override
     {
         return {"BEGIN", "SELECT pg_advisory_xact_lock(580, hashtext(Te_Cve_Tipo_Equipo)) FROM Tipo_Equipo"};
     }
     QStringList Lectura() const override { return {"BEGIN", "SELECT count(*) FROM Producto"}; }
+    QStringList SinConfirmacion() const override
+    {
+        QStringList sentencias{Funcion("RAISE EXCEPTION 'falla'")};
+        for (const char *tabla : {"Tipo_Equipo_Parte", "Plan_Mantenimiento", "Plan_Mantenimiento_Detalle"})
+            sentencias.append(QString("CREATE CONSTRAINT TRIGGER falla AFTER INSERT OR UPDATE OR DELETE ON %1 "
+                                      "DEFERRABLE INITIALLY DEFERRED FOR EACH ROW EXECUTE FUNCTION falla()")
+                                  .arg(tabla));
+        return sentencias;
+    }
+    QStringList Examen(const QString &sql) const override
+    {
+        return {"SET enable_seqscan = off", "EXPLAIN (COSTS OFF) " + sql};
+    }
 
 private:
     static QString Carpeta()
@@ -129,7 +168,7 @@ private:
     static std::unique_ptr<OtroPrograma> Super(const QString &base)
     {
         const qvx::Servidor servidor(Direccion("postgres", base));
-        return Conectar("QPSQL", [&](QSqlDatabase &b) { b.setConnectOptions(servidor.OpcionesDeConexion()); });
+        return Conectar("QPSQL", [&](QSqlDatabase &b) { servidor.Preparar(b); });
     }
     static void HacerPlantilla(const OtroPrograma &servidor, const QString &plantilla, bool conEjemplos)
     {
@@ -143,25 +182,38 @@ private:
     static QStringList Disparador(const QString &cuando, const QString &suceso, const QString &condicion,
                                   const QString &accion)
     {
-        const QString filtro = condicion.isEmpty() ? QString() : " WHEN (" + condicion + ")";
-        return {"CREATE FUNCTION falla() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN " + accion + "; END $$",
-                "CREATE TRIGGER falla " + cuando + " " + suceso + " FOR EACH ROW" + filtro
-                    + " EXECUTE FUNCTION falla()"};
+        const QString cuerpo = condicion.isEmpty() ? accion : "IF " + condicion + " THEN " + accion + "; END IF";
+        return {Funcion(cuerpo),
+                "CREATE TRIGGER falla " + cuando + " " + suceso + " FOR EACH ROW EXECUTE FUNCTION falla()"};
+    }
+    // Reads what the planner must not.
+    static QString Funcion(const QString &cuerpo)
+    {
+        return "CREATE FUNCTION falla() RETURNS trigger LANGUAGE plpgsql SECURITY DEFINER AS $$ BEGIN " + cuerpo
+               + "; IF TG_OP = 'DELETE' THEN RETURN OLD; END IF; RETURN NEW; END $$";
     }
 
     QString nombre;
+    bool propia = true;
 };
 
 } // namespace
 
+bool Motor::EnServidor()
+{
+    return qEnvironmentVariable("QVX_PRUEBA_MOTOR") == "postgres";
+}
+
 std::unique_ptr<Motor> Motor::Nuevo(bool conEjemplos)
 {
-    if (qEnvironmentVariable("QVX_PRUEBA_MOTOR") == "postgres")
-        return std::make_unique<EnServidor>(conEjemplos);
+    if (EnServidor())
+        return std::make_unique<DelServidor>(conEjemplos);
     return std::make_unique<EnArchivo>(conEjemplos);
 }
 
 std::unique_ptr<Motor> Motor::DeArchivo(const QString &archivo)
 {
+    if (EnServidor())
+        return std::make_unique<DelServidor>(archivo);
     return std::make_unique<EnArchivo>(archivo);
 }

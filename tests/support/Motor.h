@@ -25,6 +25,8 @@ class Motor
 {
 public:
     static std::unique_ptr<Motor> Nuevo(bool conEjemplos);
+    static bool EnServidor();
+    // One that another process made, by its Lugar.
     static std::unique_ptr<Motor> DeArchivo(const QString &archivo);
     virtual ~Motor() = default;
 
@@ -34,6 +36,8 @@ public:
     // What "quorvex" is told on its command line to open it.
     virtual QStringList Argumentos() const = 0;
     virtual bool EsPostgres() const = 0;
+    // The file, or the name of the database on the server.
+    virtual QString Lugar() const = 0;
     // The embedded engine's file, "" on the server.
     virtual QString Archivo() const { return {}; }
 
@@ -42,7 +46,14 @@ public:
     virtual QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion) const = 0;
     virtual QStringList Omision(const QString &suceso) const = 0;
     virtual QStringList SinFalla() const = 0;
+    // While the connection is there, the event waits before its first row.
+    virtual QStringList Detencion(const QString &suceso) const = 0;
     // Holds every plan, as one in the middle of a change does; or only reads.
     virtual QStringList Ocupacion() const = 0;
     virtual QStringList Lectura() const = 0;
+    // Lets every change of a plan through, and keeps it from being committed while the connection is there or until
+    // SinFalla.
+    virtual QStringList SinConfirmacion() const = 0;
+    // The query that answers how a statement would find its rows.
+    virtual QStringList Examen(const QString &sql) const = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "session/Interaccion.h"
 
+#include <QHash>
 #include <QList>
 #include <QStringList>
 #include <functional>
@@ -31,6 +32,10 @@ public:
     QStringList
         dialogos; // file dialogs so far, as "guardar|título|filtro|archivo|carpeta" ("abrir" first for an open dialog)
 
+    // Every question with this identifier that no other answer waits for gets this one.
+    void ResponderSiempre(int identificador, int respuesta);
+    // Forgets the answers that were not used.
+    void Descartar();
     // Fails the test when an answer was not used.
     void Revisar() const;
 
@@ -42,6 +47,7 @@ private:
     };
     QStringList avisos;
     QList<Respuesta> respuestas;
+    QHash<QString, int> permanentes;
     QList<QPair<QString, QString>> elecciones;
     QStringList archivos;
 };

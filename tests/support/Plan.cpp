@@ -55,6 +55,11 @@ void SembrarPlan(const Escenario &escenario)
     linea("'0003', '000003', '000004', '01', '9000000001', 1, 'HR', 150.25, 150.25, ''");
 }
 
+QString ClaveDe(const QString &numero, int cifras)
+{
+    return QString("substr(CAST(1%1 + %2 AS text), 2)").arg(QString(cifras, QLatin1Char('0')), numero);
+}
+
 void SembrarGrande(const Escenario &escenario, const QString &tipo, int partes)
 {
     const auto sembrar = [&](const QString &tabla, const QString &columnas, int cuantos, const QString &valores) {
@@ -64,14 +69,14 @@ void SembrarGrande(const Escenario &escenario, const QString &tipo, int partes)
     };
     escenario.Motor("INSERT INTO Tipo_Equipo VALUES ('" + tipo + "', 'GRANDE', 'AC')");
     sembrar("Tipo_Equipo_Parte", "Tep_ID, Tep_Padre, Tep_Descripcion, Oper_Alta", partes,
-            "printf('%05d', i), CASE WHEN i < 10 THEN '0000' ELSE printf('%05d', i / 10) END, 'PARTE ' || i, '" + tipo
-                + "'");
+            ClaveDe("i", 5) + ", CASE WHEN i < 10 THEN '0000' ELSE " + ClaveDe("i / 10", 5) + " END, 'PARTE ' || i, '"
+                + tipo + "'");
     sembrar("Plan_Mantenimiento", "Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, Oper_Alta", 2 * partes,
-            "printf('%05d', (i + 1) / 2), printf('%06d', i), '9001', i, '" + tipo + "'");
+            ClaveDe("(i + 1) / 2", 5) + ", " + ClaveDe("i", 6) + ", '9001', i, '" + tipo + "'");
     sembrar("Plan_Mantenimiento_Detalle",
             "Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, Pmd_Cantidad, Pmd_Costo, Pmd_Importe", 10 * partes,
-            "printf('%05d', (i + 9) / 10), printf('%06d', (i + 4) / 5), printf('%06d', i), '02', '9000000002', i, "
-                + tipo + ", i * " + tipo);
+            ClaveDe("(i + 9) / 10", 5) + ", " + ClaveDe("(i + 4) / 5", 6) + ", " + ClaveDe("i", 6)
+                + ", '02', '9000000002', i, " + tipo + ", i * " + tipo);
 }
 
 void Escribir(QWidget &caja, const QString &texto)

@@ -1,6 +1,7 @@
 #include "support/PruebaEditor.h"
 
 #include "controls/Comunes.h"
+#include "support/Planificador.h"
 
 void PruebaEditor::init()
 {
@@ -46,19 +47,5 @@ QString PruebaEditor::Fila(const SSOleDBGrid &grid, int fila) const
 // A valid new service with a line of each kind, typed field by field.
 void PruebaEditor::LlenarNuevo(QWidget &editor)
 {
-    Escribir(Caja(editor, "txtTipoServicio"), "9001");
-    Escribir(Caja(editor, "txtPrioridad"), "9001");
-    Escribir(Caja(editor, "txtDias"), "30");
-    Escribir(Caja(editor, "txtTiempoEstimado"), "2.5");
-    Escribir(Caja(editor, "txtPrecio"), "1,000.50");
-    Fichas(editor).setTab(1);
-    EscribirCelda(Grid(editor, "ssManoObra"), 0, "Producto", "9000000001");
-    EscribirCelda(Grid(editor, "ssManoObra"), 0, "Cantidad", "2");
-    Fichas(editor).setTab(2);
-    EscribirCelda(Grid(editor, "ssRefacciones"), 0, "Producto", "9000000002");
-    EscribirCelda(Grid(editor, "ssRefacciones"), 0, "Cantidad", "1.5");
-    EscribirCelda(Grid(editor, "ssRefacciones"), 0, "Gasto", "9001");
-    Fichas(editor).setTab(3);
-    EscribirCelda(Grid(editor, "ssHerramientas"), 0, "Producto", "9000000003");
-    EscribirCelda(Grid(editor, "ssHerramientas"), 0, "Cantidad", "1");
+    LlenarServicio(*escenario, editor);
 }
