@@ -42,6 +42,6 @@ private:
     std::unique_ptr<Ui::frmAddParte> ui;
     Forma &pantalla;
     QString propuesta; // the key that a new part was offered
-    QString operador; // audit values of the accept that is running
+    QString operador;  // audit values of the accept that is running
     QString fecha;
 };
