@@ -10,7 +10,6 @@ class PrEdiciones : public PruebaEditor
 private:
     // What another planner does meanwhile, with that planner's signature.
     void Ajeno(const QString &cambio) const;
-    void EnLaParte(const QString &comando, const QString &nodo, const Pasos &pasos);
     // Why the editor's save was refused: the message is only "ERROR", its details say more.
     QString Rechazo();
 
@@ -31,8 +30,10 @@ namespace
 {
 
 const QString Firma = ", Oper_Ult_Modif = 'jcruz', Fecha_Ult_Modif = '2026-03-14 09:20:00' ";
-const QString Motivo = "jcruz cambió este registro el 2026-03-14 09:20:00, después de que esta pantalla lo leyó. No se "
-                       "guardó nada y lo que escribió sigue aquí; ciérrelo y vuelva a abrirlo para ver cómo quedó.";
+const QString Motivo =
+    "jcruz cambió este registro el 2026-03-14 09:20:00, después de que esta pantalla lo leyó. No se "
+    "guardó nada, y lo escrito sigue en la pantalla. Para ver cómo quedó, ábralo de nuevo o actualice "
+    "el árbol con F5.";
 const QString YaNoEsta = "El registro ya no existe: otra persona lo eliminó o lo cambió de lugar.";
 
 } // namespace
@@ -41,18 +42,6 @@ void PrEdiciones::Ajeno(const QString &cambio) const
 {
     for (const QString &sentencia : cambio.split(QLatin1Char(';')))
         escenario->Motor(QString(sentencia).replace("{FIRMA}", Firma));
-}
-
-void PrEdiciones::EnLaParte(const QString &comando, const QString &nodo, const Pasos &pasos)
-{
-    ElegirNodo(escenario->De<QWidget>("tvPartes"), nodo);
-    bool corrido = false;
-    EnElDialogo([&](QWidget &dialogo) {
-        corrido = true;
-        pasos(dialogo);
-    });
-    Pulsar(escenario->De<QWidget>("Controles"), comando);
-    QVERIFY(corrido);
 }
 
 QString PrEdiciones::Rechazo()

@@ -1,6 +1,5 @@
 #include "data/Versiones.h"
 
-#include "data/Conexion.h"
 #include "data/Texto.h"
 
 namespace qvx

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "data/Recordset.h"
+
 #include <QHash>
 #include <QString>
 
 namespace qvx
 {
-
-class Recordset;
 
 // The versions of the parts and services that this program has read last: what its changes of them are based on.
 class Versiones

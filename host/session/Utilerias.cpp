@@ -68,8 +68,8 @@ QString CambioAjeno(const Recordset &fila)
     const QString quien = fila["Oper_Anterior"];
     const QString propio = quien == Sesion::Actual().Operador() ? "Usted mismo (" + quien + ")" : quien;
     return propio + " cambió este registro el " + fila["Fecha_Anterior"]
-           + ", después de que esta pantalla lo leyó. No se guardó nada y lo que escribió sigue "
-             "aquí; ciérrelo y vuelva a abrirlo para ver cómo quedó.";
+           + ", después de que esta pantalla lo leyó. No se guardó nada, y lo escrito sigue en "
+             "la pantalla. Para ver cómo quedó, ábralo de nuevo o actualice el árbol con F5.";
 }
 
 // What is wrong with a row that was just written, "" when nothing is. Another's change of it since this program read it

@@ -36,6 +36,20 @@ void PruebaEditor::Abrir(int fila, const Pasos &pasos, const QString &parte)
     QVERIFY(corrido);
 }
 
+void PruebaEditor::EnLaParte(const QString &comando, const QString &nodo, const Pasos &pasos)
+{
+    auto &arbol = escenario->De<comunesQVX::TreeView>("tvPartes");
+    arbol.setSelectedItem(nullptr);
+    ElegirNodo(arbol, nodo);
+    bool abierto = false;
+    EnElDialogo([&](QWidget &dialogo) {
+        abierto = true;
+        pasos(dialogo);
+    });
+    Pulsar(escenario->De<QWidget>("Controles"), comando);
+    QVERIFY2(abierto, "No se abrió el diálogo");
+}
+
 QString PruebaEditor::Fila(const SSOleDBGrid &grid, int fila) const
 {
     QStringList celdas;

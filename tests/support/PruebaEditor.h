@@ -19,6 +19,8 @@ protected:
 
     // Opens the editor on the service in this row of the part's list, -1 for a new one, and runs the steps in it.
     void Abrir(int fila, const Pasos &pasos, const QString &parte = "N0002");
+    // Runs a command of the toolbar on a node, and the steps in the dialog that it opens.
+    void EnLaParte(const QString &comando, const QString &nodo, const Pasos &pasos);
     txtQVX &Caja(QWidget &editor, const char *nombre) { return escenario->En<txtQVX>(editor, nombre); }
     SSOleDBGrid &Grid(QWidget &editor, const char *nombre) { return escenario->En<SSOleDBGrid>(editor, nombre); }
     QCheckBox &Paro(QWidget &editor) { return escenario->En<QCheckBox>(editor, "chkRequiereParo"); }
