@@ -51,6 +51,8 @@ Conexion::~Conexion()
 
 Recordset Conexion::Execute(const QString &sql)
 {
+    if (alEjecutar)
+        alEjecutar();
     if (estado == Estado::Condenada)
         throw ErrorEjecucion(errores::Datos, "La transacción falló y debe deshacerse: " + motivoCondena, sql);
     try {
@@ -60,8 +62,9 @@ Recordset Conexion::Execute(const QString &sql)
         if (sentencia.sinCerrar)
             MostrarAlMotor(sql);
         const auto preparada = Preparar(sentencia.forma, sql);
+        RevisarTipoDeEquipo(sentencia, preparada->tiposIgualados, sql);
         if (estado == Estado::Abierta)
-            for (const int lugar : preparada->tiposDeEquipo)
+            for (const int lugar : preparada->tiposApartados)
                 Apartar(sentencia.valores.value(lugar).toString());
         for (int i = 0; i < sentencia.valores.size(); ++i)
             preparada->consulta.bindValue(i, sentencia.valores.at(i));
@@ -89,7 +92,8 @@ std::shared_ptr<Conexion::Preparada> Conexion::Preparar(const QString &forma, co
         MostrarAlMotor(sql);
     if (preparadas.size() >= MaximoPreparadas)
         preparadas.clear();
-    auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, dialecto->TiposDeEquipo(forma)});
+    auto nueva = std::make_shared<Preparada>(
+        Preparada{QSqlQuery(base), nullptr, LiteralesDeTipoDeEquipo(forma), dialecto->TiposDeEquipo(forma)});
     nueva->consulta.setForwardOnly(dialecto->SoloHaciaAdelante());
     if (!nueva->consulta.prepare(dialecto->Reescribir(forma)))
         Fallar(nueva->consulta.lastError(), sql);
@@ -107,29 +111,25 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
         return resultado;
     }
     if (!preparada.campos) {
-        Recordset::Campos campos;
+        QStringList campos;
         const QSqlRecord registro = consulta.record();
-        campos.cuantos = registro.count();
-        for (int i = 0; i < campos.cuantos; ++i)
-            campos.lugares.insert(registro.fieldName(i).toLower(), i);
-        preparada.campos = std::make_shared<const Recordset::Campos>(std::move(campos));
+        for (int i = 0; i < registro.count(); ++i)
+            campos.append(registro.fieldName(i));
+        preparada.campos = std::make_shared<const QStringList>(std::move(campos));
     }
-    const int columnas = preparada.campos->cuantos;
-    std::vector<QVariantList> filas;
-    while (consulta.next()) {
-        QVariantList fila;
-        fila.reserve(columnas);
+    const int columnas = static_cast<int>(preparada.campos->size());
+    std::vector<QVariant> valores;
+    qint64 filas = 0;
+    for (; consulta.next(); ++filas)
         for (int i = 0; i < columnas; ++i)
-            fila.append(consulta.value(i));
-        filas.push_back(std::move(fila));
-    }
+            valores.push_back(consulta.value(i));
     const QSqlError error = consulta.lastError();
     consulta.finish();
     if (error.isValid())
         Fallar(error, sql);
-    Anotar(QString::number(filas.size()), sql);
+    Anotar(QString::number(filas), sql);
     resultado.campos = preparada.campos;
-    resultado.filas = std::make_shared<const std::vector<QVariantList>>(std::move(filas));
+    resultado.valores = std::make_shared<const std::vector<QVariant>>(std::move(valores));
     leidas.Anotar(resultado);
     return resultado;
 }

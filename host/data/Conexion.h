@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <functional>
 #include <memory>
 
 namespace qvx
@@ -29,6 +30,8 @@ public:
     Conexion &operator=(const Conexion &) = delete;
 
     Recordset Execute(const QString &sql);
+    // Is called before each statement.
+    void AlEjecutar(std::function<void()> aviso) { alEjecutar = std::move(aviso); }
 
     // A failed statement dooms its transaction: the engine takes it back at once, and until RollbackTrans every
     // statement and the commit fail.
@@ -52,8 +55,9 @@ private:
     enum class Estado { Libre, Abierta, Condenada };
     struct Preparada {
         QSqlQuery consulta;
-        std::shared_ptr<const Recordset::Campos> campos;
-        QList<int> tiposDeEquipo; // where they stand among the literals
+        std::shared_ptr<const QStringList> campos;
+        QList<int> tiposIgualados; // where equipment types stand among the literals: all that are compared or set,
+        QList<int> tiposApartados; // and those whose plan a transaction holds
     };
 
     std::shared_ptr<Preparada> Preparar(const QString &forma, const QString &sql);
@@ -79,6 +83,7 @@ private:
     int eventos = 0;
     bool leyendo = false;
     QString motivoCondena;
+    std::function<void()> alEjecutar;
 };
 
 } // namespace qvx

@@ -1,13 +1,14 @@
 // The shared server's dialect. The server knows "dbo." functions itself.
 
 #include "data/Dialecto.h"
+#include "data/Lexico.h"
+#include "data/Libpq.h"
 
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QVariant>
-#include <libpq-fe.h>
 #include <poll.h>
 
 namespace qvx
@@ -67,42 +68,39 @@ public:
     // Parsed by the server on its own, since a text sent to be run may hold several statements.
     QSqlError Examinar(QSqlDatabase &base, const QString &sql) const override
     {
-        PGresult *resultado = PQprepare(Enlace(base), "", sql.toUtf8().constData(), 0, nullptr);
+        const Libpq &pq = LibreriaPq();
+        PGresult *resultado = pq.PQprepare(Enlace(base), "", sql.toUtf8().constData(), 0, nullptr);
         QSqlError error;
-        if (PQresultStatus(resultado) != PGRES_COMMAND_OK)
-            error = QSqlError({}, QString::fromUtf8(PQresultErrorMessage(resultado)), QSqlError::StatementError,
-                              QString::fromLatin1(PQresultErrorField(resultado, PG_DIAG_SQLSTATE)));
-        PQclear(resultado);
+        if (pq.PQresultStatus(resultado) != PGRES_COMMAND_OK)
+            error = QSqlError({}, QString::fromUtf8(pq.PQresultErrorMessage(resultado)), QSqlError::StatementError,
+                              QString::fromLatin1(pq.PQresultErrorField(resultado, PG_DIAG_SQLSTATE)));
+        pq.PQclear(resultado);
         return error;
     }
 
     // Nothing is due on an idle connection: what there is to read is its end, perhaps after the server's farewell.
     bool SigueAbierta(const QSqlDatabase &base) const override
     {
+        const Libpq &pq = LibreriaPq();
         PGconn *enlace = Enlace(base);
-        if (!base.isOpen() || PQstatus(enlace) != CONNECTION_OK)
+        if (!base.isOpen() || pq.PQstatus(enlace) != CONNECTION_OK)
             return false;
-        pollfd enchufe{PQsocket(enlace), POLLIN, 0};
-        while (poll(&enchufe, 1, 0) > 0 && PQconsumeInput(enlace) == 1) {
+        pollfd enchufe{pq.PQsocket(enlace), POLLIN, 0};
+        while (poll(&enchufe, 1, 0) > 0 && pq.PQconsumeInput(enlace) == 1) {
         }
-        return PQstatus(enlace) == CONNECTION_OK;
+        return pq.PQstatus(enlace) == CONNECTION_OK;
     }
 
     bool SigueEnTransaccion(const QSqlDatabase &base) const override
     {
-        return PQtransactionStatus(Enlace(base)) == PQTRANS_INTRANS;
+        return LibreriaPq().PQtransactionStatus(Enlace(base)) == PQTRANS_INTRANS;
     }
 
     QList<int> TiposDeEquipo(const QString &forma) const override
     {
-        static const QRegularExpression filtro("\\bTe_Cve_Tipo_Equipo\\s*=\\s*\\?",
-                                               QRegularExpression::CaseInsensitiveOption);
         static const QRegularExpression alta("^INSERT\\s+INTO\\s+\\w+\\s*\\(([^()]*)\\)\\s*VALUES\\s*\\(([^()]*)\\)",
                                              QRegularExpression::CaseInsensitiveOption);
-        QList<int> lugares;
-        for (auto hallados = filtro.globalMatch(forma); hallados.hasNext();)
-            lugares.append(
-                static_cast<int>(QStringView(forma).left(hallados.next().capturedEnd() - 1).count(QLatin1Char('?'))));
+        QList<int> lugares = LiteralesDeTipoDeEquipo(forma);
         if (const auto hallada = alta.match(forma); hallada.hasMatch()) {
             QStringList columnas = hallada.captured(1).split(QLatin1Char(','));
             for (QString &columna : columnas)

@@ -4,7 +4,7 @@
 #include "data/Texto.h"
 
 #include <QRegularExpression>
-#include <QSet>
+#include <utility>
 
 namespace qvx
 {
@@ -24,8 +24,7 @@ public:
         Verbo();
         while (lugar < texto.size())
             Pieza();
-        RevisarTipoDeEquipo();
-        return sentencia;
+        return std::move(sentencia);
     }
 
 private:
@@ -34,19 +33,23 @@ private:
     QChar Actual() const { return texto.at(lugar); }
     bool Sigue(QChar c) const { return lugar + 1 < texto.size() && texto.at(lugar + 1) == c; }
     static bool EsDePalabra(QChar c) { return c.isLetterOrNumber() || c == QLatin1Char('_'); }
+    QStringView PalabraEnAdelante()
+    {
+        const auto inicio = lugar;
+        while (lugar < texto.size() && EsDePalabra(Actual()))
+            ++lugar;
+        return QStringView(texto).mid(inicio, lugar - inicio);
+    }
 
     void Verbo()
     {
         while (lugar < texto.size() && Actual().isSpace())
             ++lugar;
-        const auto inicio = lugar;
-        while (lugar < texto.size() && EsDePalabra(Actual()))
-            ++lugar;
-        const QString verbo = texto.mid(inicio, lugar - inicio).toUpper();
+        const QString verbo = PalabraEnAdelante().toString().toUpper();
         if (verbo != "SELECT" && verbo != "INSERT" && verbo != "UPDATE" && verbo != "DELETE")
             Rechazar("La sentencia no es una consulta ni un cambio de renglones");
         sentencia.lectura = verbo == "SELECT";
-        sentencia.forma = verbo;
+        sentencia.forma += verbo;
     }
 
     void Pieza()
@@ -56,40 +59,40 @@ private:
             return LiteralDeTexto();
         if (c.isDigit() && !sentencia.lectura)
             return LiteralDeNumero();
-        if (EsDePalabra(c))
-            return Palabra();
+        if (EsDePalabra(c)) {
+            sentencia.forma += PalabraEnAdelante();
+            return;
+        }
         if (c.isNull())
             Rechazar("La sentencia contiene un carácter nulo");
         if ((c == QLatin1Char('-') && Sigue(QLatin1Char('-'))) || (c == QLatin1Char('/') && Sigue(QLatin1Char('*'))))
             Rechazar("La sentencia contiene un comentario");
         if (c == QLatin1Char(';'))
             return FinDeSentencia();
-        if (!c.isSpace() && !QStringLiteral("(),.=<>!+-*/|%{}\"").contains(c))
+        if (!c.isSpace() && !QStringView(u"(),.=<>!+-*/|%{}\"").contains(c))
             sentencia.sinCerrar = true;
         sentencia.forma += c;
         ++lugar;
-    }
-
-    void Palabra()
-    {
-        while (lugar < texto.size() && EsDePalabra(Actual()))
-            sentencia.forma += texto.at(lugar++);
     }
 
     void LiteralDeTexto()
     {
         QString valor(""); // not null: '' is a text, and would be stored as none
         for (++lugar; lugar < texto.size(); ++lugar) {
+            const auto inicio = lugar;
+            while (lugar < texto.size() && Actual() != QLatin1Char('\'') && !Actual().isNull())
+                ++lugar;
+            valor += QStringView(texto).mid(inicio, lugar - inicio);
+            if (lugar == texto.size())
+                break;
             if (Actual().isNull())
                 Rechazar("La sentencia contiene un carácter nulo");
-            if (Actual() == QLatin1Char('\'')) {
-                if (!Sigue(QLatin1Char('\''))) {
-                    ++lugar;
-                    return Literal(valor);
-                }
+            if (!Sigue(QLatin1Char('\''))) {
                 ++lugar;
+                return Literal(valor);
             }
             valor += Actual();
+            ++lugar;
         }
         sentencia.sinCerrar = true;
     }
@@ -138,23 +141,6 @@ private:
                 Rechazar("El texto contiene más de una sentencia");
     }
 
-    // No row is given to another equipment type: a change that names two of them was not composed by a screen.
-    void RevisarTipoDeEquipo() const
-    {
-        static const QRegularExpression asignado("\\bTe_Cve_Tipo_Equipo\\s*=\\s*\\?",
-                                                 QRegularExpression::CaseInsensitiveOption);
-        if (sentencia.forma.startsWith("SELECT"))
-            return;
-        QSet<QString> tipos;
-        for (auto hallados = asignado.globalMatch(sentencia.forma); hallados.hasNext();) {
-            const auto hasta = hallados.next().capturedEnd() - 1;
-            const auto cual = QStringView(sentencia.forma).left(hasta).count(QLatin1Char('?'));
-            tipos.insert(SinBlancosAlFinal(sentencia.valores.value(cual).toString()));
-        }
-        if (tipos.size() > 1)
-            Rechazar("La sentencia cambiaría el tipo de equipo de un registro");
-    }
-
     const QString &texto;
     qsizetype lugar = 0;
     Sentencia sentencia;
@@ -201,6 +187,27 @@ bool FormaPermitida(const QString &forma)
 Sentencia Analizar(const QString &texto)
 {
     return Analizador(texto).Analizar();
+}
+
+QList<int> LiteralesDeTipoDeEquipo(const QString &forma)
+{
+    static const QRegularExpression igualado("\\bTe_Cve_Tipo_Equipo\\s*=\\s*\\?",
+                                             QRegularExpression::CaseInsensitiveOption);
+    QList<int> lugares;
+    for (auto hallados = igualado.globalMatch(forma); hallados.hasNext();)
+        lugares.append(
+            static_cast<int>(QStringView(forma).left(hallados.next().capturedEnd() - 1).count(QLatin1Char('?'))));
+    return lugares;
+}
+
+void RevisarTipoDeEquipo(const Sentencia &sentencia, const QList<int> &literales, const QString &texto)
+{
+    if (sentencia.lectura || literales.size() < 2)
+        return;
+    const auto clave = [&](int lugar) { return SinBlancosAlFinal(sentencia.valores.value(lugar).toString()); };
+    for (const int lugar : literales)
+        if (clave(lugar) != clave(literales.constFirst()))
+            throw ErrorEjecucion(errores::Datos, "La sentencia cambiaría el tipo de equipo de un registro", texto);
 }
 
 } // namespace qvx

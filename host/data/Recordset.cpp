@@ -10,26 +10,37 @@ void Recordset::MoveNext()
 {
     if (Eof())
         throw ErrorEjecucion(errores::SinRegistroActual, "No hay un registro actual");
-    ++actual;
+    actual += campos->size();
 }
 
 void Recordset::Close()
 {
-    filas.reset();
+    valores.reset();
 }
 
 const QVariant &Recordset::Valor(int columna) const
 {
     if (Eof())
         throw ErrorEjecucion(errores::SinRegistroActual, "No hay un registro actual");
-    return filas->at(actual).at(columna);
+    return valores->at(actual + static_cast<std::size_t>(columna));
 }
 
-int Recordset::Columna(const QString &campo) const
+// Of two fields with one name the last counts. The sizes tell most names apart: no field's has accented letters.
+int Recordset::Lugar(QAnyStringView campo) const
 {
-    const int columna = campos ? campos->lugares.value(campo.toLower(), -1) : -1;
+    int lugar = Columnas() - 1;
+    while (lugar >= 0
+           && (campos->at(lugar).size() != campo.size()
+               || QAnyStringView::compare(campos->at(lugar), campo, Qt::CaseInsensitive) != 0))
+        --lugar;
+    return lugar;
+}
+
+int Recordset::Columna(QAnyStringView campo) const
+{
+    const int columna = Lugar(campo);
     if (columna < 0)
-        throw ErrorEjecucion(errores::ElementoNoEncontrado, "La consulta no tiene el campo " + campo);
+        throw ErrorEjecucion(errores::ElementoNoEncontrado, "La consulta no tiene el campo " + campo.toString());
     return columna;
 }
 
@@ -39,13 +50,13 @@ QString Recordset::Texto(int columna) const
     return valor.typeId() == QMetaType::Double ? NumeroATexto(valor.toDouble()) : valor.toString();
 }
 
-double Recordset::Numero(const QString &campo) const
+double Recordset::Numero(QAnyStringView campo) const
 {
     const QVariant &valor = Valor(Columna(campo));
     bool es = valor.isNull();
     const double numero = valor.isNull() ? 0 : valor.toDouble(&es);
     if (!es)
-        throw ErrorEjecucion(errores::TiposNoCoinciden, "El campo " + campo + " no es un número");
+        throw ErrorEjecucion(errores::TiposNoCoinciden, "El campo " + campo.toString() + " no es un número");
     return numero;
 }
 

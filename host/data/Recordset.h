@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QHash>
+#include <QAnyStringView>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <memory>
 #include <vector>
@@ -13,31 +14,28 @@ namespace qvx
 class Recordset
 {
 public:
-    bool Eof() const { return !filas || actual >= filas->size(); }
+    bool Eof() const { return !valores || actual >= valores->size(); }
     void MoveNext();
     void Close();
 
     // The value of a field of the current row as text, "" for null. Field names match in any letter case. Raises
     // SinRegistroActual at the end and ElementoNoEncontrado for an unknown field.
-    QString operator[](const QString &campo) const { return Texto(Columna(campo)); }
+    QString operator[](QAnyStringView campo) const { return Texto(Columna(campo)); }
     // Likewise by position, from 0, and as a number (null: 0; raises TiposNoCoinciden for a text that is none).
     QString Texto(int columna) const;
-    double Numero(const QString &campo) const;
-    int Columnas() const { return campos ? campos->cuantos : 0; }
-    bool Tiene(const QString &campo) const { return campos && campos->lugares.contains(campo.toLower()); }
+    double Numero(QAnyStringView campo) const;
+    int Columnas() const { return campos ? static_cast<int>(campos->size()) : 0; }
+    // Where a field stands, -1 when there is none.
+    int Lugar(QAnyStringView campo) const;
 
 private:
     friend class Conexion;
-    struct Campos {
-        QHash<QString, int> lugares; // by name in lower case
-        int cuantos = 0;
-    };
-    int Columna(const QString &campo) const;
+    int Columna(QAnyStringView campo) const;
     const QVariant &Valor(int columna) const;
 
-    std::shared_ptr<const Campos> campos;
-    std::shared_ptr<const std::vector<QVariantList>> filas;
-    std::size_t actual = 0;
+    std::shared_ptr<const QStringList> campos;
+    std::shared_ptr<const std::vector<QVariant>> valores; // row after row
+    std::size_t actual = 0;                               // where the current row begins
 };
 
 } // namespace qvx

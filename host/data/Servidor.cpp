@@ -4,10 +4,10 @@
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Instalador.h"
+#include "data/Libpq.h"
 
 #include <QRegularExpression>
 #include <QSqlDatabase>
-#include <libpq-fe.h>
 
 namespace qvx
 {
@@ -104,12 +104,13 @@ bool LlevaContrasena(const QString &direccion)
 // Whom libpq takes for the user of an address that names none.
 QString UsuarioPredeterminado()
 {
+    const Libpq &pq = LibreriaPq();
     QString usuario;
-    PQconninfoOption *predeterminadas = PQconndefaults();
+    PQconninfoOption *predeterminadas = pq.PQconndefaults();
     for (const PQconninfoOption *opcion = predeterminadas; opcion && opcion->keyword; ++opcion)
         if (qstrcmp(opcion->keyword, "user") == 0)
             usuario = QString::fromUtf8(opcion->val);
-    PQconninfoFree(predeterminadas);
+    pq.PQconninfoFree(predeterminadas);
     return usuario;
 }
 
@@ -121,17 +122,18 @@ Servidor::Servidor(const QString &direccion)
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar la contraseña.");
     if (!direccion.startsWith("postgresql://") && !direccion.startsWith("postgres://"))
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor es postgresql://USUARIO@EQUIPO:PUERTO/BASE.");
+    const Libpq &pq = LibreriaPq();
     char *error = nullptr;
-    PQconninfoOption *leidas = PQconninfoParse(direccion.toUtf8().constData(), &error);
+    PQconninfoOption *leidas = pq.PQconninfoParse(direccion.toUtf8().constData(), &error);
     if (!leidas) {
         const QString motivo = QString::fromUtf8(error).trimmed();
-        PQfreemem(error);
+        pq.PQfreemem(error);
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor no es válida: " + motivo);
     }
     for (const PQconninfoOption *opcion = leidas; opcion->keyword; ++opcion)
         if (opcion->val)
             opciones.append({QString::fromUtf8(opcion->keyword), QString::fromUtf8(opcion->val)});
-    PQconninfoFree(leidas);
+    pq.PQconninfoFree(leidas);
     if (!Opcion("password").isEmpty() || !Opcion("sslpassword").isEmpty())
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar la contraseña.");
     Completar();
@@ -211,17 +213,18 @@ Servidor::Prueba Servidor::Probar() const
     }
     nombres.push_back(nullptr);
     valores.push_back(nullptr);
-    const std::unique_ptr<PGconn, decltype(&PQfinish)> enlace(PQconnectdbParams(nombres.data(), valores.data(), 0),
-                                                              &PQfinish);
-    if (PQstatus(enlace.get()) == CONNECTION_OK)
+    const Libpq &pq = LibreriaPq();
+    const std::unique_ptr<PGconn, decltype(&PQfinish)> enlace(pq.PQconnectdbParams(nombres.data(), valores.data(), 0),
+                                                              pq.PQfinish);
+    if (pq.PQstatus(enlace.get()) == CONNECTION_OK)
         return {Acceso::Abierto, {}};
-    if (PQconnectionNeedsPassword(enlace.get()))
+    if (pq.PQconnectionNeedsPassword(enlace.get()))
         return {Acceso::PideContrasena, {}};
     // Tried with and without TLS, it says the same twice.
-    QStringList motivo = QString::fromUtf8(PQerrorMessage(enlace.get())).trimmed().split(QLatin1Char('\n'));
+    QStringList motivo = QString::fromUtf8(pq.PQerrorMessage(enlace.get())).trimmed().split(QLatin1Char('\n'));
     motivo.removeDuplicates();
     // Also one that was not accepted.
-    return {PQconnectionUsedPassword(enlace.get()) ? Acceso::PideContrasena : Acceso::Rechazado,
+    return {pq.PQconnectionUsedPassword(enlace.get()) ? Acceso::PideContrasena : Acceso::Rechazado,
             motivo.join(QLatin1Char('\n'))};
 }
 

@@ -17,13 +17,15 @@ QString Renglon(const QString &tabla, const QString &tipoEquipo, const QString &
 
 void Versiones::Anotar(Recordset filas)
 {
-    if (!filas.Tiene("Version") || !filas.Tiene("Te_Cve_Tipo_Equipo"))
+    const int version = filas.Lugar("Version");
+    const int tipoEquipo = filas.Lugar("Te_Cve_Tipo_Equipo");
+    if (version < 0 || tipoEquipo < 0)
         return;
-    const bool servicio = filas.Tiene("Pm_ID");
-    const QString tabla = servicio ? "Plan_Mantenimiento" : "Tipo_Equipo_Parte";
-    const QString columna = servicio ? "Pm_ID" : "Tep_ID";
+    const int folio = filas.Lugar("Pm_ID");
+    const QString tabla = folio >= 0 ? "Plan_Mantenimiento" : "Tipo_Equipo_Parte";
+    const int clave = folio >= 0 ? folio : filas.Lugar("Tep_ID");
     for (; !filas.Eof(); filas.MoveNext())
-        leidas.insert(Renglon(tabla, filas["Te_Cve_Tipo_Equipo"], filas[columna]), filas["Version"]);
+        leidas.insert(Renglon(tabla, filas.Texto(tipoEquipo), filas.Texto(clave)), filas.Texto(version));
 }
 
 QString Versiones::Leida(const QString &tabla, const QString &tipoEquipo, const QString &clave) const
