@@ -13,7 +13,8 @@
 using namespace Publico;
 using toolbarQVX::Controles;
 
-frmAddParte::frmAddParte(Forma &pantalla_) : ui(std::make_unique<Ui::frmAddParte>()), pantalla(pantalla_)
+frmAddParte::frmAddParte(Forma &pantalla_)
+    : Forma(&pantalla_), ui(std::make_unique<Ui::frmAddParte>()), pantalla(pantalla_)
 {
     ui->setupUi(this);
     ui->Controles->setJuegoComandos(Controles::Dialogo);

@@ -33,7 +33,7 @@ void frmKT580::Controles_Nuevo()
         dialogo.LlenarPadre(padre, padre == "0000" ? QString("RAIZ") : ruta["Descripcion"]);
         dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
         dialogo.LlenarParte(qvx::ClaveConFormato(clave, formatoParte), "");
-        dialogo.MostrarModal(this);
+        dialogo.MostrarModal();
         if (dialogo.Aceptado) {
             const PunteroReloj reloj;
             CargarPartes();
@@ -79,7 +79,7 @@ void frmKT580::Controles_Editar()
         dialogo.LlenarPadre(padre, padre == "0000" ? QString("RAIZ") : ruta["Descripcion"]);
         dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
         dialogo.LlenarParte(parte, fila["Tep_Descripcion"]);
-        dialogo.MostrarModal(this);
+        dialogo.MostrarModal();
         if (dialogo.Aceptado) {
             CargarPartes();
             ui->tvPartes->Item("N" + parte)->setText(parte + " - " + dialogo.Texto());

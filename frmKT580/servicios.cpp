@@ -73,14 +73,14 @@ void frmKT580::lvServicios_DblClick()
             Advertir("No se encontró la ruta de la parte", 7500030);
             return;
         }
-        frmServicio editor;
+        frmServicio editor(this);
         editor.Nuevo = false;
         PrepararEditor(editor, ruta["Descripcion"]);
         editor.Cargar();
         if (DadaDeBaja(ui->tvPartes->SelectedItem()))
             editor.SoloLectura();
         if (editor.Editar_Servicios(ui->txtTipoEquipo->Text(), parteActual, folio))
-            editor.MostrarModal(this);
+            editor.MostrarModal();
         unsetCursor();
         editor.Descargar();
         tvPartes_NodeClick(ui->tvPartes->SelectedItem());
@@ -104,12 +104,12 @@ bool frmKT580::Nuevo_Servicio()
             Advertir("No se encontró la ruta de la parte", 7500029);
             return true;
         }
-        frmServicio editor;
+        frmServicio editor(this);
         editor.Nuevo = true;
         PrepararEditor(editor, ruta["Descripcion"]);
         editor.Cargar();
         if (editor.TieneClave())
-            editor.MostrarModal(this);
+            editor.MostrarModal();
         unsetCursor();
         editor.Descargar();
 

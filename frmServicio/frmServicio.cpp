@@ -18,7 +18,7 @@ using ssTabQvx::ssTbQvx;
 using textoQVX::txtQVX;
 using toolbarQVX::Controles;
 
-frmServicio::frmServicio() : ui(std::make_unique<Ui::frmServicio>())
+frmServicio::frmServicio(const QWidget *duena) : Forma(duena), ui(std::make_unique<Ui::frmServicio>())
 {
     ui->setupUi(this);
     ui->Controles1->setJuegoComandos(Controles::Dialogo);

@@ -27,7 +27,7 @@ class frmServicio : public Forma
     Q_OBJECT
 
 public:
-    frmServicio();
+    explicit frmServicio(const QWidget *duena);
     ~frmServicio() override;
 
     // Set by the caller before the load: true creates a service, false edits the one that Editar_Servicios loads.
@@ -96,7 +96,6 @@ private:
     bool RechazarLinea(int pagina, const QString &texto, int identificador);
     QString EstadoProducto(const Grid &grid, int fila) const;
     bool SinCantidad(const Grid &grid, int fila) const;
-    bool Repetido(const Grid &grid, int fila) const;
     QString DescripcionProducto(const Grid &grid, int fila) const;
 
     // Saving

@@ -9,15 +9,42 @@
 #include "frmServicio/frmServicio.h"
 #include "ui_frmServicio.h"
 
+#include <QHash>
+
 using namespace Publico;
 
 namespace
 {
 
-bool SinDescripcion(const SSDataWidgets_B_OLEDB::SSOleDBGrid &grid, int fila)
+using Grid = SSDataWidgets_B_OLEDB::SSOleDBGrid;
+
+bool SinDescripcion(const Grid &grid, int fila)
 {
     return !grid.Celda(fila, "Producto").isEmpty() && grid.Celda(fila, "Descripción").isEmpty();
 }
+
+// The products of a grid, with the last row of each. Rows without a product are no products.
+class Productos
+{
+public:
+    explicit Productos(const Grid &grid)
+    {
+        for (int fila = 0; fila < grid.Rows(); ++fila) {
+            productos.append(grid.Celda(fila, "Producto"));
+            ultima.insert(productos.constLast(), fila);
+        }
+    }
+    // Whether a later row of the grid holds the same product.
+    bool Repetido(int fila) const
+    {
+        const QString &producto = productos.at(fila);
+        return !producto.isEmpty() && ultima.value(producto) > fila;
+    }
+
+private:
+    QStringList productos;
+    QHash<QString, int> ultima;
+};
 
 } // namespace
 
@@ -107,18 +134,6 @@ bool frmServicio::SinCantidad(const Grid &grid, int fila) const
     return !grid.Celda(fila, "Descripción").isEmpty() && grid.Numero(fila, "Cantidad") == 0;
 }
 
-// Whether a later row of the grid holds the same product; rows without a product are no products.
-bool frmServicio::Repetido(const Grid &grid, int fila) const
-{
-    const QString producto = grid.Celda(fila, "Producto");
-    if (producto.isEmpty())
-        return false;
-    for (int otra = fila + 1; otra < grid.Rows(); ++otra)
-        if (grid.Celda(otra, "Producto") == producto)
-            return true;
-    return false;
-}
-
 QString frmServicio::DescripcionProducto(const Grid &grid, int fila) const
 {
     return Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Pr_Descripcion", grid.Celda(fila, "Producto"));
@@ -127,6 +142,7 @@ QString frmServicio::DescripcionProducto(const Grid &grid, int fila) const
 bool frmServicio::ValidarManoObra()
 {
     const Grid &grid = *ui->ssManoObra;
+    const Productos productos(grid);
     for (Contador16 fila; fila < grid.Rows(); ++fila) {
         if (SinDescripcion(grid, fila))
             return RechazarLinea(1, "Debe especificar una mano de obra válida", 7500066);
@@ -137,7 +153,7 @@ bool frmServicio::ValidarManoObra()
                                  7500067);
         if (SinCantidad(grid, fila))
             return RechazarLinea(1, "Debe especificar una cantidad para la mano de obra", 7500068);
-        if (Repetido(grid, fila))
+        if (productos.Repetido(fila))
             return RechazarLinea(1, "La mano de obra " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
                                  7500069);
     }
@@ -147,6 +163,7 @@ bool frmServicio::ValidarManoObra()
 bool frmServicio::ValidarRefacciones()
 {
     const Grid &grid = *ui->ssRefacciones;
+    const Productos productos(grid);
     for (Contador16 fila; fila < grid.Rows(); ++fila) {
         if (SinDescripcion(grid, fila))
             return RechazarLinea(2, "Debe especificar una refacción válida", 7500070);
@@ -165,7 +182,7 @@ bool frmServicio::ValidarRefacciones()
                                  "El tipo de gasto: " + grid.Celda(fila, "DESCRIPCIONTG")
                                      + " no se puede registrar porque está dado de baja",
                                  7500074);
-        if (Repetido(grid, fila))
+        if (productos.Repetido(fila))
             return RechazarLinea(2, "La refacción " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
                                  7500075);
     }
@@ -175,6 +192,7 @@ bool frmServicio::ValidarRefacciones()
 bool frmServicio::ValidarHerramientas()
 {
     const Grid &grid = *ui->ssHerramientas;
+    const Productos productos(grid);
     for (Contador16 fila; fila < grid.Rows(); ++fila) {
         if (SinDescripcion(grid, fila))
             return RechazarLinea(3, "Debe especificar una herramienta válida", 7500076);
@@ -185,7 +203,7 @@ bool frmServicio::ValidarHerramientas()
                                  7500077);
         if (SinCantidad(grid, fila))
             return RechazarLinea(3, "Debe especificar una cantidad para la herramienta", 7500078);
-        if (Repetido(grid, fila))
+        if (productos.Repetido(fila))
             return RechazarLinea(3, "La herramienta " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
                                  7500079);
     }

@@ -14,7 +14,11 @@ constexpr int TwipsPorPulgada = 1440;
 
 }
 
-Formulario::Formulario(QWidget *padre) : QWidget(padre) {}
+Formulario::Formulario(const QWidget *duena)
+    : QWidget(duena->window(), Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowTitleHint)
+{
+    setWindowModality(Qt::ApplicationModal);
+}
 
 void Formulario::Cargar()
 {
@@ -24,10 +28,8 @@ void Formulario::Cargar()
     Form_Load();
 }
 
-void Formulario::MostrarModal(QWidget *duena)
+void Formulario::MostrarModal()
 {
-    setParent(duena ? duena->window() : nullptr, Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowTitleHint);
-    setWindowModality(Qt::ApplicationModal);
     QEventLoop espera;
     connect(this, &Formulario::Oculto, &espera, &QEventLoop::quit);
     connect(this, &QObject::destroyed, &espera, &QEventLoop::quit);

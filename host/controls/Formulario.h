@@ -12,13 +12,17 @@ class Formulario : public QWidget
     Q_OBJECT
 
 public:
-    explicit Formulario(QWidget *padre = nullptr);
+    // Docked: the host gives it its place.
+    Formulario() = default;
+    // For MostrarModal, over its owner's window. Known from the beginning: in a window that gets another parent the
+    // toolkit styles every control again, and it would open half as fast.
+    explicit Formulario(const QWidget *duena);
 
     // Runs the load once; showing a form that is not loaded loads it first.
     void Cargar();
     bool Cargado() const { return cargado; }
     // Shows the form over its owner and returns when it is hidden or unloaded.
-    void MostrarModal(QWidget *duena);
+    void MostrarModal();
     // Ends the form: Form_Unload, hidden. Whoever created it destroys it.
     void Descargar();
 

@@ -122,7 +122,8 @@ QString SSOleDBGrid::NombreColumna(int columna) const
 int SSOleDBGrid::IndiceColumna(const QString &nombre) const
 {
     for (int columna = 0; columna < columnas.size(); ++columna)
-        if (columnas.at(columna).nombre.compare(nombre, Qt::CaseInsensitive) == 0)
+        if (columnas.at(columna).nombre.size() == nombre.size()
+            && columnas.at(columna).nombre.compare(nombre, Qt::CaseInsensitive) == 0)
             return columna;
     throw qvx::ErrorEjecucion(qvx::errores::ElementoNoEncontrado, "No existe la columna " + nombre);
 }
@@ -253,7 +254,7 @@ int SSOleDBGrid::ColumnaElastica() const
 // texts do not need, each in proportion.
 void SSOleDBGrid::AjustarColumnas()
 {
-    if (anchosDePersona || columnas.isEmpty())
+    if (anchosDePersona || columnas.isEmpty() || !isVisible()) // a page that is not open yet is fitted when it is
         return;
     const QScopedValueRollback guarda(ajustando, true);
     QList<int> anchos;
@@ -287,6 +288,12 @@ void SSOleDBGrid::AjustarRenglones()
 void SSOleDBGrid::resizeEvent(QResizeEvent *evento)
 {
     QTableWidget::resizeEvent(evento);
+    AjustarColumnas();
+}
+
+void SSOleDBGrid::showEvent(QShowEvent *evento)
+{
+    QTableWidget::showEvent(evento);
     AjustarColumnas();
 }
 

@@ -68,6 +68,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent *evento) override;
     void focusInEvent(QFocusEvent *evento) override;
     void resizeEvent(QResizeEvent *evento) override;
+    void showEvent(QShowEvent *evento) override;
     void changeEvent(QEvent *evento) override;
 
 private:
