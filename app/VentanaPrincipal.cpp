@@ -4,11 +4,13 @@
 #include "controls/Formulario.h"
 #include "controls/txtQVX.h"
 #include "data/ErrorEjecucion.h"
+#include "session/Aplicacion.h"
 #include "session/Interaccion.h"
 #include "session/Sistema.h"
 
 #include <QCloseEvent>
 #include <QLabel>
+#include <QLocale>
 #include <QMenuBar>
 #include <QStatusBar>
 
@@ -34,10 +36,29 @@ VentanaPrincipal::VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo_
     setCentralWidget(pantalla);
     PonerMenu();
     statusBar()->addWidget(Rotulo("Operador: " + operador));
+    PonerAvance();
     statusBar()->addPermanentWidget(Rotulo(baseDatos));
     resize(1280, 760);
     if (auto *forma = qobject_cast<qvx::Formulario *>(pantalla))
         connect(forma, &qvx::Formulario::Descargado, this, &QWidget::close);
+}
+
+// Takes the room between the other two labels, whatever it says.
+void VentanaPrincipal::PonerAvance()
+{
+    QLabel *avance = Rotulo({});
+    avance->setObjectName("lblAvance");
+    avance->setIndent(24);
+    avance->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    statusBar()->addWidget(avance, 1);
+    const auto *aplicacion = qobject_cast<qvx::Aplicacion *>(QCoreApplication::instance());
+    if (!aplicacion)
+        return;
+    connect(aplicacion, &qvx::Aplicacion::Avance, avance, [avance](int sentencias) {
+        avance->setText("Trabajando… " + QLocale().toString(sentencias)
+                        + (sentencias == 1 ? " sentencia" : " sentencias"));
+    });
+    connect(aplicacion, &qvx::Aplicacion::Reposo, avance, &QLabel::clear);
 }
 
 void VentanaPrincipal::PonerMenu()

@@ -19,6 +19,7 @@ protected:
     void closeEvent(QCloseEvent *evento) override;
 
 private:
+    void PonerAvance();
     void PonerMenu();
     void RevisarIntegridad();
 

@@ -6,9 +6,8 @@
 #include "controls/txtQVX.h"
 #include "data/Texto.h"
 #include "frmServicio/frmServicio.h"
+#include "session/Trabajo.h"
 #include "ui_frmServicio.h"
-
-#include <QCoreApplication>
 
 using namespace Publico;
 
@@ -134,7 +133,7 @@ bool frmServicio::GuardarLineas(const Grid &grid, int identificador, const std::
             strSQL = sentencia(fila);
             Sistema->Conexion().Execute(strSQL);
             // The screen may be drawn again; keys and clicks wait, or a second accept would begin inside this one.
-            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+            qvx::Trabajo::Dibujar();
         }
     });
 }

@@ -5,12 +5,15 @@
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
 #include "session/Sistema.h"
+#include "session/Trabajo.h"
 
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPointer>
 #include <QThread>
 #include <QTranslator>
+#include <optional>
 
 namespace qvx
 {
@@ -21,6 +24,20 @@ namespace
 bool TransaccionAbierta()
 {
     return Sesion::Abierta() && Sesion::Actual().Conexion().EnTransaccion();
+}
+
+void Avisar(const QString &error)
+{
+    if (!error.isEmpty() && Sesion::Abierta())
+        Sistema().Mensaje(error, mensaje::Critico, "Quorvex", 0, "QVX", "ERR-ID:1000000");
+}
+
+// Keys and clicks that waited for a job come all at once. What one of them has left to be called, such as the end of a
+// label's editing, is done before the next begins a job.
+void HacerLoPendiente(const QObject &receptor, const QEvent &evento)
+{
+    if (receptor.isWindowType() && evento.spontaneous() && evento.isInputEvent())
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
 }
 
 } // namespace
@@ -41,23 +58,41 @@ bool Aplicacion::notify(QObject *receptor, QEvent *evento)
     // Other threads, the toolkit's own among them, have no business with the session.
     if (QThread::currentThread() != thread())
         return QApplication::notify(receptor, evento);
+    QString error;
+    // Part of the job that is running: no event of the session, or what the job reads would not be of one moment.
+    if (Trabajo::Dibujando()) {
+        const bool resultado = Trabajo::Retener(receptor, evento) || Entregar(receptor, evento, error);
+        Avisar(error);
+        return resultado;
+    }
+    std::optional<Trabajo> trabajo;
+    if (Trabajo::Empieza()) {
+        const QPointer<QObject> vivo = receptor;
+        HacerLoPendiente(*receptor, *evento);
+        if (!vivo)
+            return true;
+        trabajo.emplace(*this);
+    }
     const bool abiertaAntes = TransaccionAbierta();
     if (Sesion::Abierta())
         Sesion::Actual().Conexion().EntrarEnEvento();
-    bool resultado = false;
-    QString error;
-    try {
-        resultado = QApplication::notify(receptor, evento);
-    } catch (const ErrorEjecucion &sinTrampa) {
-        error = sinTrampa.Descripcion();
-    }
+    const bool resultado = Entregar(receptor, evento, error);
     if (Sesion::Abierta())
         Sesion::Actual().Conexion().SalirDeEvento();
     if (!abiertaAntes && TransaccionAbierta())
         Sesion::Actual().Conexion().CerrarAbandonada();
-    if (!error.isEmpty() && Sesion::Abierta())
-        Sistema().Mensaje(error, mensaje::Critico, "Quorvex", 0, "QVX", "ERR-ID:1000000");
+    Avisar(error);
     return resultado;
+}
+
+bool Aplicacion::Entregar(QObject *receptor, QEvent *evento, QString &error)
+{
+    try {
+        return QApplication::notify(receptor, evento);
+    } catch (const ErrorEjecucion &sinTrampa) {
+        error = sinTrampa.Descripcion();
+        return false;
+    }
 }
 
 } // namespace qvx

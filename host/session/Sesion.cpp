@@ -3,6 +3,7 @@
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "session/Interaccion.h"
+#include "session/Trabajo.h"
 
 namespace qvx
 {
@@ -24,6 +25,7 @@ Sesion::Sesion(std::unique_ptr<qvx::Conexion> conexion_, QString operador_,
     if (actual)
         throw ErrorEjecucion(errores::ObjetoNoEstablecido, "Ya hay una sesión abierta");
     actual = this;
+    conexion->AlEjecutar(&Trabajo::AntesDeSentencia);
 }
 
 Sesion::~Sesion()

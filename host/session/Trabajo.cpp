@@ -1,0 +1,148 @@
+#include "session/Trabajo.h"
+
+#include "session/Aplicacion.h"
+
+#include <QScopedValueRollback>
+#include <QThread>
+#include <utility>
+
+namespace qvx
+{
+
+namespace
+{
+
+// Milliseconds.
+constexpr qint64 Espera = 200;
+constexpr qint64 EntreDibujos = 100;
+
+Trabajo *actual = nullptr;
+
+int Nivel()
+{
+    return QThread::currentThread()->loopLevel();
+}
+
+void DibujarVentanas()
+{
+    // Not without the sockets' events: by some of them a window system says that a window may be drawn.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+} // namespace
+
+Trabajo::Trabajo(Aplicacion &aplicacion_) : aplicacion(aplicacion_), anterior(actual), nivel(Nivel())
+{
+    if (anterior)
+        anterior->Apartar();
+    reloj.start();
+    siguiente = Espera;
+    actual = this;
+}
+
+Trabajo::~Trabajo()
+{
+    Apartar();
+    Soltar(true);
+    actual = anterior;
+}
+
+bool Trabajo::Empieza()
+{
+    return !actual || Nivel() > actual->nivel;
+}
+
+void Trabajo::AntesDeSentencia()
+{
+    if (actual && !actual->dibujando)
+        actual->Contar();
+}
+
+void Trabajo::Contar()
+{
+    ++sentencias;
+    if (!reloj.isValid()) {
+        reloj.start();
+        siguiente = Espera;
+    }
+    if (reloj.elapsed() < siguiente)
+        return;
+    const QScopedValueRollback guarda(dibujando, true);
+    if (!std::exchange(visible, true))
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    Q_EMIT aplicacion.Avance(sentencias);
+    DibujarVentanas();
+    siguiente = reloj.elapsed() + EntreDibujos;
+}
+
+void Trabajo::Dibujar()
+{
+    if (!actual) // nothing is running that others could disturb
+        return DibujarVentanas();
+    if (actual->dibujando)
+        return;
+    const QScopedValueRollback guarda(actual->dibujando, true);
+    DibujarVentanas();
+}
+
+bool Trabajo::Dibujando()
+{
+    return actual && actual->dibujando && Nivel() == actual->nivel;
+}
+
+// Calls that were queued cannot be kept: nobody else can copy them. Those that input has left behind were made before
+// the job began.
+bool Trabajo::Retener(QObject *receptor, QEvent *evento)
+{
+    switch (evento->type()) {
+    case QEvent::Timer: // comes again; the windows' own tell them to draw
+        return !receptor->isWindowType();
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop: // what is dragged would be gone later
+        evento->ignore();
+        return true;
+    case QEvent::Close:
+    case QEvent::DeferredDelete: // of objects that the job may still be using
+    case QEvent::FocusIn:
+    case QEvent::FocusOut: // ends the editing of a label
+    case QEvent::InputMethod:
+    case QEvent::Quit:
+    case QEvent::Shortcut:
+    case QEvent::WindowActivate:
+    case QEvent::WindowDeactivate:
+        break;
+    default:
+        if (!evento->isInputEvent())
+            return false;
+    }
+    actual->retenidos.push_back({receptor, std::unique_ptr<QEvent>(evento->clone())});
+    evento->ignore();
+    return true;
+}
+
+// Gives the word to the loop inside the job, or to whoever comes after it.
+void Trabajo::Apartar()
+{
+    reloj.invalidate();
+    if (std::exchange(visible, false)) {
+        QGuiApplication::restoreOverrideCursor();
+        Q_EMIT aplicacion.Reposo();
+    }
+    Soltar(false);
+}
+
+// Posts what was held back, in its order. Objects are destroyed only by the loop that the job came from.
+void Trabajo::Soltar(bool destrucciones)
+{
+    for (Retenido &retenido : std::exchange(retenidos, {})) {
+        if (!retenido.receptor)
+            continue;
+        if (retenido.evento->type() == QEvent::DeferredDelete && !destrucciones)
+            retenidos.push_back(std::move(retenido));
+        else
+            QCoreApplication::postEvent(retenido.receptor, retenido.evento.release());
+    }
+}
+
+} // namespace qvx
