@@ -1,0 +1,41 @@
+#include "bench/Medicion.h"
+
+#include <QElapsedTimer>
+#include <algorithm>
+#include <vector>
+
+namespace
+{
+
+double Mediana(std::vector<double> tiempos)
+{
+    std::sort(tiempos.begin(), tiempos.end());
+    const size_t medio = tiempos.size() / 2;
+    return tiempos.size() % 2 == 1 ? tiempos[medio] : (tiempos[medio - 1] + tiempos[medio]) / 2;
+}
+
+} // namespace
+
+double Milisegundos(const std::function<void()> &pasos)
+{
+    QElapsedTimer reloj;
+    reloj.start();
+    pasos();
+    return static_cast<double>(reloj.nsecsElapsed()) / 1e6;
+}
+
+Medida Medir(const Trabajo &trabajo, int rondas)
+{
+    std::vector<double> nuestros;
+    std::vector<double> crudos;
+    for (int ronda = 0; ronda <= rondas; ++ronda) {
+        const bool primero = ronda % 2 == 0;
+        const double antes = primero ? trabajo.nuestro() : trabajo.crudo();
+        const double despues = primero ? trabajo.crudo() : trabajo.nuestro();
+        if (ronda == 0)
+            continue;
+        nuestros.push_back(primero ? antes : despues);
+        crudos.push_back(primero ? despues : antes);
+    }
+    return {Mediana(nuestros), Mediana(crudos)};
+}

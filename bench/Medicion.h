@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+// One job of the real component and its baseline. Each gives how many milliseconds its own part took; what it prepares
+// does not count.
+struct Trabajo {
+    QString nombre;
+    double limite = 0; // the ratio must be at most this; 0: only shown
+    std::function<double()> nuestro;
+    std::function<double()> crudo;
+    qint64 sentencias = 0;
+    qint64 debidas = 0; // the requirements fix how many statements a job runs
+};
+
+struct Medida {
+    double nuestro = 0; // medians, milliseconds
+    double crudo = 0;
+};
+
+double Milisegundos(const std::function<void()> &pasos);
+
+// Runs both, one after the other and in changing order, after a first round that does not count.
+Medida Medir(const Trabajo &trabajo, int rondas);

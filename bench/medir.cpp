@@ -1,0 +1,73 @@
+// Measures jobs of the real component against their baselines; bench/medir runs it. Results are lines of fields with
+// tabs between them, on the standard output.
+
+#include "bench/Trabajos.h"
+#include "session/Aplicacion.h"
+
+#include <QCommandLineParser>
+#include <QFile>
+#include <QTextStream>
+
+namespace
+{
+
+// Peak of the process's memory since the last call of Olvidar, in KiB.
+qint64 Pico()
+{
+    QFile estado("/proc/self/status");
+    if (!estado.open(QIODevice::ReadOnly))
+        qFatal("Sin /proc");
+    for (const QByteArray &renglon : estado.readAll().split('\n'))
+        if (renglon.startsWith("VmHWM:"))
+            return renglon.mid(6).trimmed().split(' ').constFirst().toLongLong();
+    qFatal("Sin VmHWM");
+}
+
+void Olvidar()
+{
+    QFile marcas("/proc/self/clear_refs");
+    if (!marcas.open(QIODevice::WriteOnly) || marcas.write("5") != 1)
+        qFatal("No se pudo olvidar el pico de memoria");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qvx::Aplicacion aplicacion(argc, argv);
+    QCommandLineParser linea;
+    linea.addOption({"veces", "Size of the plan.", "n", "1"});
+    linea.addOption({"rondas", "Rounds that count.", "n", "9"});
+    linea.addOption({"postgres", "On the server instead of the embedded engine."});
+    linea.addOption({"memoria", "Peak of memory of one run instead of times."});
+    linea.addPositionalArgument("trabajos", "Jobs, all without them.");
+    linea.process(aplicacion);
+
+    const Tamano tamano = Tamano().Por(linea.value("veces").toInt());
+    const auto crear = linea.isSet("postgres") ? &BaseEnServidor : &BaseEnArchivo;
+    const auto nuestra = crear(tamano);
+    const auto ajena = linea.isSet("memoria") ? nullptr : crear(tamano);
+    QTextStream salida(stdout);
+    int faltas = 0;
+    const QStringList nombres =
+        linea.positionalArguments().isEmpty() ? Trabajos::Nombres() : linea.positionalArguments();
+    for (const QString &nombre : nombres) {
+        Trabajos trabajos(*nuestra, ajena ? *ajena : *nuestra, tamano);
+        const Trabajo trabajo = trabajos.Preparar(nombre);
+        if (trabajo.debidas != 0 && trabajo.sentencias != trabajo.debidas) {
+            ++faltas;
+            qWarning("%s: %lld sentencias, debían ser %lld", qPrintable(nombre), trabajo.sentencias, trabajo.debidas);
+        }
+        if (linea.isSet("memoria")) {
+            Olvidar();
+            const qint64 antes = Pico();
+            trabajo.nuestro();
+            salida << nombre << '\t' << Pico() - antes << Qt::endl;
+            continue;
+        }
+        const Medida medida = Medir(trabajo, linea.value("rondas").toInt());
+        salida << nombre << '\t' << medida.nuestro << '\t' << medida.crudo << '\t' << trabajo.limite << '\t'
+               << trabajo.sentencias << Qt::endl;
+    }
+    return faltas == 0 ? 0 : 1;
+}
