@@ -1,19 +1,18 @@
 #include "Jornada.h"
 
+#include "support/Planificador.h"
 #include "support/Procesos.h"
 
 #include <QDateTime>
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QFile>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
+#include <random>
 
 namespace
 {
-
-QString Limpio(QString mensaje)
-{
-    return mensaje.replace(QRegularExpression("[\\t\\r\\n]+"), " ");
-}
 
 // What a document holds: its services' numbers, "!" behind one without its three lines.
 QStringList Contenido(const QString &ruta)
@@ -26,67 +25,108 @@ QStringList Contenido(const QString &ruta)
     int lineas = 0;
     while (!lector.atEnd()) {
         const auto pieza = lector.readNext();
-        if (pieza == QXmlStreamReader::StartElement && lector.name() == QLatin1String("TipoServicio")) {
+        const bool servicio = lector.name() == QLatin1String("TipoServicio");
+        if (pieza == QXmlStreamReader::StartElement && servicio) {
             numeros.append(lector.attributes().value("Precio").toString().section('.', 0, 0));
             lineas = 0;
         } else if (pieza == QXmlStreamReader::StartElement && lector.attributes().hasAttribute("Cantidad")) {
             ++lineas;
-        } else if (pieza == QXmlStreamReader::EndElement && lector.name() == QLatin1String("TipoServicio")
-                   && lineas != 3) {
+        } else if (pieza == QXmlStreamReader::EndElement && servicio && lineas != 3) {
             numeros.last() += "!";
         }
     }
-    if (lector.hasError())
-        return {lector.errorString()};
-    return numeros;
+    return lector.hasError() ? QStringList{lector.errorString()} : numeros;
 }
 
-} // namespace
-
-QString Tipo(Serie serie, int numero)
+class Jornada
 {
-    return QString::number(100 * static_cast<int>(serie) + numero);
-}
+public:
+    explicit Jornada(const QStringList &argumentos);
+    void Trabajar();
 
-int Segundos()
-{
-    const int segundos = qEnvironmentVariableIntValue("QVX_PRUEBA_SEGUNDOS");
-    return segundos > 0 ? segundos : 6;
-}
+private:
+    struct Servicio {
+        QString parte;
+        QString precio;
+    };
+    struct Mando {
+        int peso;
+        QString nombre;
+        std::function<void(const QString &nodo)> correr; // on an active part
+    };
+
+    int Al(qsizetype cuantos) { return std::uniform_int_distribution<>(0, static_cast<int>(cuantos) - 1)(azar); }
+    QString Uno(const QStringList &lista) { return lista.isEmpty() ? QString() : lista.at(Al(lista.size())); }
+    QString Activa() { return Uno(planificador.Nodos(false)); }
+    QString Propia(); // an active part that this planner made
+    void ConServicio(const std::function<void(const QString &folio, Servicio &servicio)> &pasos);
+    void Escribir(const QStringList &campos);
+    void Apuntar(const QString &folio, const Servicio &servicio);
+    bool Hecho();
+    qint64 Sentencias();
+    void Hacer(const Mando &mando);
+    QList<Mando> DePartes();
+    QList<Mando> DeServicios();
+    QList<Mando> DePlanes();
+    void Exportar();
+    void Importar();
+
+    Escenario escenario;
+    int numero;
+    std::mt19937 azar;
+    QFile diario;
+    QElapsedTimer reloj;
+    qint64 esperado = 0;
+    Planificador planificador;
+    qint64 leidoDeTraza = 0;
+    int precios = 0;
+    QString tipo;
+    QStringList propias; // parts of this planner's, as "type|node"
+    QHash<QString, QHash<QString, Servicio>> servicios;
+    QStringList dichos;
+};
 
 Jornada::Jornada(const QStringList &argumentos)
-    : base(argumentos.at(0))
+    : escenario(argumentos.at(0))
     , numero(argumentos.at(1).toInt())
     , azar(argumentos.at(2).toUInt() + static_cast<unsigned>(numero))
     , diario(argumentos.at(3))
-    , listo(argumentos.at(4))
-    , seguir(argumentos.at(5))
+    , planificador(escenario, {[this] { reloj.start(); },
+                               [this] {
+                                   esperado = reloj.elapsed();
+                                   return false;
+                               }})
 {
+    if (!diario.open(QIODevice::WriteOnly))
+        qFatal("%s", qPrintable(diario.errorString()));
+    // Somebody else has just put a part below the one that is deleted.
+    escenario.Personas().ResponderSiempre(7500046, qvx::mensaje::No);
+    escenario.Pantalla(Compartido);
+    Encontrarse(argumentos.at(4), argumentos.at(5));
 }
 
 void Jornada::Escribir(const QStringList &campos)
 {
     diario.write((campos.join(QLatin1Char('\t')) + "\n").toUtf8());
-    diario.flush();
 }
 
 QString Jornada::Propia()
 {
-    QStringList nodos = planificador->Nodos(false);
+    QStringList nodos = planificador.Nodos(false);
     nodos.removeIf([this](const QString &nodo) { return !propias.contains(tipo + "|" + nodo); });
     return Uno(nodos);
 }
 
-QStringList Jornada::Mios() const
+// One of this planner's services in the active parts of the tree.
+void Jornada::ConServicio(const std::function<void(const QString &folio, Servicio &servicio)> &pasos)
 {
-    const QStringList activas = planificador->Nodos(false);
-    QStringList folios;
-    const auto &enTipo = servicios[tipo];
-    for (auto i = enTipo.begin(); i != enTipo.end(); ++i)
-        if (activas.contains(i->parte))
-            folios.append(i.key());
+    const QStringList activas = planificador.Nodos(false);
+    QStringList folios = servicios[tipo].keys();
+    folios.removeIf([&](const QString &folio) { return !activas.contains(servicios[tipo][folio].parte); });
     folios.sort();
-    return folios;
+    Servicio servicio;
+    if (const QString folio = Uno(folios); !folio.isEmpty())
+        pasos(folio, servicio = servicios[tipo][folio]);
 }
 
 // An empty part: deleted.
@@ -104,7 +144,7 @@ void Jornada::Apuntar(const QString &folio, const Servicio &servicio)
 bool Jornada::Hecho()
 {
     bool hecho = true;
-    for (const QString &mensaje : escenario->Personas().Tomar()) {
+    for (const QString &mensaje : escenario.Personas().Tomar()) {
         const int estilo = mensaje.section('|', 0, 0).toInt();
         if ((estilo & 0xF) != 0)
             continue;
@@ -124,200 +164,169 @@ qint64 Jornada::Sentencias()
     return nueva.count('\n');
 }
 
-void Jornada::Hacer(const QString &nombre, Mando mando)
+void Jornada::Hacer(const Mando &mando)
 {
+    const QString nodo = Activa();
+    if (nodo.isEmpty() && mando.nombre != "parte nueva")
+        return;
     esperado = -1;
-    (this->*mando)();
+    mando.correr(nodo);
     Hecho();
     const qint64 sentencias = Sentencias();
     for (const QString &dicho : dichos)
-        Escribir({"mensaje", Limpio(dicho)});
+        Escribir({"mensaje", QString(dicho).replace(QRegularExpression("[\\t\\r\\n]+"), " ")});
     if (esperado >= 0)
-        Escribir({"mando", nombre, QString::number(esperado), QString::number(sentencias),
+        Escribir({"mando", mando.nombre, QString::number(esperado), QString::number(sentencias),
                   dichos.filter(QRegularExpression("^(16|48)\\|")).isEmpty() ? "hecho" : "rechazado"});
     dichos.clear();
 }
 
-void Jornada::ParteNueva()
+QList<Jornada::Mando> Jornada::DePartes()
 {
-    const QString nodo = Al(4) == 0 || Activa().isEmpty() ? "N0000" : Activa();
-    const QString clave = planificador->NuevaParte(nodo, "PARTE DE " + QString::number(numero));
-    if (clave.isEmpty())
-        return;
-    propias.append(tipo + "|N" + clave);
-    Escribir({"parte", tipo, clave});
+    const QString yo = QString::number(numero);
+    const auto nueva = [this, yo](const QString &nodo) {
+        const QString clave = planificador.NuevaParte(Al(4) == 0 || nodo.isEmpty() ? "N0000" : nodo, "PARTE DE " + yo);
+        if (clave.isEmpty())
+            return;
+        propias.append(tipo + "|N" + clave);
+        Escribir({"parte", tipo, clave});
+    };
+    const auto baja = [this](const QString &) {
+        if (const QString propia = Propia(); !propia.isEmpty())
+            planificador.Retirar(propia);
+    };
+    const auto reactivacion = [this](const QString &) {
+        if (const QString retirada = Uno(planificador.Nodos(true)); !retirada.isEmpty())
+            planificador.Reactivar(retirada);
+    };
+    const auto eliminada = [this](const QString &) {
+        const QString propia = Propia();
+        if (propia.isEmpty() || planificador.TieneHijas(propia))
+            return;
+        planificador.EliminarParte(propia);
+        if (Hecho() && !planificador.Nodos(false).contains(propia))
+            Escribir({"parte eliminada", tipo, propia.mid(1)});
+    };
+    return {
+        {20, "parte nueva", nueva},
+        {8, "parte editada", [this, yo](const QString &nodo) { planificador.EditarParte(nodo, "EDITADA POR " + yo); }},
+        {8, "etiqueta", [this, yo](const QString &nodo) { planificador.Rotular(nodo, "ROTULADA POR " + yo); }},
+        {5, "baja", baja},
+        {5, "reactivación", reactivacion},
+        {4, "parte eliminada", eliminada},
+    };
 }
 
-void Jornada::ParteEditada()
+QList<Jornada::Mando> Jornada::DeServicios()
 {
-    if (const QString nodo = Activa(); !nodo.isEmpty())
-        planificador->EditarParte(nodo, "EDITADA POR " + QString::number(numero));
+    const auto nuevo = [this](const QString &nodo) {
+        const QString precio = QString::number(100000 * (numero + 1) + ++precios);
+        if (const QString folio = planificador.NuevoServicio(nodo, precio); !folio.isEmpty())
+            Apuntar(folio, {nodo, precio});
+    };
+    // The number stays, the cents change.
+    const auto cambiado = [this](const QString &folio, Servicio &servicio) {
+        servicio.precio = servicio.precio.section('.', 0, 0) + "." + QString::number(11 + Al(8)) + "5";
+        if (planificador.CambiarServicio(servicio.parte, folio, servicio.precio))
+            Apuntar(folio, servicio);
+    };
+    const auto movido = [this](const QString &folio, Servicio &servicio) {
+        const QString destino = Activa();
+        planificador.Mover(servicio.parte, folio, destino);
+        if (Hecho())
+            Apuntar(folio, {destino, servicio.precio});
+    };
+    const auto eliminado = [this](const QString &folio, Servicio &servicio) {
+        planificador.EliminarServicio(servicio.parte, folio);
+        if (Hecho())
+            Apuntar(folio, {{}, servicio.precio});
+    };
+    return {
+        {16, "servicio nuevo", nuevo},
+        {12, "servicio cambiado", [=, this](const QString &) { ConServicio(cambiado); }},
+        {14, "servicio arrastrado", [=, this](const QString &) { ConServicio(movido); }},
+        {4, "servicio eliminado", [=, this](const QString &) { ConServicio(eliminado); }},
+    };
 }
 
-void Jornada::Etiqueta()
+// After a copy or an import its target is on the screen: the next command's type is chosen anew.
+QList<Jornada::Mando> Jornada::DePlanes()
 {
-    if (const QString nodo = Activa(); !nodo.isEmpty())
-        planificador->Rotular(nodo, "ROTULADA POR " + QString::number(numero));
+    return {
+        {3, "plan copiado", [this](const QString &) { planificador.Copiar(Tipo(Serie::Copias, numero)); }},
+        {5, "exportación", [this](const QString &) { Exportar(); }},
+        {3, "plan importado", [this](const QString &) { Importar(); }},
+    };
 }
 
-void Jornada::Baja()
+void Jornada::Exportar()
 {
-    if (const QString nodo = Propia(); !nodo.isEmpty())
-        planificador->Retirar(nodo);
-}
-
-void Jornada::Reactivacion()
-{
-    if (const QString nodo = Uno(planificador->Nodos(true)); !nodo.isEmpty())
-        planificador->Reactivar(nodo);
-}
-
-void Jornada::ParteEliminada()
-{
-    const QString nodo = Propia();
-    if (nodo.isEmpty() || planificador->TieneHijas(nodo))
-        return;
-    planificador->EliminarParte(nodo);
-    if (Hecho() && !planificador->Nodos(false).contains(nodo))
-        Escribir({"parte eliminada", tipo, nodo.mid(1)});
-}
-
-void Jornada::ServicioNuevo()
-{
-    const QString nodo = Activa();
-    if (nodo.isEmpty())
-        return;
-    const QString precio = QString::number(100000 * (numero + 1) + ++precios);
-    const QString folio = planificador->NuevoServicio(nodo, precio);
-    if (!folio.isEmpty())
-        Apuntar(folio, {nodo, precio});
-}
-
-// The number stays, the cents change.
-void Jornada::ServicioCambiado()
-{
-    const QString folio = Uno(Mios());
-    if (folio.isEmpty())
-        return;
-    Servicio servicio = servicios[tipo][folio];
-    servicio.precio = servicio.precio.section('.', 0, 0) + "." + QString::number(11 + Al(8)) + "5";
-    if (planificador->CambiarServicio(servicio.parte, folio, servicio.precio))
-        Apuntar(folio, servicio);
-}
-
-void Jornada::ServicioMovido()
-{
-    const QString folio = Uno(Mios());
-    const QString destino = Activa();
-    if (folio.isEmpty())
-        return;
-    Servicio servicio = servicios[tipo][folio];
-    planificador->Mover(servicio.parte, folio, destino);
-    if (!Hecho())
-        return;
-    servicio.parte = destino;
-    Apuntar(folio, servicio);
-}
-
-void Jornada::ServicioEliminado()
-{
-    const QString folio = Uno(Mios());
-    if (folio.isEmpty())
-        return;
-    planificador->EliminarServicio(servicios[tipo][folio].parte, folio);
-    if (Hecho())
-        Apuntar(folio, {{}, servicios[tipo][folio].precio});
-}
-
-// Afterwards the copy is on the screen: the next command's type is chosen anew.
-void Jornada::Copia()
-{
-    if (planificador->Nodos(false).isEmpty())
-        return;
-    planificador->Copiar(Tipo(Serie::Copias, numero));
-}
-
-void Jornada::Exportacion()
-{
-    if (planificador->Nodos(false).isEmpty())
-        return;
-    const QString ruta = escenario->Ruta("exportado.xml");
+    const QString ruta = escenario.Ruta("exportado.xml");
     QFile::remove(ruta);
     const qint64 inicio = QDateTime::currentMSecsSinceEpoch();
-    planificador->Exportar(ruta);
+    planificador.Exportar(ruta);
     if (Hecho())
-        Escribir({"exportación", QString::number(inicio), QString::number(QDateTime::currentMSecsSinceEpoch()), tipo,
-                  Contenido(ruta).join(',')});
+        Escribir({"exportación", QString::number(inicio), tipo, Contenido(ruta).join(',')});
 }
 
 // The last document, into a type that only this planner writes: what is there afterwards is what it held.
-void Jornada::Importacion()
+void Jornada::Importar()
 {
     const QString propio = Tipo(Serie::Importaciones, numero);
-    QFile documento(escenario->Ruta("exportado.xml"));
-    QFile otro(escenario->Ruta("importado.xml"));
+    QFile documento(escenario.Ruta("exportado.xml"));
+    QFile otro(escenario.Ruta("importado.xml"));
     if (!documento.open(QIODevice::ReadOnly) || !otro.open(QIODevice::WriteOnly))
         return;
     const QRegularExpression clave("<TipoEquipo Id=\"\\d+\"");
     otro.write(QString::fromUtf8(documento.readAll()).replace(clave, "<TipoEquipo Id=\"" + propio + "\"").toUtf8());
     otro.close();
-    planificador->Importar(otro.fileName());
+    planificador.Importar(otro.fileName());
     if (!Hecho())
         return;
     QStringList llegados =
-        escenario->Filas("SELECT CAST(floor(Pm_Precio) AS text) || CASE WHEN 3 = (SELECT count(*) FROM "
-                         "Plan_Mantenimiento_Detalle d WHERE d.Te_Cve_Tipo_Equipo = s.Te_Cve_Tipo_Equipo AND d.Pm_ID = "
-                         "s.Pm_ID AND d.Tep_ID = s.Tep_ID) THEN '' ELSE '!' END FROM Plan_Mantenimiento s WHERE "
-                         "Te_Cve_Tipo_Equipo = '"
-                         + propio + "'");
+        escenario.Filas("SELECT CAST(floor(Pm_Precio) AS text) || CASE WHEN 3 = (SELECT count(*) FROM "
+                        "Plan_Mantenimiento_Detalle d WHERE d.Te_Cve_Tipo_Equipo = s.Te_Cve_Tipo_Equipo AND d.Pm_ID = "
+                        "s.Pm_ID AND d.Tep_ID = s.Tep_ID) THEN '' ELSE '!' END FROM Plan_Mantenimiento s WHERE "
+                        "Te_Cve_Tipo_Equipo = '"
+                        + propio + "'");
     QStringList enviados = Contenido(otro.fileName());
     llegados.sort();
     enviados.sort();
     Escribir({"importación", llegados == enviados ? "igual" : enviados.join(',') + " <> " + llegados.join(',')});
 }
 
-void Jornada::trabajar()
+void Jornada::Trabajar()
 {
-    static const QList<std::tuple<int, QString, Mando>> mandos{
-        {20, "parte nueva", &Jornada::ParteNueva},
-        {8, "parte editada", &Jornada::ParteEditada},
-        {8, "etiqueta", &Jornada::Etiqueta},
-        {5, "baja", &Jornada::Baja},
-        {5, "reactivación", &Jornada::Reactivacion},
-        {4, "parte eliminada", &Jornada::ParteEliminada},
-        {16, "servicio nuevo", &Jornada::ServicioNuevo},
-        {12, "servicio cambiado", &Jornada::ServicioCambiado},
-        {14, "servicio arrastrado", &Jornada::ServicioMovido},
-        {4, "servicio eliminado", &Jornada::ServicioEliminado},
-        {3, "plan copiado", &Jornada::Copia},
-        {5, "exportación", &Jornada::Exportacion},
-        {3, "plan importado", &Jornada::Importacion},
-    };
+    const QList<Mando> mandos = DePartes() + DeServicios() + DePlanes();
     std::vector<int> pesos;
-    for (const auto &mando : mandos)
-        pesos.push_back(std::get<0>(mando));
+    for (const Mando &mando : mandos)
+        pesos.push_back(mando.peso);
     std::discrete_distribution<> cual(pesos.begin(), pesos.end());
-
-    QVERIFY(diario.open(QIODevice::WriteOnly));
-    escenario = std::make_unique<Escenario>(base);
-    const auto medir = [this] { reloj.start(); };
-    const auto anotar = [this] {
-        esperado = reloj.elapsed();
-        return false;
-    };
-    planificador = std::make_unique<Planificador>(*escenario, Planificador::Intento{medir, anotar});
-    // Somebody else has just put a part below the one that is deleted.
-    escenario->Personas().ResponderSiempre(7500046, qvx::mensaje::No);
-    escenario->Pantalla(Compartido);
-    Encontrarse(listo, seguir);
     for (const QDeadlineTimer fin(1000LL * Segundos()); !fin.hasExpired();) {
-        escenario->ahora = QDateTime::currentDateTime();
+        escenario.ahora = QDateTime::currentDateTime();
         tipo = numero < Planificadores / 2 || Al(2) == 0 ? Compartido : Tipo(Serie::Propia, numero);
-        planificador->ElegirTipo(tipo);
+        planificador.ElegirTipo(tipo);
         Hecho();
         Sentencias();
-        const auto &mando = mandos.at(cual(azar));
-        Hacer(std::get<1>(mando), std::get<2>(mando));
+        Hacer(mandos.at(cual(azar)));
     }
     Escribir({"fin"});
+}
+
+} // namespace
+
+QString Tipo(Serie serie, int numero)
+{
+    return QString::number(100 * static_cast<int>(serie) + numero);
+}
+
+int Segundos()
+{
+    const int segundos = qEnvironmentVariableIntValue("QVX_PRUEBA_SEGUNDOS");
+    return segundos > 0 ? segundos : 6;
+}
+
+void TrabajarComoPlanificador(const QStringList &argumentos)
+{
+    Jornada(argumentos).Trabajar();
 }

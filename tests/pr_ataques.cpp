@@ -1,25 +1,18 @@
 #include "component/Esquema.h"
-#include "controls/Comunes.h"
 #include "controls/DialogoCatalogo.h"
 #include "data/Texto.h"
 #include "session/UnidadC.h"
-#include "support/PruebaEditor.h"
+#include "support/PruebaPantalla.h"
 #include "xml/EsquemaXml.h"
 
 #include <QClipboard>
-#include <QDragEnterEvent>
-#include <QLineEdit>
 #include <QMap>
-#include <QMimeData>
 #include <QRegularExpression>
 #include <QSet>
-#include <QSqlRecord>
 #include <algorithm>
 
-using comunesQVX::TreeView;
-
 // Hostile texts in every field of every form: whatever is typed, nothing changes but the row that the form is for.
-class PrAtaques : public PruebaEditor
+class PrAtaques : public PruebaPantalla
 {
     Q_OBJECT
 
@@ -28,39 +21,31 @@ private Q_SLOTS:
     void partes();
     void etiqueta();
     void tipoDeEquipo();
-    void cajas_data();
-    void cajas();
-    void celdas_data();
-    void celdas();
+    void editor_data();
+    void editor();
     void catalogo();
-    void soltado();
     void documento_data();
     void documento();
 
 private:
     using Foto = QMap<QString, QStringList>;
 
-    void Empezar();
-    void ConCadaTexto(const QStringList &textos, const std::function<void(const QString &)> &pasos);
-    Foto Fotografiar();
+    Foto Fotografiar() const;
     // Everything is as it was, but for rows that begin so, and the log of their change. What is seen becomes what was.
     void Revisar(const QString &texto, const QStringList &editadas);
-    void Pegar(QLineEdit *linea, const QString &texto);
-    void Pegar(QWidget &caja, const QString &texto) { Pegar(caja.findChild<QLineEdit *>(), texto); }
-    void PegarEnCelda(SSOleDBGrid &grid, const QString &columna, const QString &texto);
-    TreeView &Arbol() { return escenario->De<TreeView>("tvPartes"); }
+    static void Pegar(QLineEdit *linea, const QString &texto);
+    static void Pegar(QWidget &caja, const QString &texto) { Pegar(caja.findChild<QLineEdit *>(), texto); }
+    static void PegarEnCelda(SSOleDBGrid &grid, const QString &columna, const QString &texto);
+    void Guardado(const QString &texto, const QString &valor, const QString &donde) const;
     void GuardarSinMas();
-    QString Leer(const QString &sql);
 
-    std::unique_ptr<OtroPrograma> otro;
     Foto antes;
 };
 
 namespace
 {
 
-constexpr const char *Grids[] = {"ssManoObra", "ssRefacciones", "ssHerramientas"}; // of the pages 1 to 3
-const QStringList Servicio{"Plan_Mantenimiento|0900|0002|000001|", "Plan_Mantenimiento_Detalle|0900|0002|000001|"};
+const QString LaParte = " FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = ";
 
 // One text between bars or line's ends, "\u" before a character's number. Those who wrote them know the statements.
 const char *const Renglones = R"(
@@ -93,7 +78,8 @@ a\u0000b¦x\u0000' OR 'a'='a¦\u0001\u001b\u007f¦x\ud800¦\udc00x¦\u202ex\u200
 x' || (SELECT Te_Descripcion FROM Tipo_Equipo LIMIT 1) || '¦x' || ? || '¦x' || E'\'¦x' || pg_sleep(9) || '
 )";
 
-QStringList Textos()
+// Or one of each so many of them, others each time: the many fields whose texts go the same way share them.
+QStringList Textos(int cada = 1)
 {
     static const QRegularExpression numero("\\\\u([0-9a-f]{4})");
     QStringList textos{QString(1 << 20, QLatin1Char('x')), QString(1 << 20, QLatin1Char('\'')),
@@ -103,117 +89,64 @@ QStringList Textos()
             texto.replace(hallado.capturedStart(), 6, QChar(hallado.captured(1).toUShort(nullptr, 16)));
         textos.append(texto);
     }
+    static int vez = 0;
+    textos.removeIf([cada, i = vez++](const QString &) mutable { return i++ % cada != 0; });
     return textos;
-}
-
-// For the many fields whose texts go the same way.
-QStringList LaMitad()
-{
-    QStringList textos;
-    const QStringList todos = Textos();
-    for (int i = 0; i < todos.size(); i += 2)
-        textos.append(todos.at(i));
-    return textos;
-}
-
-// As it is stored: a doubled quote is one, as in every literal.
-QString Guardado(QString texto)
-{
-    return texto.replace("''", "'");
 }
 
 // For messages of the tests.
-QString Corto(const QString &texto)
+QByteArray Corto(const QString &texto)
 {
     return texto.left(80).toUtf8().toPercentEncoding(" '|,=();");
 }
 
 } // namespace
 
-void PrAtaques::Empezar()
+PrAtaques::Foto PrAtaques::Fotografiar() const
 {
-    otro = escenario->Base().Otro();
-    antes = Fotografiar();
-}
-
-void PrAtaques::ConCadaTexto(const QStringList &textos, const std::function<void(const QString &)> &pasos)
-{
-    Empezar();
-    for (const QString &texto : textos) {
-        pasos(texto);
-        if (QTest::currentTestFailed())
-            return;
-    }
-}
-
-// The first column of the rows.
-QString PrAtaques::Leer(const QString &sql)
-{
-    QStringList valores;
-    for (QSqlQuery consulta = otro->Correr(sql); consulta.next();)
-        valores.append(consulta.value(0).toString());
-    return valores.join(QLatin1Char('\n'));
-}
-
-PrAtaques::Foto PrAtaques::Fotografiar()
-{
-    static const QString deSqlite = "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'";
-    static const QString dePostgres = "SELECT tablename FROM pg_tables WHERE schemaname NOT IN ('pg_catalog', "
-                                      "'information_schema') UNION ALL SELECT 'pg_largeobject_metadata'";
+    const auto otro = escenario->Base().Otro();
     const auto leer = [&](const QString &sql) {
-        QStringList filas;
-        QSqlQuery consulta = otro->Correr(sql);
-        const int columnas = consulta.record().count();
-        while (consulta.next()) {
-            QStringList valores;
-            for (int i = 0; i < columnas; ++i)
-                valores.append(consulta.value(i).toString());
-            filas.append(valores.join(QLatin1Char('|')));
-        }
+        QStringList filas = otro->Filas(sql);
         filas.sort();
         return filas;
     };
     Foto foto;
-    for (const QString &tabla : leer(escenario->SegunMotor(deSqlite, dePostgres)))
+    for (const QString &tabla : leer(motor::Segun(
+             "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'",
+             "SELECT tablename FROM pg_tables WHERE schemaname NOT IN ('pg_catalog', 'information_schema') UNION ALL "
+             "SELECT 'pg_largeobject_metadata'")))
         foto.insert(tabla.toLower(), leer("SELECT * FROM " + tabla));
-    if (escenario->Base().EsPostgres()) {
-        // Other tests have databases of their own on the server.
-        foto.insert("locks",
-                    leer("SELECT pid FROM pg_locks JOIN pg_stat_activity USING (pid) WHERE locktype = 'advisory' "
-                         "AND datname = current_database()"));
-        foto.insert("transactions", leer("SELECT pid FROM pg_stat_activity WHERE state LIKE 'idle in%' AND datname = "
-                                         "current_database()"));
-    } else {
-        otro->Correr("BEGIN IMMEDIATE"); // nobody holds the file
-        otro->Correr("ROLLBACK");
-    }
+    if (motor::EsPostgres()) // other tests have databases of their own on the server
+        foto.insert("abierto",
+                    leer("SELECT pid FROM pg_stat_activity WHERE datname = current_database() AND (state LIKE 'idle "
+                         "in%' OR pid IN (SELECT pid FROM pg_locks WHERE locktype = 'advisory'))"));
+    else
+        escenario->Motor("BEGIN IMMEDIATE"); // nobody holds the file
     return foto;
 }
 
 void PrAtaques::Revisar(const QString &texto, const QStringList &editadas)
 {
-    QVERIFY2(!qvx::Sesion::Actual().Conexion().EnTransaccion(), qPrintable(Corto(texto)));
+    QVERIFY2(!qvx::Sesion::Actual().Conexion().EnTransaccion(), Corto(texto).constData());
+    static const QRegularExpression registro(
+        "^registro_cambio\\|\\d+\\|(Tipo_Equipo_Parte|Plan_Mantenimiento)\\|.*\\|mlopez\\|",
+        QRegularExpression::DotMatchesEverythingOption);
     const Foto ahora = Fotografiar();
     QCOMPARE(ahora.keys(), antes.keys());
-    QSet<QString> distintas;
     for (auto tabla = ahora.begin(); tabla != ahora.end(); ++tabla) {
         const QStringList previas = antes.value(tabla.key());
         const QSet<QString> fueron(previas.begin(), previas.end());
         const QSet<QString> son(tabla->begin(), tabla->end());
-        for (const QString &fila : (fueron - son) + (son - fueron))
-            distintas.insert(tabla.key() + "|" + fila);
+        for (const QString &cambiada : (fueron - son) + (son - fueron)) {
+            const QString fila = tabla.key() + "|" + cambiada;
+            const bool suya = std::any_of(editadas.begin(), editadas.end(), [&](const QString &comienzo) {
+                return fila.startsWith(comienzo, Qt::CaseInsensitive);
+            });
+            QVERIFY2(suya || (!editadas.isEmpty() && registro.match(fila).hasMatch()),
+                     (Corto(texto) + " changed " + Corto(fila)).constData());
+        }
     }
     antes = ahora;
-    const QRegularExpression registro(
-        "^registro_cambio\\|\\d+\\|(Tipo_Equipo_Parte|Plan_Mantenimiento)\\|.*\\|mlopez\\|",
-        QRegularExpression::DotMatchesEverythingOption);
-    for (const QString &fila : std::as_const(distintas)) {
-        const bool suya = std::any_of(editadas.begin(), editadas.end(), [&](const QString &comienzo) {
-            return fila.startsWith(comienzo, Qt::CaseInsensitive);
-        });
-        QVERIFY2(suya || (!editadas.isEmpty() && registro.match(fila).hasMatch()),
-                 qPrintable(Corto(texto) + " changed " + fila.left(300)));
-    }
 }
 
 // A real paste, which the box's own rules may refuse, and the box is left.
@@ -232,33 +165,35 @@ void PrAtaques::PegarEnCelda(SSOleDBGrid &grid, const QString &columna, const QS
     grid.setFocus();
     grid.setCurrentCell(0, grid.IndiceColumna(columna));
     QTest::keyClick(&grid, Qt::Key_F2);
-    auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
-    QVERIFY2(editor, "La celda no se edita");
-    Pegar(editor, texto);
+    Pegar(qobject_cast<QLineEdit *>(QApplication::focusWidget()), texto);
     QCoreApplication::processEvents();
+}
+
+// As it was typed: a doubled quote is one, as in every literal.
+void PrAtaques::Guardado(const QString &texto, const QString &valor, const QString &donde) const
+{
+    const QString guardado = escenario->Motor("SELECT " + donde).toString();
+    QVERIFY2(guardado == QString(valor).replace("''", "'"),
+             (Corto(texto) + " is stored as " + Corto(guardado)).constData());
 }
 
 // After all of it, the screen still saves.
 void PrAtaques::GuardarSinMas()
 {
     EnLaParte("Editar", "N0005", [&](QWidget &dialogo) {
-        Pegar(escenario->En<txtQVX>(dialogo, "txtTexto"), "MOTOR NUEVO");
-        Pulsar(escenario->En<QWidget>(dialogo, "Controles"), "Aceptar");
+        Escribir(Caja(dialogo, "txtTexto"), "MOTOR NUEVO");
+        Aceptar(dialogo);
         QVERIFY(!dialogo.isVisible());
     });
-    QCOMPARE(
-        Leer("SELECT Tep_Descripcion FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0005'"),
-        "MOTOR NUEVO");
-    QCOMPARE(Mensajes(), QStringList());
+    QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0005'"), "MOTOR NUEVO");
 }
 
 void PrAtaques::partes_data()
 {
-    QTest::addColumn<QString>("comando");
-    QTest::addColumn<QString>("campo");
-    for (const char *comando : {"Nuevo", "Editar"})
-        for (const char *campo : {"txtTexto", "txtClave"})
-            QTest::addRow("%s %s", comando, campo) << QString(comando) << QString(campo);
+    const Tabla<QString, QString> fila("comando", "campo");
+    fila("descripción nueva", "Nuevo", "txtTexto");
+    fila("clave nueva", "Nuevo", "txtClave");
+    fila("descripción", "Editar", "txtTexto");
 }
 
 // Refused with a word, or stored as it was typed in the one row that it was typed for.
@@ -266,151 +201,115 @@ void PrAtaques::partes()
 {
     QFETCH(QString, comando);
     QFETCH(QString, campo);
-    const QString nuevas = "DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND (Tep_ID < '0001' OR "
-                           "Tep_ID > '0006')";
-    ConCadaTexto(Textos(), [&](const QString &texto) {
+    for (const QString &texto : Textos(campo == "txtTexto" && comando == "Nuevo" ? 1 : 3)) {
+        antes = Fotografiar();
         QString clave;
         QString descripcion;
         bool guardada = false;
         EnLaParte(comando, "N0005", [&](QWidget &dialogo) {
-            auto &texto1 = escenario->En<txtQVX>(dialogo, "txtTexto");
-            Pegar(texto1, "BRIDA");
-            Pegar(escenario->En<txtQVX>(dialogo, campo), texto);
-            clave = escenario->En<txtQVX>(dialogo, "txtClave").Text();
-            descripcion = texto1.Text();
-            Pulsar(escenario->En<QWidget>(dialogo, "Controles"), "Aceptar");
+            Pegar(Caja(dialogo, "txtTexto"), "BRIDA");
+            Pegar(Caja(dialogo, campo), texto);
+            clave = Caja(dialogo, "txtClave").Text();
+            descripcion = Caja(dialogo, "txtTexto").Text();
+            Aceptar(dialogo);
             guardada = !dialogo.isVisible();
         });
-        QVERIFY2(guardada || !Mensajes().isEmpty(), qPrintable(Corto(texto)));
+        QVERIFY2(guardada || !Mensajes().isEmpty(), Corto(texto).constData());
         Mensajes();
         Revisar(texto, guardada ? QStringList{"Tipo_Equipo_Parte|0900|" + clave + "|"} : QStringList());
-        if (!guardada)
+        if (guardada)
+            Guardado(texto, descripcion, "Tep_Descripcion" + LaParte + qvx::Literal(clave));
+        if (QTest::currentTestFailed())
             return;
-        const QString guardado = Leer("SELECT Tep_Descripcion FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' "
-                                      "AND Tep_ID = "
-                                      + qvx::Literal(clave));
-        QVERIFY2(guardado == Guardado(descripcion), qPrintable(Corto(texto) + " is stored as " + Corto(guardado)));
-        otro->Correr(nuevas);
-        antes = Fotografiar();
-    });
+        escenario->Motor("DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND (Tep_ID < '0001' OR "
+                         "Tep_ID > '0006')");
+    }
     GuardarSinMas();
 }
 
 void PrAtaques::etiqueta()
 {
-    ConCadaTexto(Textos(), [&](const QString &texto) {
+    for (const QString &texto : Textos(3)) {
+        escenario->Motor("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'MOTOR' WHERE Tep_ID = '0005'");
+        antes = Fotografiar();
         Arbol().setSelectedItem(Arbol().Item("N0005"));
         Arbol().setFocus();
         QTest::keyClick(&Arbol(), Qt::Key_F2);
-        auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
-        QVERIFY2(editor, "La etiqueta no se edita");
-        editor->selectAll();
+        auto *linea = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        linea->selectAll();
         QGuiApplication::clipboard()->setText(texto);
-        editor->paste();
-        const QString escrito = editor->text().remove("0005").remove(QLatin1Char('-')).trimmed().toUpper();
-        QTest::keyClick(editor, Qt::Key_Return);
+        linea->paste();
+        const QString escrito = linea->text().remove("0005").remove(QLatin1Char('-')).trimmed().toUpper();
+        QTest::keyClick(linea, Qt::Key_Return);
         QCoreApplication::processEvents(); // the label's editor closes
         const bool guardada = Mensajes().isEmpty();
         Revisar(texto, {"Tipo_Equipo_Parte|0900|0005|"});
-        const QString guardado = Leer("SELECT Tep_Descripcion FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' "
-                                      "AND Tep_ID = '0005'");
-        QVERIFY2(!guardada || guardado == Guardado(escrito),
-                 qPrintable(Corto(texto) + " is stored as " + Corto(guardado)));
-        otro->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'MOTOR' WHERE Tep_ID = '0005'");
-        antes = Fotografiar();
-    });
+        if (guardada)
+            Guardado(texto, escrito, "Tep_Descripcion" + LaParte + "'0005'");
+        if (QTest::currentTestFailed())
+            return;
+    }
     GuardarSinMas();
 }
 
 void PrAtaques::tipoDeEquipo()
 {
-    auto &caja = escenario->De<txtQVX>("txtTipoEquipo");
-    ConCadaTexto(Textos(), [&](const QString &texto) {
-        Pegar(caja, texto);
+    antes = Fotografiar();
+    for (const QString &texto : Textos(3)) {
+        Pegar(Tipo(), texto);
         QCOMPARE(Arbol().Count(), 0);
         QCOMPARE(escenario->De<txtQVX>("txtNTipoEquipo").Text(), "");
         Mensajes();
         Revisar(texto, {});
-    });
-    Escribir(caja, "900");
-    GuardarSinMas();
-}
-
-void PrAtaques::cajas_data()
-{
-    QTest::addColumn<QByteArray>("caja");
-    for (const char *caja : {"txtTipoServicio", "txtPrioridad", "txtUnidad", "txtDias", "txtLectura",
-                             "txtTiempoEstimado", "txtTiempoParo", "txtPrecio"})
-        QTest::newRow(caja) << QByteArray(caja);
-}
-
-// A box of the editor takes the key of a catalogue or a number, and nothing else is saved.
-void PrAtaques::cajas()
-{
-    QFETCH(QByteArray, caja);
-    Empezar();
-    QStringList textos = LaMitad();
-    while (!textos.isEmpty() && !QTest::currentTestFailed()) {
-        Abrir(0, [&](QWidget &editor) {
-            while (!textos.isEmpty() && editor.isVisible() && !QTest::currentTestFailed()) {
-                const QString texto = textos.takeFirst();
-                Pegar(Caja(editor, caja.constData()), texto);
-                Aceptar(editor);
-                const bool guardada = !editor.isVisible();
-                QVERIFY2(guardada || !Mensajes().isEmpty(), qPrintable(Corto(texto)));
-                Revisar(texto, guardada ? Servicio : QStringList());
-            }
-        });
-        Mensajes();
     }
+    Escribir(Tipo(), "900");
     GuardarSinMas();
 }
 
-void PrAtaques::celdas_data()
+void PrAtaques::editor_data()
 {
-    QTest::addColumn<int>("pagina");
-    QTest::addColumn<QString>("columna");
-    QTest::addColumn<QString>("valida"); // its description stays when another text is typed over it
-    const auto fila = [](int pagina, const char *columna, const char *valida) {
-        QTest::addRow("%d %s", pagina, columna) << pagina << QString(columna) << QString(valida);
-    };
-    fila(1, "Producto", "9000000001");
-    fila(1, "Cantidad", "5");
-    fila(2, "Producto", "9000000002");
-    fila(2, "Cantidad", "5");
-    fila(2, "Gasto", "9001");
-    fila(3, "Producto", "9000000003");
-    fila(3, "Cantidad", "5");
+    // valida: what is typed into a cell before, whose description stays when another text is typed over it
+    const Tabla<int, QString, QString> fila("pagina", "campo", "valida");
+    for (const char *caja : {"txtTipoServicio", "txtUnidad", "txtDias", "txtTiempoParo", "txtPrecio"})
+        fila(caja, 0, caja, "");
+    fila("mano de obra", 1, "Producto", "9000000001");
+    fila("cantidad", 2, "Cantidad", "5");
+    fila("gasto", 2, "Gasto", "9001");
+    fila("herramienta", 3, "Producto", "9000000003");
 }
 
-void PrAtaques::celdas()
+// What the editor takes is saved as it was typed, in the one service that it is open on.
+void PrAtaques::editor()
 {
     QFETCH(int, pagina);
-    QFETCH(QString, columna);
+    QFETCH(QString, campo);
     QFETCH(QString, valida);
-    const QString guardados = "SELECT " + QString(columna == "Gasto" ? "Pmd_Tipo_Gasto" : "Pr_Cve_Producto")
-                              + " FROM Plan_Mantenimiento_Detalle WHERE Pm_ID = '000001' AND Pmd_Tipo = '0"
-                              + QString::number(pagina) + "'";
-    Empezar();
-    QStringList textos = columna == "Gasto" ? Textos() : LaMitad();
+    const char *grids[] = {"", "ssManoObra", "ssRefacciones", "ssHerramientas"};
+    const QStringList servicio{"Plan_Mantenimiento|0900|0002|000001|", "Plan_Mantenimiento_Detalle|0900|0002|000001|"};
+    const QString donde = QString(campo == "Gasto" ? "Pmd_Tipo_Gasto" : "Pr_Cve_Producto")
+                          + " FROM Plan_Mantenimiento_Detalle WHERE Pm_ID = '000001' AND Pmd_Tipo = '0"
+                          + QString::number(pagina) + "'";
+    antes = Fotografiar();
+    QStringList textos = Textos(3);
     while (!textos.isEmpty() && !QTest::currentTestFailed()) {
-        Abrir(0, [&](QWidget &editor) {
-            Fichas(editor).setTab(pagina);
-            auto &tabla = Grid(editor, Grids[pagina - 1]);
-            while (!textos.isEmpty() && editor.isVisible() && !QTest::currentTestFailed()) {
+        Abrir(0, [&](QWidget &forma) {
+            while (!textos.isEmpty() && forma.isVisible() && !QTest::currentTestFailed()) {
                 const QString texto = textos.takeFirst();
-                PegarEnCelda(tabla, columna, valida);
-                PegarEnCelda(tabla, columna, texto);
-                const QString celda = tabla.Celda(0, columna);
-                Aceptar(editor);
-                const bool guardada = !editor.isVisible();
-                QVERIFY2(guardada || !Mensajes().isEmpty(), qPrintable(Corto(texto)));
+                Fichas(forma).setTab(pagina);
+                if (pagina > 0) {
+                    PegarEnCelda(Grid(forma, grids[pagina]), campo, valida);
+                    PegarEnCelda(Grid(forma, grids[pagina]), campo, texto);
+                } else {
+                    Pegar(Caja(forma, campo), texto);
+                }
+                const QString celda = pagina > 0 ? Grid(forma, grids[pagina]).Celda(0, campo) : QString();
+                Aceptar(forma);
+                const bool guardada = !forma.isVisible();
+                QVERIFY2(guardada || !Mensajes().isEmpty(), Corto(texto).constData());
                 Mensajes();
-                Revisar(texto, guardada ? Servicio : QStringList());
-                if (guardada && columna != "Cantidad")
-                    QVERIFY2(Leer(guardados) == Guardado(celda),
-                             qPrintable(Corto(texto) + " is stored as " + Corto(Leer(guardados))));
-                QCOMPARE(Leer("SELECT count(*) FROM Plan_Mantenimiento_Detalle WHERE Pm_ID = '000001'"), "3");
+                Revisar(texto, guardada ? servicio : QStringList());
+                if (guardada && pagina > 0 && campo != "Cantidad")
+                    Guardado(texto, celda, donde);
             }
         });
         Mensajes();
@@ -420,46 +319,25 @@ void PrAtaques::celdas()
 
 void PrAtaques::catalogo()
 {
-    Empezar();
+    antes = Fotografiar();
     EnElDialogo([&](QWidget &dialogo) {
-        for (const QString &texto : Textos()) {
-            auto &buscar = escenario->En<QLineEdit>(dialogo, "txtBuscar");
-            buscar.selectAll();
+        auto &buscar = escenario->En<QLineEdit>(dialogo, "txtBuscar");
+        for (const QString &texto : Textos(3)) {
+            buscar.setText("");
             QGuiApplication::clipboard()->setText(texto);
             buscar.paste();
             Revisar(texto, {});
         }
     });
-    qvx::DialogoCatalogo::Elegir("TIPO_EQUIPO", 0, {}, QFont(), escenario->De<QWidget>("tvPartes").window());
-    GuardarSinMas();
-}
-
-// A text from another program, dropped on a part.
-void PrAtaques::soltado()
-{
-    Arbol().expandAll();
-    const auto enviar = [&](auto &&evento) { QCoreApplication::sendEvent(Arbol().viewport(), &evento); };
-    ConCadaTexto(Textos(), [&](const QString &texto) {
-        Arbol().setSelectedItem(Arbol().Item("N0002"));
-        const QPoint punto = Arbol().visualItemRect(Arbol().Item("N0005")).center();
-        QMimeData datos;
-        datos.setText(texto);
-        enviar(QDragEnterEvent(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier));
-        enviar(QDragMoveEvent(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier));
-        enviar(QDropEvent(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier));
-        QCoreApplication::processEvents();
-        Mensajes();
-        Revisar(texto, {});
-    });
+    qvx::DialogoCatalogo::Elegir("TIPO_EQUIPO", 0, {}, QFont(), pantalla->window());
     GuardarSinMas();
 }
 
 void PrAtaques::documento_data()
 {
-    QTest::addColumn<QString>("valor"); // the attribute of this value gets the texts
-    for (const char *valor : {"0900", "P-CLAVE", "P-DESCRIPCION", "S-TIPO", "S-UNIDAD", "11", "12", "S-PARO", "13",
-                              "14", "S-PRIORIDAD", "9000000001", "15", "9000000002", "L-GASTO"})
-        QTest::newRow(valor) << valor;
+    const Tabla<QString> fila("valor"); // the attribute of this value gets the texts
+    for (const char *valor : {"0900", "P-CLAVE", "P-DESCRIPCION", "S-UNIDAD", "13", "9000000001", "L-GASTO"})
+        fila(valor, valor);
 }
 
 // Values of an imported document: refused, or written in the plan alone that it is for.
@@ -481,18 +359,19 @@ void PrAtaques::documento()
         escenario->Personas().DarArchivo(ruta);
         if (qvx::Documento documento; documento.Cargar(ruta, esquema) && (valor != "0900" || texto == valor))
             escenario->Personas().Responder(7500048, qvx::mensaje::Si);
-        Pulsar(escenario->De<QWidget>("Controles"), "B2");
+        Mandar("B2");
     };
-    ConCadaTexto(LaMitad(), [&](const QString &texto) {
+    antes = Fotografiar();
+    for (const QString &texto : Textos(3)) {
         importar(texto);
-        QVERIFY2(!Mensajes().isEmpty(), qPrintable(Corto(texto)));
+        QVERIFY2(!Mensajes().isEmpty(), Corto(texto).constData());
         Revisar(texto, valor == "0900" ? QStringList()
                                        : QStringList{"Tipo_Equipo_Parte|0900|", "Plan_Mantenimiento|0900|",
                                                      "Plan_Mantenimiento_Detalle|0900|"});
-    });
+    }
     importar(valor); // as it is, it is good
     QCOMPARE(Mensajes().size(), 1);
-    QCOMPARE(Leer("SELECT Tep_ID FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900'"), "P-CLAVE");
+    QCOMPARE(Partes("Tep_ID"), "P-CLAVE");
 }
 
 PRUEBA_MAIN(PrAtaques)

@@ -154,7 +154,7 @@ void PrAvance::preguntaEnMedio()
 void PrAvance::deUnSoloMomento()
 {
     if (!Motor::EnServidor())
-        QSKIP("Una lectura del archivo no tiene un solo momento");
+        QSKIP("Mientras se lee el archivo, nadie lo cambia");
     connect(static_cast<qvx::Aplicacion *>(qApp), &qvx::Aplicacion::Avance, avance, [this] {
         escenario->Motor("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'CAMBIADA' WHERE Te_Cve_Tipo_Equipo = '0904'");
     });

@@ -1,19 +1,10 @@
-#include "controls/Comunes.h"
-#include "controls/Controles.h"
-#include "controls/txtQVX.h"
-#include "support/Averia.h"
-#include "support/Plan.h"
+#include "support/PruebaPantalla.h"
 
+#include <QProcess>
 #include <QRegularExpression>
-
-using comunesQVX::TreeView;
-using textoQVX::txtQVX;
-using toolbarQVX::Controles;
 
 namespace
 {
-
-constexpr int Pregunta = 7500048;
 
 QByteArray Documento(const QByteArray &tipo, const QByteArray &contenido)
 {
@@ -32,87 +23,76 @@ const QByteArray Lineas = "<ManoObra><Servicio Id=\"9000000001\" Cantidad=\"2\"/
                           "</ManoObra><Refacciones><Refaccion Id=\"9000000002\" Cantidad=\"3\" TipoGasto=\"9001\"/>"
                           "</Refacciones><Herramientas><Herramienta Id=\"9000000003\" Cantidad=\"1\"/>"
                           "<Herramienta Id=\"P2\" Cantidad=\"1\"/></Herramientas>";
+const QByteArray Parte = "<Parte Id=\"7\" Descripción=\"NUEVA\"/>";
+const QString Pregunta = "36|Importar_xml()|KT580|ERR-ID:7500048|Se reemplazará el plan de mantenimiento actual del "
+                         "tipo de equipo0900, ¿DESEA CONTINUAR?";
+const QString Trampa = "16|Controles_B2Click()|KT580|ERR-ID:7500023|";
 
 } // namespace
 
-// The import: what it writes, what it asks, what it refuses, and that a failed one writes nothing.
-class PrImportar : public QObject
+// The import, at the screen and from the command line: what it writes, asks and refuses, and that a failed one writes
+// nothing.
+class PrImportar : public PruebaPantalla
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void importado();
-    void productosDesconocidos();
     void rechazos_data();
     void rechazos();
-    void fallas_data();
-    void fallas();
-    void idaYVuelta_data();
     void idaYVuelta();
+    void linea_data();
+    void linea();
+    void interrumpido();
 
 private:
-    QStringList Mensajes() { return escenario->Personas().Tomar(); }
-    QString Ruta(const QString &nombre) const { return carpeta->filePath(nombre); }
+    void Poner(const QString &nombre, const QByteArray &contenido) const;
     void Importar(const QByteArray &documento, int respuesta = 0);
     QByteArray Exportar(const QString &tipo);
     void SembrarGenerado() const;
-
-    std::unique_ptr<Escenario> escenario;
-    std::unique_ptr<QTemporaryDir> carpeta;
+    void Preparar(QProcess &programa) const;
 };
 
-void PrImportar::init()
+// In the folder of the test's database.
+void PrImportar::Poner(const QString &nombre, const QByteArray &contenido) const
 {
-    carpeta = std::make_unique<QTemporaryDir>();
-    escenario = std::make_unique<Escenario>();
-    SembrarPlan(*escenario);
-}
-
-void PrImportar::cleanup()
-{
-    QCOMPARE(Mensajes(), QStringList());
-    escenario.reset();
+    QFile archivo(escenario->Ruta(nombre));
+    QVERIFY(archivo.open(QIODevice::WriteOnly) && archivo.write(contenido) == contenido.size());
 }
 
 void PrImportar::Importar(const QByteArray &documento, int respuesta)
 {
-    QFile archivo(Ruta("plan.xml"));
-    QVERIFY(archivo.open(QIODevice::WriteOnly) && archivo.write(documento) == documento.size());
-    archivo.close();
-    escenario->Personas().DarArchivo(Ruta("plan.xml"));
+    Poner("plan.xml", documento);
+    escenario->Personas().DarArchivo(escenario->Ruta("plan.xml"));
     if (respuesta)
-        escenario->Personas().Responder(Pregunta, respuesta);
-    Pulsar(escenario->De<Controles>("Controles"), "B2");
+        escenario->Personas().Responder(7500048, respuesta);
+    Mandar("B2");
 }
 
 QByteArray PrImportar::Exportar(const QString &tipo)
 {
-    Escribir(escenario->De<txtQVX>("txtTipoEquipo"), tipo);
-    escenario->Personas().DarArchivo(Ruta("exportado.xml"));
-    Pulsar(escenario->De<Controles>("Controles"), "B1");
+    Escribir(Tipo(), tipo);
+    escenario->Personas().DarArchivo(escenario->Ruta("exportado.xml"));
+    Mandar("B1");
     if (Mensajes().size() != 1)
         QTest::qFail("El plan no se exportó", __FILE__, __LINE__);
-    QFile archivo(Ruta("exportado.xml"));
+    QFile archivo(escenario->Ruta("exportado.xml"));
     return archivo.open(QIODevice::ReadOnly) ? archivo.readAll() : QByteArray();
 }
 
 // Every statement as it is composed, and the screen afterwards. Another type's plan is on the screen before.
 void PrImportar::importado()
 {
-    QWidget &pantalla = escenario->Pantalla("0902");
-    ElegirNodo(escenario->De<TreeView>("tvPartes"), "N0000");
+    Escribir(Tipo(), "0902");
+    ElegirNodo(Arbol(), "N0000");
     escenario->Traza();
     Importar(Documento("0900", Servicio("NO") + "<!-- a note --><Parte Id=\"0001\" Descripción=\"EJE\">"
                                    + Servicio("SI", Lineas) + "<Parte Id=\"X\" Descripción=\"\"/></Parte>"),
              qvx::mensaje::Si);
-    QCOMPARE(escenario->Personas().ventanas, (QList<WId>{pantalla.winId(), pantalla.winId()}));
+    QCOMPARE(escenario->Personas().ventanas, (QList<WId>{pantalla->winId(), pantalla->winId()}));
     QCOMPARE(Mensajes(),
-             (QStringList{"36|Importar_xml()|KT580|ERR-ID:7500048|Se reemplazará el plan de mantenimiento actual del "
-                          "tipo de equipo0900, ¿DESEA CONTINUAR?",
-                          "48|Importar XML|KT580|ERR-ID:7500024|Los productos:  ,P1 ,P2 no están registrados en la "
-                          "base de datos, no se agregaron al servicio"}));
+             (QStringList{Pregunta, "48|Importar XML|KT580|ERR-ID:7500024|Los productos:  ,P1 ,P2 no están registrados "
+                                    "en la base de datos, no se agregaron al servicio"}));
     QCOMPARE(escenario->Personas().dialogos, QStringList{"abrir|ABRIR XML|Archivo XML|*.xml||"});
 
     const QString firma = "'mlopez', '2026-03-14 09:26:53', 'mlopez', '2026-03-14 09:26:53' )";
@@ -153,130 +133,67 @@ void PrImportar::importado()
         parte.arg("X", "", "0001"),
         "-\tCOMMIT",
     };
-    const QStringList traza = escenario->Traza();
-    for (int i = 0; i < sentencias.size(); ++i)
-        QCOMPARE(traza.value(i), sentencias.at(i));
-    QCOMPARE(escenario->De<txtQVX>("txtTipoEquipo").Text(), "0900");
-    QCOMPARE(escenario->De<txtQVX>("txtNTipoEquipo").Text(), "BOMBA DE PRUEBA");
-    QCOMPARE(escenario->De<TreeView>("tvPartes").Count(), 3);
-    const Controles &barra = escenario->De<Controles>("Controles");
-    QCOMPARE(barra.Titulo1() + "|" + barra.Titulo2() + "|" + barra.Titulo3(), "Exportar XML|Importar XML|Copiar plan");
-    QVERIFY(!barra.NuevoDisponible()); // the node that offered it is gone
-    QCOMPARE(escenario->Filas("SELECT Es_Cve_Estado FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900'"),
-             (QStringList{"AC", "AC"}));
-    QCOMPARE(escenario->Motor("SELECT count(*) FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0902'").toInt(), 1);
+    QCOMPARE(escenario->Traza().mid(0, sentencias.size()), sentencias);
+    QCOMPARE(Tipo().Text() + escenario->De<txtQVX>("txtNTipoEquipo").Text(), "0900BOMBA DE PRUEBA");
+    QCOMPARE(Arbol().Count(), 3);
+    QCOMPARE(Barras(), "00000|Exportar XML|Importar XML|Copiar plan"); // the node that offered more is gone
+    QCOMPARE(Partes("Es_Cve_Estado"), "AC AC");
+    QCOMPARE(escenario->Tablas().filter("AJENA").size(), 2);
 
     // The next dialog opens in the folder of the last, on what it last held.
     escenario->Personas().DarArchivo("");
-    Pulsar(escenario->De<Controles>("Controles"), "B2");
+    Mandar("B2");
+    const QString ruta = escenario->Ruta("plan.xml");
     QCOMPARE(escenario->Personas().dialogos.constLast(),
-             "abrir|ABRIR XML|Archivo XML|*.xml|" + Ruta("plan.xml") + "|" + carpeta->path());
-}
+             "abrir|ABRIR XML|Archivo XML|*.xml|" + ruta + "|" + ruta.section('/', 0, -2));
 
-// A failure replaces the list of unknown products, and the next import begins with an empty one.
-void PrImportar::productosDesconocidos()
-{
-    escenario->Pantalla("0900");
-    const QStringList antes = escenario->Tablas();
-    const QByteArray repetida = "<Parte Id=\"1\" Descripción=\"\"/>";
-    Importar(Documento("0900", Servicio("NO", Lineas) + repetida + repetida), qvx::mensaje::Si);
-    QCOMPARE(Mensajes().value(1), "16|Controles_B2Click()|KT580|ERR-ID:7500023|" + motor::ParteRepetida());
-    QCOMPARE(escenario->Tablas(), antes);
+    // A failure replaces the list of unknown products, and the next import begins with an empty one.
+    Importar(Documento("0900", Servicio("NO", Lineas) + Parte + Parte), qvx::mensaje::Si);
+    QCOMPARE(Mensajes(), (QStringList{Pregunta, Trampa + motor::ParteRepetida()}));
+    QCOMPARE(Partes("Tep_ID"), "0001 X");
     Importar(Documento("0900", Servicio("NO")), qvx::mensaje::Si);
-    QCOMPARE(Mensajes().size(), 1); // the question only
-    // A plan without parts: there is nothing to export.
-    QCOMPARE(escenario->De<Controles>("Controles").Titulo1(), "");
+    QCOMPARE(Mensajes(), QStringList{Pregunta});
+    QCOMPARE(Barra().Titulo1(), ""); // without parts there is nothing to export
 }
 
 void PrImportar::rechazos_data()
 {
-    QTest::addColumn<QByteArray>("documento");
-    QTest::addColumn<int>("respuesta");
-    QTest::addColumn<QString>("mensaje"); // the last
-    QTest::addColumn<QString>("detalles");
+    // mensaje, detalles: of the last message
+    const Tabla<QByteArray, int, QString, QString> fila("documento", "respuesta", "mensaje", "detalles");
     const QString formato = "El archivo xml que se cargo no cumple con el formato del mantenimiento";
-    const QString sinTipo = "48|Quorvex|KT580|ERR-ID:7500027|No existe el tipo de equipo '%1' en la bas de datos";
-    const QString comillas = "16|Controles_B2Click()|KT580|ERR-ID:7500023|";
-    QTest::newRow("no es XML") << QByteArray("hola") << 0 << "48|Quorvex|KT580|ERR-ID:7500025|" + formato
-                               << "Renglón 1: El documento no está bien formado: Start tag expected, '<' not found";
-    QTest::newRow("otro orden") << Documento("0900", "\n<Parte Descripción=\"A\" Id=\"1\"/>") << 0
-                                << "48|Quorvex|KT580|ERR-ID:7500025|" + formato
-                                << "Renglón 2, Parte: los atributos deben ir en este orden: Id, Descripción";
-    QTest::newRow("sin tipo") << QByteArray("<PlanMantenimiento/>") << 0 << "48|Quorvex|KT580|ERR-ID:7500026|" + formato
-                              << "";
-    QTest::newRow("tipo desconocido") << Documento("7777", "") << 0 << sinTipo.arg("7777") << "";
-    QTest::newRow("tipo cancelado") << Documento("0903", "") << 0 << sinTipo.arg("0903") << "";
-    QTest::newRow("No") << Documento("0900", "") << qvx::mensaje::No
-                        << "36|Importar_xml()|KT580|ERR-ID:7500048|Se reemplazará el plan de mantenimiento actual del "
-                           "tipo de equipo0900, ¿DESEA CONTINUAR?"
-                        << "";
-    QTest::newRow("comilla") << Documento("0900", "<Parte Id=\"1\" Descripción=\"D'ALEMBERT\"/>") << qvx::mensaje::Si
-                             << comillas + motor::Sintaxis("ALEMBERT") << "";
+    const QString aviso = "48|Quorvex|KT580|ERR-ID:75000";
+    const QString conComillas = Trampa + "Un valor del documento lleva comillas";
+    fila("no es XML", "hola", 0, aviso + "25|" + formato,
+         "Renglón 1: El documento no está bien formado: Start tag expected, '<' not found");
+    fila("otro orden", Documento("0900", "\n<Parte Descripción=\"A\" Id=\"1\"/>"), 0, aviso + "25|" + formato,
+         "Renglón 2, Parte: los atributos deben ir en este orden: Id, Descripción");
+    fila("sin tipo", "<PlanMantenimiento/>", 0, aviso + "26|" + formato, "");
+    fila("tipo cancelado", Documento("0903", ""), 0, aviso + "27|No existe el tipo de equipo '0903' en la bas de datos",
+         "");
+    fila("No", Documento("0900", ""), qvx::mensaje::No, Pregunta, "");
+    fila("comilla", Documento("0900", "<Parte Id=\"1\" Descripción=\"D'ALEMBERT\"/>"), qvx::mensaje::Si,
+         Trampa + motor::Sintaxis("ALEMBERT"), "");
     // Texts that would otherwise become part of the statement.
-    QTest::newRow("cualquier tipo") << Documento("x' OR '1'='1", "") << 0
-                                    << comillas + "Un valor del documento lleva comillas"
-                                    << "";
-    QTest::newRow("otra consulta") << Documento("0900", "<Parte Id=\"1' || '\" Descripción=\"A\"/>") << qvx::mensaje::Si
-                                   << comillas + "Un valor del documento lleva comillas"
-                                   << "";
-    QTest::newRow("entre dos valores") << Documento(
-        "0900", "<Parte Id=\"1'\" Descripción=\", '0000', 'o', 'f', 'o', 'f'), ('0902', '7\"/>")
-                                       << qvx::mensaje::Si << comillas + "Un valor del documento lleva comillas"
-                                       << "";
+    fila("cualquier tipo", Documento("x' OR '1'='1", ""), 0, conComillas, "");
+    fila("entre dos valores",
+         Documento("0900", "<Parte Id=\"1'\" Descripción=\", '0000', 'o', 'f', 'o', 'f'), ('0902', '7\"/>"),
+         qvx::mensaje::Si, conComillas, "");
 }
 
 void PrImportar::rechazos()
 {
     QFETCH(QByteArray, documento);
     QFETCH(int, respuesta);
-    escenario->Pantalla("0902");
+    Escribir(Tipo(), "0902");
     const QStringList antes = escenario->Tablas();
     Importar(documento, respuesta);
-    QTEST(escenario->Personas().detalles.value(respuesta == qvx::mensaje::Si), "detalles");
-    QTEST(Mensajes().value(respuesta == qvx::mensaje::Si), "mensaje");
+    QTEST(escenario->Personas().detalles.constLast(), "detalles");
+    QTEST(Mensajes().constLast(), "mensaje");
     QCOMPARE(escenario->Tablas(), antes);
-    QCOMPARE(escenario->De<txtQVX>("txtTipoEquipo").Text(), "0902");
+    QCOMPARE(Tipo().Text(), "0902");
     QVERIFY(!QApplication::overrideCursor());
     // The transaction is over: another program gets at the database at once.
     escenario->Motor("UPDATE Tipo_Gasto SET Tg_Descripcion = 'OTRA'");
-}
-
-void PrImportar::fallas_data()
-{
-    QTest::addColumn<QString>("falla"); // a trigger's event, a statement, or ""
-    QTest::addColumn<QString>("motivo");
-    for (const char *tabla : {"Plan_Mantenimiento_Detalle", "Plan_Mantenimiento", "Tipo_Equipo_Parte"})
-        for (const char *verbo : {"DELETE", "INSERT"})
-            QTest::addRow("%s %s", verbo, tabla) << QString("%1 ON %2").arg(verbo, tabla) << "falla";
-    QTest::newRow("producto") << "ALTER TABLE Producto RENAME TO Guardada" << motor::NoHayTabla("Producto");
-    QTest::newRow("número de servicio") << "ALTER TABLE Plan_Mantenimiento RENAME COLUMN Pm_Numero TO Otro"
-                                        << motor::NoHayColumna("Pm_Numero");
-    QTest::newRow("número de línea") << "ALTER TABLE Plan_Mantenimiento_Detalle RENAME COLUMN Pmd_Numero TO Otro"
-                                     << motor::NoHayColumna("Pmd_Numero");
-    QTest::newRow("confirmación") << "confirmación" << motor::NoConfirma();
-}
-
-// Each statement of the import in its turn.
-void PrImportar::fallas()
-{
-    QFETCH(QString, falla);
-    escenario->Pantalla("0900");
-    const QStringList antes = escenario->Tablas();
-    Averia averia(*escenario, falla);
-    Importar(Documento("0900", "<Parte Id=\"7\" Descripción=\"EJE\">" + Servicio("SI", Lineas) + "</Parte>"),
-             qvx::mensaje::Si);
-    QFETCH(QString, motivo);
-    QCOMPARE(Mensajes().value(1), "16|Controles_B2Click()|KT580|ERR-ID:7500023|" + motivo);
-    averia.Reparar();
-    QCOMPARE(escenario->Tablas(), antes);
-}
-
-void PrImportar::idaYVuelta_data()
-{
-    QTest::addColumn<QString>("tipo");
-    for (const char *tipo : {"0001", "0002", "0003", "0004", "0005"})
-        QTest::newRow(tipo) << tipo;
-    QTest::newRow("2,000 partes") << "0006";
 }
 
 // 2,000 parts, three levels and more, with services and lines of every kind.
@@ -306,20 +223,104 @@ void PrImportar::SembrarGenerado() const
 // Into a database whose plans are empty, and out again.
 void PrImportar::idaYVuelta()
 {
-    QFETCH(QString, tipo);
-    escenario.reset();
-    escenario = std::make_unique<Escenario>(true);
-    if (tipo == "0006")
-        SembrarGenerado();
-    escenario->Pantalla();
-    const QByteArray primero = Exportar(tipo);
-    escenario.reset();
-    escenario = std::make_unique<Escenario>();
-    escenario->Pantalla();
-    Importar(primero, qvx::mensaje::Si);
-    QCOMPARE(Mensajes().size(), 1);
-    QVERIFY(primero == Exportar(tipo));
-    QVERIFY(primero.count("<Parte ") >= (tipo == "0006" ? 2000 : 10));
+    const auto nuevo = [&](bool conEjemplos) {
+        escenario.reset();
+        escenario = std::make_unique<Escenario>(conEjemplos);
+        if (conEjemplos)
+            SembrarGenerado();
+        escenario->Pantalla();
+    };
+    nuevo(true);
+    const QStringList tipos{"0001", "0002", "0003", "0004", "0005", "0006"};
+    QByteArrayList documentos;
+    for (const QString &tipo : tipos)
+        documentos.append(Exportar(tipo));
+    QVERIFY(documentos.constFirst().count("<Parte ") >= 10 && documentos.constLast().count("<Parte ") == 2000);
+    nuevo(false);
+    for (int i = 0; i < tipos.size(); ++i) {
+        Importar(documentos.at(i), qvx::mensaje::Si);
+        QCOMPARE(Mensajes().size(), 1);
+        QVERIFY2(Exportar(tipos.at(i)) == documentos.at(i), qPrintable(tipos.at(i)));
+    }
+}
+
+// Started among the test's files, with a registry of its own, and where no display is.
+void PrImportar::Preparar(QProcess &programa) const
+{
+    auto entorno = QProcessEnvironment::systemEnvironment();
+    entorno.insert("XDG_CONFIG_HOME", escenario->Ruta("config"));
+    entorno.insert("QVX_TRAZA", escenario->Ruta("traza_programa"));
+    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        entorno.remove(variable);
+    programa.setProcessEnvironment(entorno);
+    programa.setWorkingDirectory(escenario->Ruta(""));
+}
+
+void PrImportar::linea_data()
+{
+    // dicho: on the standard error
+    const Tabla<QString, int, QString, bool> fila("orden", "salida", "dicho", "cambia");
+    fila("exportar", "--exportar 900 nuevo.xml", 0, "^Se generó el archivo/.*/nuevo.xml\n$", false);
+    fila("exportar sin partes", "--exportar 0901 nuevo.xml", 1,
+         "^El tipo de equipo 0901 no existe, o no tiene partes que exportar.\n$", false);
+    fila("exportar donde no se puede", "--exportar 0900 no/hay.xml", 1,
+         "^No se pudo guardar el archivo /.*/no/hay.xml: ", false);
+    fila("importar", "--importar bueno.xml --si", 0, "^Se reemplazará el plan .* equipo0902, ¿DESEA CONTINUAR\\?\n$",
+         true);
+    fila("importar sin --si", "--importar bueno.xml", 1, "contesta que sí con --si", false);
+    fila("importar otro formato", "--importar malo.xml --si", 1,
+         "^El archivo xml que se cargo no cumple con el formato del mantenimiento\nRenglón 2, Parte: falta el atributo",
+         false);
+    fila("importar nada", "--importar nada.xml --si", 1, "No se pudo abrir", false);
+    fila("con productos desconocidos", "--importar sinproducto.xml --si", 0, "Los productos:  ,P1 ,P2 no están", true);
+    fila("validar bueno", "--validar bueno.xml", 0, "^$", false);
+    fila("validar malo", "--validar malo.xml", 1,
+         "^malo.xml: Renglón 2, Parte: falta .*\nmalo.xml: Renglón 3, Otra: ", false);
+    fila("dos a la vez", "--validar a --importar b", 2, "no van juntos", false);
+}
+
+void PrImportar::linea()
+{
+    QFETCH(QString, orden);
+    QFETCH(QString, dicho);
+    QFETCH(bool, cambia);
+    Poner("bueno.xml", Documento("0902", Parte));
+    Poner("malo.xml", Documento("0900", "\n<Parte Id=\"1\"/>\n<Otra/>"));
+    Poner("sinproducto.xml", Documento("0902", Servicio("NO", Lineas)));
+    const QStringList antes = escenario->Tablas();
+    QProcess programa;
+    Preparar(programa);
+    programa.start(PROGRAMA_QUORVEX, orden.split(' ') + escenario->Base().Argumentos());
+    QVERIFY(programa.waitForFinished());
+    QTEST(programa.exitCode(), "salida");
+    const QString error = QString::fromUtf8(programa.readAllStandardError());
+    QVERIFY2(QRegularExpression(dicho).match(error).hasMatch(), qPrintable(error));
+    QCOMPARE(escenario->Tablas() != antes, cambia);
+    QCOMPARE(QFile::exists(escenario->Ruta("nuevo.xml")), orden.contains("900 nuevo"));
+}
+
+// Killed in the middle of the import: the plan that was there is whole.
+void PrImportar::interrumpido()
+{
+    QByteArray partes;
+    for (int i = 0; i < 50000; ++i)
+        partes += "<Parte Id=\"" + QByteArray::number(10000 + i) + "\" Descripción=\"PIEZA\"/>";
+    Poner("grande.xml", Documento("0902", partes));
+    const QStringList antes = escenario->Tablas();
+    QProcess programa;
+    Preparar(programa);
+    programa.start(PROGRAMA_QUORVEX, QStringList{"--importar", "grande.xml", "--si"} + escenario->Base().Argumentos());
+    const auto traza = [&] {
+        QFile archivo(escenario->Ruta("traza_programa"));
+        return archivo.open(QIODevice::ReadOnly) ? archivo.readAll() : QByteArray();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(traza().count("INSERT INTO") > 500, 60000);
+    programa.kill();
+    QVERIFY(programa.waitForFinished());
+    QVERIFY(programa.exitStatus() == QProcess::CrashExit && !traza().contains("COMMIT"));
+    QCOMPARE(escenario->Tablas(), antes);
+    if (!motor::EsPostgres())
+        QCOMPARE(escenario->Motor("PRAGMA integrity_check").toString(), "ok");
 }
 
 PRUEBA_MAIN(PrImportar)

@@ -7,30 +7,35 @@ Averia::Averia(const Escenario &escenario_, const QString &nombre_) : escenario(
     static const QRegularExpression suceso(
         "^(?:(BEFORE|AFTER|sin efecto) )?((?:INSERT|UPDATE|DELETE) ON \\w+)(?: WHEN (.*))?$");
     const auto hallado = suceso.match(nombre);
-    if (nombre == "ocupada")
-        otro = escenario.Ocupar();
-    else if (nombre == "confirmación")
-        otro = escenario.ImpedirConfirmacion();
-    else if (nombre == "disco")
+    const ::Motor &base = escenario.Base();
+    const QString cuando = hallado.captured(1) == "AFTER" ? "AFTER" : "BEFORE";
+    if (nombre == "disco")
         disco = std::make_unique<DiscoLleno>();
-    else if (hallado.captured(1) == "sin efecto")
-        escenario.Omitir(hallado.captured(2));
-    else if (hallado.hasMatch())
-        escenario.Estropear(hallado.captured(2), hallado.captured(3),
-                            hallado.captured(1).isEmpty() ? "BEFORE" : hallado.captured(1));
     else if (!nombre.isEmpty())
-        escenario.Motor(nombre);
+        Correr(nombre == "ocupada"        ? base.Ocupacion()
+               : nombre == "confirmación" ? base.SinConfirmacion()
+               : hallado.hasMatch()
+                   ? base.Falla(cuando, hallado.captured(2), hallado.captured(3), hallado.captured(1) == "sin efecto")
+                   : QStringList{nombre});
+}
+
+void Averia::Correr(const QStringList &sentencias)
+{
+    otro = escenario.Base().Otro();
+    for (const QString &sentencia : sentencias)
+        otro->Correr(sentencia).next();
 }
 
 void Averia::Reparar()
 {
     static const QRegularExpression renombrada("^ALTER TABLE (\\w+ RENAME COLUMN )?(\\w+) (?:RENAME )?TO (\\w+)$");
-    otro.reset();
     disco.reset();
-    escenario.Reparar();
+    otro.reset();
+    Correr(escenario.Base().SinFalla());
     if (const auto hallada = renombrada.match(nombre); hallada.hasMatch())
-        escenario.Motor("ALTER TABLE " + hallada.captured(1) + hallada.captured(3)
-                        + (hallada.captured(1).isEmpty() ? " RENAME TO " : " TO ") + hallada.captured(2));
+        otro->Correr("ALTER TABLE " + hallada.captured(1) + hallada.captured(3)
+                     + (hallada.captured(1).isEmpty() ? " RENAME TO " : " TO ") + hallada.captured(2));
+    otro.reset();
 }
 
 namespace motor

@@ -16,9 +16,11 @@ public:
     void Reparar();
 
 private:
+    void Correr(const QStringList &sentencias);
+
     const Escenario &escenario;
     QString nombre;
-    std::unique_ptr<QObject> otro;
+    std::unique_ptr<OtroPrograma> otro; // as long as the fault lasts
     std::unique_ptr<DiscoLleno> disco;
 };
 

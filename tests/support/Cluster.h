@@ -24,6 +24,8 @@ inline QString Direccion(const QString &usuario, const QString &base, const QStr
                          const QString &opciones = {})
 {
     const QString carpeta = qEnvironmentVariable("QVX_PRUEBA_SERVIDOR").replace(QLatin1Char('/'), "%2F");
+    if (carpeta.isEmpty())
+        qFatal("Sin servidor de pruebas: esta prueba corre dentro de tools/con_servidor");
     return QString("postgresql://%1@%2:%3/%4%5")
         .arg(usuario, equipo.isEmpty() ? carpeta : equipo, qEnvironmentVariable("QVX_PRUEBA_PUERTO"), base, opciones);
 }

@@ -43,64 +43,21 @@ QVariant Escenario::Motor(const QString &sql) const
 
 QStringList Escenario::Filas(const QString &sql) const
 {
-    const auto otro = base->Otro();
-    QSqlQuery consulta = otro->Correr(sql);
-    QStringList filas;
-    while (consulta.next()) {
-        QStringList valores;
-        for (int i = 0; i < consulta.record().count(); ++i)
-            valores.append(consulta.value(i).toString());
-        filas.append(valores.join(QLatin1Char('|')));
-    }
-    return filas;
+    return base->Otro()->Filas(sql);
 }
 
 // In the order of the rows' own keys, which no engine changes behind a test's back.
 QStringList Escenario::Tablas() const
 {
+    const auto otro = base->Otro();
     QStringList todo;
     for (const char *tabla : {"Tipo_Equipo_Parte", "Plan_Mantenimiento", "Plan_Mantenimiento_Detalle", "Tipo_Equipo",
                               "Producto", "Tipo_Gasto", "Bitacora", "Registro_Cambio"}) {
-        QStringList filas = Filas(QString("SELECT '%1', t.* FROM %1 t").arg(tabla));
+        QStringList filas = otro->Filas(QString("SELECT '%1', t.* FROM %1 t").arg(tabla));
         filas.sort();
         todo += filas;
     }
     return todo;
-}
-
-void Escenario::Estropear(const QString &suceso, const QString &condicion, const QString &cuando) const
-{
-    Correr(base->Falla(cuando, suceso, condicion));
-}
-
-void Escenario::Omitir(const QString &suceso) const
-{
-    Correr(base->Omision(suceso));
-}
-
-void Escenario::Reparar() const
-{
-    Correr(base->SinFalla());
-}
-
-std::unique_ptr<QObject> Escenario::Ocupar() const
-{
-    return Correr(base->Ocupacion());
-}
-
-std::unique_ptr<QObject> Escenario::Leyendo() const
-{
-    return Correr(base->Lectura());
-}
-
-std::unique_ptr<QObject> Escenario::Detener(const QString &suceso) const
-{
-    return Correr(base->Detencion(suceso));
-}
-
-std::unique_ptr<QObject> Escenario::ImpedirConfirmacion() const
-{
-    return Correr(base->SinConfirmacion());
 }
 
 QString Escenario::PlanDe(const QString &sql) const
@@ -118,14 +75,6 @@ bool Escenario::SoloPorIndice(const QString &plan) const
     if (base->EsPostgres())
         return plan.contains("Index") && !plan.contains("Seq Scan") && !plan.contains("Sort");
     return plan.contains("INDEX") && !plan.contains("SCAN") && !plan.contains("TEMP B-TREE");
-}
-
-std::unique_ptr<QObject> Escenario::Correr(const QStringList &sentencias) const
-{
-    auto otro = base->Otro();
-    for (const QString &sentencia : sentencias)
-        otro->Correr(sentencia).next();
-    return otro;
 }
 
 QWidget &Escenario::Pantalla(const QString &parametros)

@@ -25,11 +25,6 @@ public:
     QString Ruta(const QString &nombre) const { return carpeta.filePath(nombre); }
     const ::Motor &Base() const { return *base; }
     QString Archivo() const { return base->Archivo(); }
-    // The first text on the embedded engine, the second on the server.
-    QString SegunMotor(const QString &incrustado, const QString &servidor) const
-    {
-        return base->EsPostgres() ? servidor : incrustado;
-    }
     PersonasDePrueba &Personas() const { return *personas; }
     QDateTime ahora = QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53));
 
@@ -39,19 +34,6 @@ public:
     QStringList Filas(const QString &sql) const;
     // Everything the plan's tables hold: equal texts, equal tables.
     QStringList Tablas() const;
-    // From now on the event ("INSERT ON Producto") fails with the text "falla" where the condition holds; or its rows
-    // are passed over without a word. Until it is repaired.
-    void Estropear(const QString &suceso, const QString &condicion = {}, const QString &cuando = "BEFORE") const;
-    void Omitir(const QString &suceso) const;
-    void Reparar() const;
-    // A second connection that holds the database, or the plans of all equipment types, until it is destroyed.
-    std::unique_ptr<QObject> Ocupar() const;
-    // Likewise one that is in the middle of reading.
-    std::unique_ptr<QObject> Leyendo() const;
-    // While the connection is there, the event waits before its first row.
-    std::unique_ptr<QObject> Detener(const QString &suceso) const;
-    // Whatever is written of a plan cannot be committed until the connection is destroyed and the fault repaired.
-    std::unique_ptr<QObject> ImpedirConfirmacion() const;
     // How the engine would find the rows of a statement, and whether it does so by indexes alone, which it also reads
     // in the order that is asked for.
     QString PlanDe(const QString &sql) const;
@@ -80,7 +62,6 @@ public:
 
 private:
     void Entrar();
-    std::unique_ptr<QObject> Correr(const QStringList &sentencias) const;
 
     QTemporaryDir carpeta;
     std::unique_ptr<::Motor> base;

@@ -1,103 +1,101 @@
 #include "support/Intermediario.h"
 
 #include <QFile>
+#include <QLocalSocket>
+#include <QTcpSocket>
 #include <QtEndian>
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
-namespace
-{
+// A connection of the application's, and the one to the server that stands for it. Both end with it.
+struct Intermediario::Enlace : QObject {
+    explicit Enlace(QTcpSocket *aceptado) : QObject(aceptado), cliente(*aceptado) {}
 
-void Comprobar(bool hecho, const char *que)
-{
-    if (!hecho)
-        qFatal("Intermediario: %s: %s", que, qPrintable(qt_error_string()));
-}
-
-bool Enviar(int enchufe, const QByteArray &datos, int banderas = 0)
-{
-    for (qsizetype enviado = 0; enviado < datos.size();) {
-        const auto n = send(enchufe, datos.constData() + enviado, static_cast<size_t>(datos.size() - enviado),
-                            banderas | MSG_NOSIGNAL);
-        if (n < 0)
-            return false;
-        enviado += n;
+    // The first whole message of what the client sent, "" while there is none. The one that begins a connection has no
+    // type before its length.
+    QByteArray Tomar()
+    {
+        const int antes = iniciado ? 1 : 0;
+        if (pendiente.size() < antes + 4)
+            return {};
+        const auto tamano = antes + qFromBigEndian<qint32>(pendiente.constData() + antes);
+        const QByteArray mensaje = pendiente.size() < tamano ? QByteArray() : pendiente.left(tamano);
+        pendiente.remove(0, mensaje.size());
+        iniciado = iniciado || !mensaje.isEmpty();
+        return mensaje;
     }
-    return true;
-}
+    // The text of the statement that a message carries out. Preparing one carries out nothing.
+    QByteArray Sentencia(const QByteArray &mensaje)
+    {
+        const QByteArray sql = mensaje.startsWith('Q') ? mensaje.mid(5).chopped(1) : QByteArray();
+        const QList<QByteArray> palabras = sql.left(100).split(' ');
+        if (palabras.value(0) == "EXECUTE")
+            return preparadas.value(palabras.value(1)) + sql;
+        if (palabras.value(0) != "PREPARE")
+            return sql;
+        preparadas.insert(palabras.value(1), sql);
+        return {};
+    }
+    void Cortar()
+    {
+        servidor.abort();
+        cliente.abort();
+    }
 
-QByteArray Recibir(int enchufe)
-{
-    QByteArray datos(65536, Qt::Uninitialized);
-    const auto n = recv(enchufe, datos.data(), static_cast<size_t>(datos.size()), 0);
-    datos.resize(n > 0 ? n : 0);
-    return datos;
-}
-
-int AlServidor()
-{
-    sockaddr_un direccion{};
-    direccion.sun_family = AF_UNIX;
-    const QByteArray ruta = qgetenv("QVX_PRUEBA_SERVIDOR") + "/.s.PGSQL." + qgetenv("QVX_PRUEBA_PUERTO");
-    Comprobar(static_cast<size_t>(ruta.size()) < sizeof direccion.sun_path, "socket");
-    qstrcpy(direccion.sun_path, ruta.constData());
-    const int enchufe = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (connect(enchufe, reinterpret_cast<const sockaddr *>(&direccion), sizeof direccion) == 0)
-        return enchufe;
-    close(enchufe);
-    return -1;
-}
-
-} // namespace
+    QTcpSocket &cliente;
+    QLocalSocket servidor;
+    bool iniciado = false;
+    bool perdido = false; // nothing more passes
+    Falla enCurso = Falla::Ninguna;
+    QByteArray pendiente; // of the client's, not a whole message yet
+    QByteArray respuesta; // of the server's, while it is being held back
+    QHash<QByteArray, QByteArray> preparadas;
+};
 
 Intermediario::Intermediario()
 {
+    enHilo.moveToThread(&hilo);
+    hilo.start();
     Abrir();
 }
 
 Intermediario::~Intermediario()
 {
     Cerrar();
+    hilo.quit();
+    hilo.wait();
 }
 
 void Intermediario::Abrir()
 {
-    sockaddr_in direccion{};
-    direccion.sin_family = AF_INET;
-    direccion.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    direccion.sin_port = htons(puerto);
-    escucha = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const int si = 1;
-    setsockopt(escucha, SOL_SOCKET, SO_REUSEADDR, &si, sizeof si);
-    Comprobar(bind(escucha, reinterpret_cast<const sockaddr *>(&direccion), sizeof direccion) == 0, "bind");
-    Comprobar(listen(escucha, 8) == 0, "listen");
-    socklen_t tamano = sizeof direccion;
-    getsockname(escucha, reinterpret_cast<sockaddr *>(&direccion), &tamano);
-    puerto = ntohs(direccion.sin_port);
-    Comprobar(pipe2(salida, O_CLOEXEC) == 0, "pipe");
-    hilo.reset(QThread::create([this] { Correr(); }));
-    hilo->start();
+    const auto abrir = [this] {
+        escucha = std::make_unique<QTcpServer>();
+        QObject::connect(escucha.get(), &QTcpServer::newConnection, &enHilo, [this] { Aceptar(); });
+        if (!escucha->listen(QHostAddress::LocalHost, puerto))
+            qFatal("Intermediario: %s", qPrintable(escucha->errorString()));
+        puerto = escucha->serverPort();
+    };
+    QMetaObject::invokeMethod(&enHilo, abrir, Qt::BlockingQueuedConnection);
 }
 
 void Intermediario::Cerrar()
 {
-    if (!hilo)
-        return;
-    close(salida[1]);
-    hilo->wait();
-    hilo.reset();
-    close(salida[0]);
-    close(escucha);
-    for (const Enlace &enlace : enlaces) {
-        close(enlace.cliente);
-        close(enlace.servidor);
-    }
-    enlaces.clear();
-    conexiones = 0;
+    const auto cerrar = [this] {
+        for (QTcpSocket *cliente : escucha->findChildren<QTcpSocket *>())
+            cliente->abort();
+        escucha.reset();
+    };
+    if (escucha)
+        QMetaObject::invokeMethod(&enHilo, cerrar, Qt::BlockingQueuedConnection);
+}
+
+int Intermediario::Conexiones()
+{
+    int cuantas = 0;
+    const auto contar = [&] {
+        for (const QTcpSocket *cliente : escucha->findChildren<QTcpSocket *>())
+            cuantas += cliente->state() == QAbstractSocket::ConnectedState ? 1 : 0;
+    };
+    QMetaObject::invokeMethod(&enHilo, contar, Qt::BlockingQueuedConnection);
+    return cuantas;
 }
 
 void Intermediario::Armar(Falla falla, const QByteArray &texto, const std::function<void()> &mientras)
@@ -122,117 +120,48 @@ Intermediario::Falla Intermediario::Disparar(const QByteArray &sentencia)
     return std::exchange(armada, Falla::Ninguna);
 }
 
-void Intermediario::Correr()
-{
-    for (;;) {
-        std::vector<pollfd> puestos{{salida[0], POLLIN, 0}, {escucha, POLLIN, 0}};
-        for (const Enlace &enlace : enlaces) {
-            puestos.push_back({enlace.cliente, POLLIN, 0});
-            puestos.push_back({enlace.servidor, POLLIN, 0});
-        }
-        if (poll(puestos.data(), puestos.size(), -1) < 0)
-            continue;
-        if (puestos[0].revents)
-            return;
-        for (auto i = enlaces.size(); i-- > 0;) {
-            Enlace &enlace = enlaces[i];
-            if ((puestos[2 * i + 2].revents && !DelCliente(enlace))
-                || (puestos[2 * i + 3].revents && !DelServidor(enlace))) {
-                close(enlace.cliente);
-                close(enlace.servidor);
-                enlaces.erase(enlaces.begin() + static_cast<std::ptrdiff_t>(i));
-            }
-        }
-        if (puestos[1].revents)
-            Aceptar();
-        conexiones = static_cast<int>(enlaces.size());
-    }
-}
-
 void Intermediario::Aceptar()
 {
-    Enlace enlace;
-    enlace.cliente = accept4(escucha, nullptr, nullptr, SOCK_CLOEXEC);
-    if (enlace.cliente < 0)
+    auto *enlace = new Enlace(escucha->nextPendingConnection()); // the listener's, and ends with it
+    const auto cortar = [enlace] { enlace->Cortar(); };
+    QObject::connect(&enlace->cliente, &QTcpSocket::readyRead, enlace, [this, enlace] { DelCliente(*enlace); });
+    QObject::connect(&enlace->cliente, &QTcpSocket::disconnected, enlace, cortar);
+    QObject::connect(&enlace->servidor, &QLocalSocket::readyRead, enlace, [this, enlace] { DelServidor(*enlace); });
+    QObject::connect(&enlace->servidor, &QLocalSocket::disconnected, enlace, cortar);
+    enlace->servidor.connectToServer(QFile::decodeName(qgetenv("QVX_PRUEBA_SERVIDOR")) + "/.s.PGSQL."
+                                     + qEnvironmentVariable("QVX_PRUEBA_PUERTO"));
+    if (!enlace->servidor.waitForConnected())
+        enlace->Cortar();
+}
+
+void Intermediario::DelCliente(Enlace &enlace)
+{
+    enlace.pendiente += enlace.cliente.readAll();
+    bool iniciado = enlace.iniciado;
+    for (QByteArray mensaje = enlace.Tomar(); !mensaje.isEmpty(); mensaje = enlace.Tomar()) {
+        const Falla falla = iniciado ? Disparar(enlace.Sentencia(mensaje)) : Falla::Ninguna;
+        iniciado = true;
+        if (enlace.perdido || falla == Falla::CortarAntes)
+            return enlace.Cortar();
+        if (falla == Falla::Detener)
+            mientrasTanto();
+        else
+            enlace.enCurso = falla;
+        enlace.servidor.write(mensaje);
+        enlace.servidor.flush();
+    }
+}
+
+void Intermediario::DelServidor(Enlace &enlace) const
+{
+    enlace.respuesta += enlace.servidor.readAll();
+    // "Ready for the next", with a letter for the transaction, ends an answer.
+    if (enlace.enCurso != Falla::Ninguna && !enlace.respuesta.chopped(1).endsWith(QByteArray("Z\0\0\0\5", 5)))
         return;
-    enlace.servidor = AlServidor();
-    if (enlace.servidor < 0)
-        close(enlace.cliente);
-    else
-        enlaces.push_back(enlace);
-}
-
-// The first whole message of what the client sent, "" while there is none. The one that begins a connection has no type
-// before its length.
-QByteArray Intermediario::Tomar(Enlace &enlace)
-{
-    const int antes = enlace.iniciado ? 1 : 0;
-    if (enlace.pendiente.size() < antes + 4)
-        return {};
-    const auto tamano = antes + qFromBigEndian<qint32>(enlace.pendiente.constData() + antes);
-    if (enlace.pendiente.size() < tamano)
-        return {};
-    const QByteArray mensaje = enlace.pendiente.left(tamano);
-    enlace.pendiente.remove(0, tamano);
-    enlace.iniciado = true;
-    return mensaje;
-}
-
-// The text of the statement that a message carries out. Preparing one carries out nothing.
-QByteArray Intermediario::Sentencia(Enlace &enlace, const QByteArray &mensaje)
-{
-    if (!mensaje.startsWith('Q'))
-        return {};
-    const QByteArray sql = mensaje.mid(5).chopped(1);
-    const QList<QByteArray> palabras = sql.left(100).split(' ');
-    if (palabras.value(0) == "PREPARE") {
-        enlace.preparadas.insert(palabras.value(1), sql);
-        return {};
-    }
-    return palabras.value(0) == "EXECUTE" ? enlace.preparadas.value(palabras.value(1)) + sql : sql;
-}
-
-bool Intermediario::Pasar(Enlace &enlace, const QByteArray &mensaje)
-{
-    if (enlace.perdido)
-        return false;
-    const Falla falla = enlace.iniciado ? Disparar(Sentencia(enlace, mensaje)) : Falla::Ninguna;
-    if (falla == Falla::CortarAntes)
-        return false;
-    if (falla == Falla::Detener)
-        mientrasTanto();
-    else
-        enlace.enCurso = falla;
-    return Enviar(enlace.servidor, mensaje);
-}
-
-bool Intermediario::DelCliente(Enlace &enlace)
-{
-    const QByteArray datos = Recibir(enlace.cliente);
-    enlace.pendiente += datos;
-    for (QByteArray mensaje = Tomar(enlace); !mensaje.isEmpty(); mensaje = Tomar(enlace))
-        if (!Pasar(enlace, mensaje))
-            return false;
-    return !datos.isEmpty();
-}
-
-bool Intermediario::DelServidor(Enlace &enlace)
-{
-    const QByteArray datos = Recibir(enlace.servidor);
-    if (datos.isEmpty())
-        return false;
-    if (enlace.enCurso == Falla::Ninguna)
-        return Enviar(enlace.cliente, datos);
-    enlace.respuesta += datos;
-    if (!enlace.respuesta.chopped(1).endsWith(QByteArray("Z\0\0\0\5", 5)))
-        return true; // "ready for the next", with a letter for the transaction, ends an answer
     if (enlace.enCurso == Falla::CortarDurante)
-        return false;
-    if (enlace.enCurso == Falla::CortarDespues) {
-        Enviar(enlace.cliente, enlace.respuesta, MSG_MORE); // leaves with the end of the connection, not before it
-        return false;
-    }
-    enlace.perdido = true;
+        return enlace.Cortar();
+    enlace.perdido = enlace.enCurso == Falla::CortarSiguiente;
     enlace.enCurso = Falla::Ninguna;
-    return Enviar(enlace.cliente, enlace.respuesta);
+    enlace.cliente.write(std::exchange(enlace.respuesta, {}));
+    enlace.cliente.flush();
 }

@@ -1,13 +1,11 @@
 #include "support/Motor.h"
 
-#include "data/BaseAbierta.h"
-#include "data/ErrorEjecucion.h"
 #include "data/Instalador.h"
-#include "data/Servidor.h"
+#include "support/Cluster.h"
 
 #include <QSqlError>
+#include <QSqlRecord>
 #include <QTemporaryDir>
-#include <QUuid>
 
 OtroPrograma::~OtroPrograma()
 {
@@ -20,6 +18,18 @@ QSqlQuery OtroPrograma::Correr(const QString &sql) const
     if (!consulta.exec(sql))
         qFatal("%s: %s", qPrintable(sql), qPrintable(consulta.lastError().text()));
     return consulta;
+}
+
+QStringList OtroPrograma::Filas(const QString &sql) const
+{
+    QStringList filas;
+    for (QSqlQuery consulta = Correr(sql); consulta.next();) {
+        QStringList valores;
+        for (int i = 0; i < consulta.record().count(); ++i)
+            valores.append(consulta.value(i).toString());
+        filas.append(valores.join(QLatin1Char('|')));
+    }
+    return filas;
 }
 
 namespace
@@ -48,39 +58,21 @@ public:
     }
     QStringList Argumentos() const override { return {"--base-datos", archivo, "--operador", "mlopez"}; }
     bool EsPostgres() const override { return false; }
-    QString Lugar() const override { return archivo; }
     QString Archivo() const override { return archivo; }
 
-    QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion) const override
+    QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion,
+                      bool omitida) const override
     {
-        return {Disparador(cuando, suceso, condicion, "RAISE(ABORT, 'falla')")};
-    }
-    QStringList Omision(const QString &suceso) const override
-    {
-        return {Disparador("BEFORE", suceso, {}, "RAISE(IGNORE)")};
+        return {"CREATE TRIGGER falla " + cuando + " " + suceso + (condicion.isEmpty() ? "" : " WHEN " + condicion)
+                + " BEGIN SELECT " + (omitida ? "RAISE(IGNORE)" : "RAISE(ABORT, 'falla')") + "; END"};
     }
     QStringList SinFalla() const override { return {"DROP TRIGGER IF EXISTS falla"}; }
-    QStringList Detencion(const QString &suceso) const override
-    {
-        QStringList productos; // so many rows that counting them does not end
-        for (char alias = 'a'; alias <= 'j'; ++alias)
-            productos.append(QString("Producto ") + QLatin1Char(alias));
-        return {Disparador("BEFORE", suceso, {}, "count(*) FROM " + productos.join(", "))};
-    }
     QStringList Ocupacion() const override { return {"BEGIN EXCLUSIVE"}; }
-    QStringList Lectura() const override { return {"BEGIN", "SELECT count(*) FROM Producto"}; }
     // A reader holds the commit back.
-    QStringList SinConfirmacion() const override { return Lectura(); }
+    QStringList SinConfirmacion() const override { return {"BEGIN", "SELECT count(*) FROM Producto"}; }
     QStringList Examen(const QString &sql) const override { return {"EXPLAIN QUERY PLAN " + sql}; }
 
 private:
-    static QString Disparador(const QString &cuando, const QString &suceso, const QString &condicion,
-                              const QString &accion)
-    {
-        const QString filtro = condicion.isEmpty() ? QString() : " WHEN " + condicion;
-        return "CREATE TRIGGER falla " + cuando + " " + suceso + filtro + " BEGIN SELECT " + accion + "; END";
-    }
-
     QTemporaryDir carpeta;
     QString archivo;
 };
@@ -89,7 +81,7 @@ private:
 class DelServidor : public Motor
 {
 public:
-    explicit DelServidor(bool conEjemplos) : nombre("prueba_" + QUuid::createUuid().toString(QUuid::Id128))
+    explicit DelServidor(bool conEjemplos) : nombre(cluster::NombreNuevo("prueba"))
     {
         const auto servidor = Super("postgres");
         const QString plantilla = conEjemplos ? "quorvex_ejemplos" : "quorvex_vacia";
@@ -111,33 +103,25 @@ public:
     {
         const QString puerto = qEnvironmentVariable("QVX_PRUEBA_INTERMEDIARIO");
         return qvx::AbrirServidor(qvx::Servidor(
-            puerto.isEmpty() ? Direccion("mlopez", nombre)
+            puerto.isEmpty() ? cluster::Direccion("mlopez", nombre)
                              : QString("postgresql://mlopez@127.0.0.1:%1/%2?sslmode=disable").arg(puerto, nombre)));
     }
     std::unique_ptr<OtroPrograma> Otro() const override { return Super(nombre); }
-    QStringList Argumentos() const override { return {"--servidor", Direccion("mlopez", nombre)}; }
+    QStringList Argumentos() const override { return {"--servidor", cluster::Direccion("mlopez", nombre)}; }
     bool EsPostgres() const override { return true; }
-    QString Lugar() const override { return nombre; }
 
-    QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion) const override
+    QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion,
+                      bool omitida) const override
     {
-        return Disparador(cuando, suceso, condicion, "RAISE EXCEPTION 'falla'");
-    }
-    QStringList Omision(const QString &suceso) const override
-    {
-        return Disparador("BEFORE", suceso, {}, "RETURN NULL");
+        const QString accion = omitida ? "RETURN NULL" : "RAISE EXCEPTION 'falla'";
+        return {Funcion(condicion.isEmpty() ? accion : "IF " + condicion + " THEN " + accion + "; END IF"),
+                "CREATE TRIGGER falla " + cuando + " " + suceso + " FOR EACH ROW EXECUTE FUNCTION falla()"};
     }
     QStringList SinFalla() const override { return {"DROP FUNCTION IF EXISTS falla CASCADE"}; }
-    QStringList Detencion(const QString &suceso) const override
-    {
-        return Disparador("BEFORE", suceso, {}, "PERFORM pg_advisory_xact_lock(1)")
-               + QStringList{"SELECT pg_advisory_lock(1)"};
-    }
     QStringList Ocupacion() const override
     {
         return {"BEGIN", "SELECT pg_advisory_xact_lock(580, hashtext(Te_Cve_Tipo_Equipo)) FROM Tipo_Equipo"};
     }
-    QStringList Lectura() const override { return {"BEGIN", "SELECT count(*) FROM Producto"}; }
     QStringList SinConfirmacion() const override
     {
         QStringList sentencias{Funcion("RAISE EXCEPTION 'falla'")};
@@ -153,38 +137,19 @@ public:
     }
 
 private:
-    static QString Carpeta()
-    {
-        const QString carpeta = qEnvironmentVariable("QVX_PRUEBA_SERVIDOR");
-        if (carpeta.isEmpty())
-            qFatal("Sin servidor de pruebas: esta prueba corre dentro de tools/con_servidor");
-        return carpeta;
-    }
-    static QString Direccion(const QString &usuario, const QString &base)
-    {
-        return QString("postgresql://%1@%2:%3/%4")
-            .arg(usuario, Carpeta().replace(QLatin1Char('/'), "%2F"), qEnvironmentVariable("QVX_PRUEBA_PUERTO"), base);
-    }
     static std::unique_ptr<OtroPrograma> Super(const QString &base)
     {
-        const qvx::Servidor servidor(Direccion("postgres", base));
+        const qvx::Servidor servidor(cluster::Direccion("postgres", base));
         return Conectar("QPSQL", [&](QSqlDatabase &b) { servidor.Preparar(b); });
     }
     static void HacerPlantilla(const OtroPrograma &servidor, const QString &plantilla, bool conEjemplos)
     {
         servidor.Correr("DROP DATABASE IF EXISTS en_obra");
         servidor.Correr("CREATE DATABASE en_obra");
-        qvx::CrearEsquema(qvx::Servidor(Direccion("postgres", "en_obra")), conEjemplos);
+        qvx::CrearEsquema(qvx::Servidor(cluster::Direccion("postgres", "en_obra")), conEjemplos);
         servidor.Correr("ALTER DATABASE en_obra RENAME TO " + plantilla);
         servidor.Correr("DO $$ BEGIN CREATE ROLE mlopez LOGIN IN ROLE quorvex_planificadores; "
                         "EXCEPTION WHEN duplicate_object THEN NULL; END $$");
-    }
-    static QStringList Disparador(const QString &cuando, const QString &suceso, const QString &condicion,
-                                  const QString &accion)
-    {
-        const QString cuerpo = condicion.isEmpty() ? accion : "IF " + condicion + " THEN " + accion + "; END IF";
-        return {Funcion(cuerpo),
-                "CREATE TRIGGER falla " + cuando + " " + suceso + " FOR EACH ROW EXECUTE FUNCTION falla()"};
     }
     // Reads what the planner must not.
     static QString Funcion(const QString &cuerpo)

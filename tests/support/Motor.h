@@ -15,6 +15,8 @@ public:
     explicit OtroPrograma(const QSqlDatabase &abierta) : base(abierta) {}
     ~OtroPrograma() override;
     QSqlQuery Correr(const QString &sql) const;
+    // Each as its values joined by "|".
+    QStringList Filas(const QString &sql) const;
 
 private:
     QSqlDatabase base;
@@ -26,7 +28,7 @@ class Motor
 public:
     static std::unique_ptr<Motor> Nuevo(bool conEjemplos);
     static bool EnServidor();
-    // One that another process made, by its Lugar.
+    // One that another process made: its file, or the name of the database on the server.
     static std::unique_ptr<Motor> DeArchivo(const QString &archivo);
     virtual ~Motor() = default;
 
@@ -36,21 +38,16 @@ public:
     // What "quorvex" is told on its command line to open it.
     virtual QStringList Argumentos() const = 0;
     virtual bool EsPostgres() const = 0;
-    // The file, or the name of the database on the server.
-    virtual QString Lugar() const = 0;
     // The embedded engine's file, "" on the server.
     virtual QString Archivo() const { return {}; }
 
     // Statements of the engine's own: one that makes the event ("INSERT ON Producto", "BEFORE" it) fail with the text
-    // "falla" where the condition on NEW and OLD holds, or pass over the row without a word.
-    virtual QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion) const = 0;
-    virtual QStringList Omision(const QString &suceso) const = 0;
+    // "falla" where the condition on NEW and OLD holds; or, when it is to be omitted, pass over the row without a word.
+    virtual QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion,
+                              bool omitida) const = 0;
     virtual QStringList SinFalla() const = 0;
-    // While the connection is there, the event waits before its first row.
-    virtual QStringList Detencion(const QString &suceso) const = 0;
-    // Holds every plan, as one in the middle of a change does; or only reads.
+    // Holds every plan, as one in the middle of a change does.
     virtual QStringList Ocupacion() const = 0;
-    virtual QStringList Lectura() const = 0;
     // Lets every change of a plan through, and keeps it from being committed while the connection is there or until
     // SinFalla.
     virtual QStringList SinConfirmacion() const = 0;

@@ -9,50 +9,37 @@
 
 void SembrarPlan(const Escenario &escenario)
 {
-    const QString auditoria = "'jcruz', '2025-01-02 03:04:05', 'jcruz', '2025-01-02 03:04:05'";
-    const auto parte = [&](const QString &tipo, const QString &id, const QString &padre, const QString &descripcion,
-                           const QString &estado = "AC") {
-        escenario.Motor("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion, "
-                        "Es_Cve_Estado, Oper_Alta, Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif) VALUES ('"
-                        + tipo + "', '" + id + "', '" + padre + "', '" + descripcion + "', '" + estado + "', "
-                        + auditoria + ")");
+    const auto otro = escenario.Base().Otro();
+    const QString firma = ", 'jcruz', '2025-01-02 03:04:05', 'jcruz', '2025-01-02 03:04:05')";
+    const auto sembrar = [&](const QString &tabla, const QString &filas) { // each row ends with "}" for its signature
+        otro->Correr("INSERT INTO " + tabla + " VALUES " + QString(filas).replace("}", firma));
     };
-    const auto servicio = [&](const QString &id, const QString &parteServicio, const QString &valores) {
-        escenario.Motor("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, "
-                        "Pm_Frecuencia, Pm_Lectura, Pm_Unidad_Lectura, Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, "
-                        "Pm_Requiere_Paro, Pm_Tiempo_Paro, Oper_Alta, Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif) "
-                        "VALUES ('0900', '"
-                        + parteServicio + "', '" + id + "', '9001', " + valores + ", " + auditoria + ")");
-    };
-    const auto linea = [&](const QString &valores) {
-        escenario.Motor("INSERT INTO Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, "
-                        "Pr_Cve_Producto, Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe, Pmd_Tipo_Gasto) VALUES "
-                        "('0900', "
-                        + valores + ")");
-    };
-    escenario.Motor("INSERT INTO Tipo_Equipo VALUES ('0900', 'BOMBA DE PRUEBA', 'AC'), ('0901', 'SIN PLAN', 'AC'), "
-                    "('0902', 'AJENA', 'AC'), ('0903', 'CANCELADA', 'CA')");
-    escenario.Motor("INSERT INTO Producto VALUES ('9000000001', 'MECÁNICO', 'MO', 'HR', 150.25, 'AC'), "
-                    "('9000000002', 'SELLO', 'RE', 'PZA', 80.1, 'AC'), ('9000000003', 'LLAVE', 'HE', 'PZA', 5, 'AC'), "
-                    "('9000000004', 'JUNTA', 'RE', 'PZA', 10, 'AC'), ('9000000009', 'RETIRADO', 'MO', 'HR', 1, 'BA')");
-    escenario.Motor("INSERT INTO Tipo_Gasto VALUES ('9001', 'CONSUMO', 'AC'), ('9009', 'ANTIGUO', 'BA')");
-    escenario.Motor("INSERT INTO Tipo_Servicio VALUES ('9001', 'REVISIÓN', 'AC'), ('9009', 'OLVIDADO', 'BA')");
-    escenario.Motor("INSERT INTO Prioridad_Servicio VALUES ('9001', 'URGENTE DE PRUEBA', 'AC')");
-    escenario.Motor("INSERT INTO Unidad VALUES ('HRS', 'HORAS DE PRUEBA', 'AC')");
-    parte("0900", "0001", "0000", "CUERPO");
-    parte("0900", "0002", "0001", "IMPULSOR");
-    parte("0900", "0003", "0001", "SELLO", "BA");
-    parte("0900", "0004", "0003", "RESORTE");
-    parte("0900", "0005", "0000", "MOTOR");
-    parte("0900", "0006", "7777", "SUELTA");
-    parte("0902", "0001", "0000", "AJENA");
-    servicio("000001", "0002", "30, 0, '', 1000, 8.5, '9001', 'SI', 4");
-    servicio("000002", "0002", "0, 1250.5, 'HRS', 500, 2, '9001', 'NO', 0");
-    servicio("000003", "0003", "90, 500, 'HRS', 100, 1, '9001', 'si', 0");
-    linea("'0002', '000001', '000001', '01', '9000000001', 2, 'HR', 150.25, 300.5, ''");
-    linea("'0002', '000001', '000002', '02', '9000000002', 1.5, 'PZA', 80.1, 120.15, '9001'");
-    linea("'0002', '000001', '000003', '03', '9000000003', 1, 'PZA', 0, 0, ''");
-    linea("'0003', '000003', '000004', '01', '9000000001', 1, 'HR', 150.25, 150.25, ''");
+    sembrar("Tipo_Equipo", "('0900', 'BOMBA DE PRUEBA', 'AC'), ('0901', 'SIN PLAN', 'AC'), ('0902', 'AJENA', 'AC'), "
+                           "('0903', 'CANCELADA', 'CA')");
+    sembrar("Producto", "('9000000001', 'MECÁNICO', 'MO', 'HR', 150.25, 'AC'), ('9000000002', 'SELLO', 'RE', 'PZA', "
+                        "80.1, 'AC'), ('9000000003', 'LLAVE', 'HE', 'PZA', 5, 'AC'), ('9000000004', 'JUNTA', 'RE', "
+                        "'PZA', 10, 'AC'), ('9000000009', 'RETIRADO', 'MO', 'HR', 1, 'BA')");
+    sembrar("Tipo_Gasto", "('9001', 'CONSUMO', 'AC'), ('9009', 'ANTIGUO', 'BA')");
+    sembrar("Tipo_Servicio", "('9001', 'REVISIÓN', 'AC'), ('9009', 'OLVIDADO', 'BA')");
+    sembrar("Prioridad_Servicio", "('9001', 'URGENTE DE PRUEBA', 'AC')");
+    sembrar("Unidad", "('HRS', 'HORAS DE PRUEBA', 'AC')");
+    sembrar("Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion, Es_Cve_Estado, Oper_Alta, "
+            "Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif)",
+            "('0900', '0001', '0000', 'CUERPO', 'AC'}, ('0900', '0002', '0001', 'IMPULSOR', 'AC'}, ('0900', '0003', "
+            "'0001', 'SELLO', 'BA'}, ('0900', '0004', '0003', 'RESORTE', 'AC'}, ('0900', '0005', '0000', 'MOTOR', "
+            "'AC'}, ('0900', '0006', '7777', 'SUELTA', 'AC'}, ('0902', '0001', '0000', 'AJENA', 'AC'}");
+    sembrar("Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Ts_Cve_Tipo_Servicio, Pm_Prioridad, Tep_ID, Pm_ID, Pm_Frecuencia, "
+            "Pm_Lectura, Pm_Unidad_Lectura, Pm_Precio, Pm_Tiempo_Estimado, Pm_Requiere_Paro, Pm_Tiempo_Paro, "
+            "Oper_Alta, Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif)",
+            "('0900', '9001', '9001', '0002', '000001', 30, 0, '', 1000, 8.5, 'SI', 4}, ('0900', '9001', '9001', "
+            "'0002', '000002', 0, 1250.5, 'HRS', 500, 2, 'NO', 0}, ('0900', '9001', '9001', '0003', '000003', 90, 500, "
+            "'HRS', 100, 1, 'si', 0}");
+    sembrar("Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, "
+            "Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe, Pmd_Tipo_Gasto)",
+            "('0900', '0002', '000001', '000001', '01', '9000000001', 2, 'HR', 150.25, 300.5, ''), ('0900', '0002', "
+            "'000001', '000002', '02', '9000000002', 1.5, 'PZA', 80.1, 120.15, '9001'), ('0900', '0002', '000001', "
+            "'000003', '03', '9000000003', 1, 'PZA', 0, 0, ''), ('0900', '0003', '000003', '000004', '01', "
+            "'9000000001', 1, 'HR', 150.25, 150.25, '')");
 }
 
 QString ClaveDe(const QString &numero, int cifras)

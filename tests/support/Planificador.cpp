@@ -103,39 +103,32 @@ void Planificador::EnLaForma(const std::function<void()> &abrir, const Pasos &pa
 }
 
 // Accepts a form: the text of its key box when that closed it.
-QString Planificador::Guardar(QWidget &dialogo, const QString &barra, const QString &clave, const QStringList &cajas)
+QString Planificador::Guardar(QWidget &dialogo, const QString &barra, const QString &clave)
 {
     Intentar([&] { Pulsar(escenario.En<QWidget>(dialogo, barra), "Aceptar"); });
-    forma.clear();
-    if (!dialogo.isVisible())
-        return escenario.En<txtQVX>(dialogo, clave).Text();
-    for (const QString &caja : cajas)
-        forma += escenario.En<txtQVX>(dialogo, caja).Text();
-    return {};
+    return dialogo.isVisible() ? QString() : escenario.En<txtQVX>(dialogo, clave).Text();
 }
 
-QString Planificador::NuevaParte(const QString &nodo, const QString &descripcion)
+QString Planificador::EnLaParte(const QString &nodo, const QString &comando, const QString &descripcion)
 {
     QString clave;
     ElegirNodo(Arbol(), nodo);
-    EnLaForma([&] { Pulsar(Barra(), "Nuevo"); },
+    EnLaForma([&] { Pulsar(Barra(), comando); },
               [&](QWidget &dialogo) {
                   Escribir(escenario.En<txtQVX>(dialogo, "txtTexto"), descripcion);
-                  clave = Guardar(dialogo, "Controles", "txtClave", {"txtTexto"});
+                  clave = Guardar(dialogo, "Controles", "txtClave");
               });
     return clave;
 }
 
+QString Planificador::NuevaParte(const QString &nodo, const QString &descripcion)
+{
+    return EnLaParte(nodo, "Nuevo", descripcion);
+}
+
 bool Planificador::EditarParte(const QString &nodo, const QString &descripcion)
 {
-    bool guardada = false;
-    ElegirNodo(Arbol(), nodo);
-    EnLaForma([&] { Pulsar(Barra(), "Editar"); },
-              [&](QWidget &dialogo) {
-                  Escribir(escenario.En<txtQVX>(dialogo, "txtTexto"), descripcion);
-                  guardada = !Guardar(dialogo, "Controles", "txtClave", {"txtTexto"}).isEmpty();
-              });
-    return guardada;
+    return !EnLaParte(nodo, "Editar", descripcion).isEmpty();
 }
 
 QString Planificador::NuevoServicio(const QString &nodo, const QString &precio)
@@ -146,7 +139,7 @@ QString Planificador::NuevoServicio(const QString &nodo, const QString &precio)
               [&](QWidget &editor) {
                   LlenarServicio(escenario, editor);
                   Escribir(escenario.En<txtQVX>(editor, "txtPrecio"), precio);
-                  folio = Guardar(editor, "Controles1", "txtID", {"txtPrecio"});
+                  folio = Guardar(editor, "Controles1", "txtID");
               });
     return folio;
 }
@@ -172,7 +165,7 @@ bool Planificador::CambiarServicio(const QString &nodo, const QString &folio, co
     };
     EnLaForma(abrir, [&](QWidget &editor) {
         Escribir(escenario.En<txtQVX>(editor, "txtPrecio"), precio);
-        guardado = !Guardar(editor, "Controles1", "txtID", {"txtPrecio"}).isEmpty();
+        guardado = !Guardar(editor, "Controles1", "txtID").isEmpty();
     });
     return guardado;
 }

@@ -29,7 +29,7 @@ public:
     QStringList Servicios(const QString &nodo);
 
     // The key under which the new part or service was saved, "" when the form was still open at the end: then it is
-    // closed, and forma says what was typed in it.
+    // closed.
     QString NuevaParte(const QString &nodo, const QString &descripcion);
     QString NuevoServicio(const QString &nodo, const QString &precio);
     // Whether the form closed itself.
@@ -45,9 +45,6 @@ public:
     void Importar(const QString &ruta);
     void Exportar(const QString &ruta);
 
-    // What the last form that stayed open held.
-    QString forma;
-
 private:
     using Pasos = std::function<void(QWidget &)>;
 
@@ -58,7 +55,8 @@ private:
     void Intentar(const std::function<void()> &paso);
     void ElegirServicio(const QString &nodo, const QString &folio);
     void EnLaForma(const std::function<void()> &abrir, const Pasos &pasos);
-    QString Guardar(QWidget &dialogo, const QString &barra, const QString &clave, const QStringList &cajas);
+    QString EnLaParte(const QString &nodo, const QString &comando, const QString &descripcion);
+    QString Guardar(QWidget &dialogo, const QString &barra, const QString &clave);
 
     Escenario &escenario;
     Intento intento;
