@@ -52,7 +52,7 @@ public:
             qFatal("%s", PQerrorMessage(enlace));
         PQsetNoticeProcessor(
             enlace, [](void *, const char *) {}, nullptr);
-        Correr({"SET search_path = dbo, pg_temp"}, {});
+        Postgres::Correr({"SET search_path = dbo, pg_temp"}, {});
     }
     ~Postgres() override { PQfinish(enlace); }
     Postgres(const Postgres &) = delete;

@@ -231,7 +231,7 @@ Trabajo Trabajos::Abrir()
                 const int fila = tabla->rowCount();
                 tabla->setRowCount(fila + 1);
                 for (int i = 0; i < 8; ++i)
-                    tabla->setItem(fila, i, new QTableWidgetItem(Texto(linea[static_cast<size_t>(i + 2)])));
+                    tabla->setItem(fila, i, new QTableWidgetItem(Texto(linea[static_cast<size_t>(i) + 2])));
             });
             Mostrar(dialogo);
         });

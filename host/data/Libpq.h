@@ -28,7 +28,7 @@ namespace qvx
     F(PQtransactionStatus)
 
 struct Libpq {
-#define QVX_FUNCION(nombre) decltype(&::nombre) nombre = nullptr;
+#define QVX_FUNCION(nombre) decltype(&::nombre) nombre = nullptr; // NOLINT(bugprone-macro-parentheses): a name
     QVX_FUNCIONES_LIBPQ(QVX_FUNCION)
 #undef QVX_FUNCION
 };
