@@ -24,15 +24,20 @@ double Milisegundos(const std::function<void()> &pasos)
     return static_cast<double>(reloj.nsecsElapsed()) / 1e6;
 }
 
-Medida Medir(const Trabajo &trabajo, int rondas)
+Medida Medir(const Trabajo &trabajo, int rondas, bool sinCrudo)
 {
+    constexpr double Corto = 5'000;
+    constexpr qint64 Bastante = 30'000;
+    const std::function<double()> crudo = sinCrudo ? [] { return 0.0; } : trabajo.crudo;
     std::vector<double> nuestros;
     std::vector<double> crudos;
-    for (int ronda = 0; ronda <= rondas; ++ronda) {
+    QElapsedTimer reloj;
+    reloj.start();
+    for (int ronda = 0; ronda <= rondas && (nuestros.empty() || reloj.elapsed() < Bastante); ++ronda) {
         const bool primero = ronda % 2 == 0;
-        const double antes = primero ? trabajo.nuestro() : trabajo.crudo();
-        const double despues = primero ? trabajo.crudo() : trabajo.nuestro();
-        if (ronda == 0)
+        const double antes = primero ? trabajo.nuestro() : crudo();
+        const double despues = primero ? crudo() : trabajo.nuestro();
+        if (ronda == 0 && antes < Corto)
             continue;
         nuestros.push_back(primero ? antes : despues);
         crudos.push_back(primero ? despues : antes);

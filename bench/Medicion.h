@@ -21,5 +21,6 @@ struct Medida {
 
 double Milisegundos(const std::function<void()> &pasos);
 
-// Runs both, one after the other and in changing order, after a first round that does not count.
-Medida Medir(const Trabajo &trabajo, int rondas);
+// Runs both, one after the other and in changing order, at most that many rounds and no new one after half a minute.
+// The first round of a short job only warms up. sinCrudo: the component alone.
+Medida Medir(const Trabajo &trabajo, int rondas, bool sinCrudo);

@@ -62,6 +62,11 @@ Trabajos::Trabajos(const Base &nuestra_, const Base &ajena_, const Tamano &taman
 {
 }
 
+Trabajos::Trabajos(const Base &nuestra_, const Tamano &tamano_) : Trabajos(nuestra_, nuestra_, tamano_)
+{
+    solo = true;
+}
+
 QStringList Trabajos::Nombres()
 {
     return {"arbol", "arbol_y_control", "lista", "abrir", "guardar", "exportar", "importar", "copiar"};
@@ -79,20 +84,22 @@ Trabajo Trabajos::Preparar(const QString &nombre)
         qFatal("No hay trabajo %s", qPrintable(nombre));
     Trabajo trabajo = (this->*todos.value(nombre))();
     trabajo.nombre = nombre;
-    trabajo.sentencias = Sentencias(textos);
+    trabajo.sentencias = solo ? trabajo.debidas : Sentencias(textos);
     return trabajo;
 }
 
 void Trabajos::Grabar(const std::function<void()> &antes, const std::function<void()> &pasos)
 {
     taller.reset();
-    taller = std::make_unique<Taller>(nuestra, true);
-    antes();
-    taller->Textos();
-    pasos();
-    if (textos.empty())
-        textos = taller->Textos();
-    taller.reset();
+    if (!solo) {
+        taller = std::make_unique<Taller>(nuestra, true);
+        antes();
+        taller->Textos();
+        pasos();
+        if (textos.empty())
+            textos = taller->Textos();
+        taller.reset();
+    }
     taller = std::make_unique<Taller>(nuestra, false);
     antes();
 }
@@ -274,7 +281,8 @@ Trabajo Trabajos::Exportar()
         taller->Elegir(tipos::Plan);
     };
     Grabar(preparar, [this] { taller->Pulsar("B1"); });
-    documento.emplace(archivo);
+    if (!solo)
+        documento.emplace(archivo);
     Trabajo trabajo;
     trabajo.limite = nuestra.EnServidor() ? 0 : 1.2;
     trabajo.debidas = 2 * (tamano.partes + 1) + tamano.servicios;

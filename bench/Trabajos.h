@@ -11,6 +11,8 @@ class Trabajos
 {
 public:
     Trabajos(const Base &nuestra, const Base &ajena, const Tamano &tamano);
+    // The component alone: no baselines, and no counts of statements.
+    Trabajos(const Base &nuestra, const Tamano &tamano);
 
     static QStringList Nombres();
     // Prepares one: runs it once with the trace, which gives the statements of its baseline.
@@ -34,6 +36,7 @@ private:
     const Base &nuestra;
     const Base &ajena;
     Tamano tamano;
+    bool solo = false;
     QTemporaryDir carpeta;
     std::unique_ptr<Crudo> crudo;
     std::unique_ptr<Taller> taller;

@@ -57,6 +57,7 @@ int main(int argc, char **argv)
     QCommandLineParser linea;
     linea.addOption({"veces", "Size of the plan.", "n", "1"});
     linea.addOption({"rondas", "Rounds that count.", "n", "9"});
+    linea.addOption({"solo", "The component without the baselines."});
     linea.addOption({"postgres", "On the server instead of the embedded engine."});
     linea.addOption({"memoria",
                      "Peak of memory of arbol, exportar or importar instead of times; with the document's file.",
@@ -73,18 +74,19 @@ int main(int argc, char **argv)
         salida << trabajo << '\t' << Memoria(trabajo, *nuestra, linea.value("memoria")) << Qt::endl;
         return 0;
     }
-    const auto ajena = crear(tamano);
+    const bool solo = linea.isSet("solo");
+    const auto ajena = solo ? nullptr : crear(tamano);
     int faltas = 0;
     const QStringList nombres =
         linea.positionalArguments().isEmpty() ? Trabajos::Nombres() : linea.positionalArguments();
     for (const QString &nombre : nombres) {
-        Trabajos trabajos(*nuestra, *ajena, tamano);
+        Trabajos trabajos = solo ? Trabajos(*nuestra, tamano) : Trabajos(*nuestra, *ajena, tamano);
         const Trabajo trabajo = trabajos.Preparar(nombre);
         if (trabajo.debidas != 0 && trabajo.sentencias != trabajo.debidas) {
             ++faltas;
             qWarning("%s: %lld sentencias, debían ser %lld", qPrintable(nombre), trabajo.sentencias, trabajo.debidas);
         }
-        const Medida medida = Medir(trabajo, linea.value("rondas").toInt());
+        const Medida medida = Medir(trabajo, linea.value("rondas").toInt(), solo);
         salida << nombre << '\t' << medida.nuestro << '\t' << medida.crudo << '\t' << trabajo.limite << '\t'
                << trabajo.sentencias << Qt::endl;
     }
