@@ -10,7 +10,8 @@ namespace
 
 QString Renglon(const QString &tabla, const QString &tipoEquipo, const QString &clave)
 {
-    return tabla + QLatin1Char('|') + SinBlancosAlFinal(tipoEquipo) + QLatin1Char('|') + SinBlancosAlFinal(clave);
+    return tabla.left(1) + QLatin1Char('|') + SinBlancosAlFinal(tipoEquipo) + QLatin1Char('|')
+           + SinBlancosAlFinal(clave);
 }
 
 } // namespace
