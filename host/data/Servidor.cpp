@@ -21,15 +21,13 @@ const QString TablaInexistente = "42P01";
 const QString SinPermiso = "42501";
 
 // Those that an address need not name. A server that went away is noticed by the kernel, a lock that is not given ends
-// the wait, and names mean the schema's own objects and nothing that somebody else may have put before them. Statements
-// find few rows by their keys: a plan is made once for each shape, which takes the server longer than to find the rows.
+// the wait, and names mean the schema's own objects and nothing that somebody else may have put before them.
 const QList<QPair<QString, QString>> Predeterminadas{
     {"connect_timeout", "10"}, {"keepalives_idle", "30"},     {"keepalives_interval", "10"},
     {"keepalives_count", "3"}, {"tcp_user_timeout", "20000"}, {"application_name", "quorvex"},
 };
 const QString OpcionesDeSesion =
-    "-c search_path=dbo,pg_temp -c lock_timeout=10s -c standard_conforming_strings=on -c client_min_messages=error "
-    "-c plan_cache_mode=force_generic_plan";
+    "-c search_path=dbo,pg_temp -c lock_timeout=10s -c standard_conforming_strings=on -c client_min_messages=error";
 
 [[noreturn]] void Rechazar(const Servidor &servidor, const QString &motivo, const QString &codigo = {})
 {
