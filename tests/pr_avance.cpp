@@ -153,10 +153,10 @@ void PrAvance::preguntaEnMedio()
 // What others change while the windows are drawn is not in the document.
 void PrAvance::deUnSoloMomento()
 {
-    if (!Motor::EnServidor())
-        QSKIP("Mientras se lee el archivo, nadie lo cambia");
     connect(static_cast<qvx::Aplicacion *>(qApp), &qvx::Aplicacion::Avance, avance, [this] {
-        escenario->Motor("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'CAMBIADA' WHERE Te_Cve_Tipo_Equipo = '0904'");
+        if (Motor::EnServidor()) // while the file is read, nobody can
+            escenario->Motor(
+                "UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'CAMBIADA' WHERE Te_Cve_Tipo_Equipo = '0904'");
     });
     escenario->Personas().DarArchivo(escenario->Ruta("plan.xml"));
     Pulsar(escenario->De<QWidget>("Controles"), "B1");

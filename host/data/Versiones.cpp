@@ -20,11 +20,11 @@ void Versiones::Anotar(Recordset filas)
 {
     const int version = filas.Lugar("Version");
     const int tipoEquipo = filas.Lugar("Te_Cve_Tipo_Equipo");
-    if (version < 0 || tipoEquipo < 0)
-        return;
     const int folio = filas.Lugar("Pm_ID");
-    const QString tabla = folio >= 0 ? "Plan_Mantenimiento" : "Tipo_Equipo_Parte";
     const int clave = folio >= 0 ? folio : filas.Lugar("Tep_ID");
+    if (version < 0 || tipoEquipo < 0 || clave < 0) // a stored query may choose any columns
+        return;
+    const QString tabla = folio >= 0 ? "Plan_Mantenimiento" : "Tipo_Equipo_Parte";
     for (; !filas.Eof(); filas.MoveNext())
         leidas.insert(Renglon(tabla, filas.Texto(tipoEquipo), filas.Texto(clave)), filas.Texto(version));
 }
