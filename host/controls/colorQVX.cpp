@@ -1,5 +1,6 @@
 #include "controls/colorQVX.h"
 
+#include <QEvent>
 #include <QPalette>
 
 namespace coloresQVX
@@ -148,10 +149,23 @@ QPalette Paleta()
 
 } // namespace
 
+// When the form is about to be dressed, before its controls are: a sheet that it had sooner would be worked out for
+// each of them again when the form is put into its window.
 void colorQVX::Aplicar()
 {
-    if (parentWidget())
+    if (parentWidget()->testAttribute(Qt::WA_WState_Polished))
         AplicarA(*parentWidget());
+    else
+        parentWidget()->installEventFilter(this);
+}
+
+bool colorQVX::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (evento->type() == QEvent::Polish) {
+        objeto->removeEventFilter(this);
+        AplicarA(*parentWidget());
+    }
+    return QWidget::eventFilter(objeto, evento);
 }
 
 // On the window itself and not on the application, which is the host's and may have another look.

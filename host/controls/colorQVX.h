@@ -13,10 +13,12 @@ class colorQVX : public QWidget
 public:
     explicit colorQVX(QWidget *padre = nullptr) : QWidget(padre) { hide(); }
 
-    // Applies the scheme to the form that the control stands on.
+    // Applies the scheme to the form that the control stands on, before it is first shown.
     void Aplicar();
-    // Likewise to a window that has no such control.
+    // Likewise at once, to a window that has no such control.
     static void AplicarA(QWidget &ventana);
+
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
 };
 
 } // namespace coloresQVX
