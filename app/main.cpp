@@ -12,6 +12,8 @@
 
 #include <QFileInfo>
 #include <QTextStream>
+#include <fontconfig/fontconfig.h>
+#include <future>
 #include <sys/stat.h>
 
 namespace
@@ -119,7 +121,10 @@ int main(int argc, char **argv)
     }
     if (argumentos.EsIntercambio())
         qputenv("QT_QPA_PLATFORM", "offscreen"); // runs where there is no display
+    // What fonts there are is found out while the window system is being reached.
+    const auto fuentes = std::async(std::launch::async, FcInit);
     qvx::Aplicacion aplicacion(argc, argv);
+    fuentes.wait();
     return ConReporte([&] {
         return argumentos.EsIntercambio() ? (Intercambiar(argumentos) ? Hecho : Fallido) : Mostrar(argumentos);
     });
