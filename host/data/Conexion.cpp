@@ -120,9 +120,12 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
     const int columnas = static_cast<int>(preparada.campos->size());
     std::vector<QVariant> valores;
     qint64 filas = 0;
-    for (; consulta.next(); ++filas)
+    for (; consulta.next(); ++filas) {
+        if (filas == 0)
+            valores.reserve(static_cast<std::size_t>(columnas)); // most queries give one row or none
         for (int i = 0; i < columnas; ++i)
             valores.push_back(consulta.value(i));
+    }
     const QSqlError error = consulta.lastError();
     consulta.finish();
     if (error.isValid())

@@ -24,6 +24,7 @@ public:
         Verbo();
         while (lugar < texto.size())
             Pieza();
+        Copiar();
         return std::move(sentencia);
     }
 
@@ -50,7 +51,11 @@ private:
             Rechazar("La sentencia no es una consulta ni un cambio de renglones");
         sentencia.lectura = verbo == "SELECT";
         sentencia.forma += verbo;
+        copiado = lugar;
     }
+
+    // Takes what was read since the last literal into the shape.
+    void Copiar() { sentencia.forma += QStringView(texto).mid(copiado, lugar - copiado); }
 
     void Pieza()
     {
@@ -60,7 +65,7 @@ private:
         if (c.isDigit() && !sentencia.lectura)
             return LiteralDeNumero();
         if (EsDePalabra(c)) {
-            sentencia.forma += PalabraEnAdelante();
+            PalabraEnAdelante();
             return;
         }
         if (c.isNull())
@@ -71,12 +76,12 @@ private:
             return FinDeSentencia();
         if (!c.isSpace() && !QStringView(u"(),.=<>!+-*/|%{}\"").contains(c))
             sentencia.sinCerrar = true;
-        sentencia.forma += c;
         ++lugar;
     }
 
     void LiteralDeTexto()
     {
+        Copiar();
         QString valor(""); // not null: '' is a text, and would be stored as none
         for (++lugar; lugar < texto.size(); ++lugar) {
             const auto inicio = lugar;
@@ -99,6 +104,7 @@ private:
 
     void LiteralDeNumero()
     {
+        Copiar();
         const auto inicio = lugar;
         while (lugar < texto.size() && (Actual().isDigit() || Actual() == QLatin1Char('.')))
             ++lugar;
@@ -132,17 +138,21 @@ private:
     {
         sentencia.valores.append(valor);
         sentencia.forma += " ? "; // blanks around it: "?5" would name a parameter
+        copiado = lugar;
     }
 
     void FinDeSentencia()
     {
+        Copiar();
         for (++lugar; lugar < texto.size(); ++lugar)
             if (!Actual().isSpace())
                 Rechazar("El texto contiene más de una sentencia");
+        copiado = lugar;
     }
 
     const QString &texto;
     qsizetype lugar = 0;
+    qsizetype copiado = 0; // up to here the text is in the shape
     Sentencia sentencia;
 };
 

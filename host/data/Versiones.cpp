@@ -18,6 +18,8 @@ QString Renglon(const QString &tabla, const QString &tipoEquipo, const QString &
 
 void Versiones::Anotar(Recordset filas)
 {
+    if (filas.Eof())
+        return;
     const int version = filas.Lugar("Version");
     const int tipoEquipo = filas.Lugar("Te_Cve_Tipo_Equipo");
     const int folio = filas.Lugar("Pm_ID");
