@@ -8,10 +8,9 @@ namespace qvx
 namespace
 {
 
-QString Renglon(const QString &tabla, const QString &tipoEquipo, const QString &clave)
+QString Plan(const QString &tabla, const QString &tipoEquipo)
 {
-    return tabla.left(1) + QLatin1Char('|') + SinBlancosAlFinal(tipoEquipo) + QLatin1Char('|')
-           + SinBlancosAlFinal(clave);
+    return tabla + QLatin1Char('|') + SinBlancosAlFinal(tipoEquipo);
 }
 
 } // namespace
@@ -28,12 +27,13 @@ void Versiones::Anotar(Recordset filas)
         return;
     const QString tabla = folio >= 0 ? "Plan_Mantenimiento" : "Tipo_Equipo_Parte";
     for (; !filas.Eof(); filas.MoveNext())
-        leidas.insert(Renglon(tabla, filas.Texto(tipoEquipo), filas.Texto(clave)), filas.Texto(version));
+        leidas[Plan(tabla, filas.Texto(tipoEquipo))].insert(SinBlancosAlFinal(filas.Texto(clave)),
+                                                            filas.Texto(version));
 }
 
 QString Versiones::Leida(const QString &tabla, const QString &tipoEquipo, const QString &clave) const
 {
-    return leidas.value(Renglon(tabla, tipoEquipo, clave));
+    return leidas.value(Plan(tabla, tipoEquipo)).value(SinBlancosAlFinal(clave));
 }
 
 } // namespace qvx

@@ -18,7 +18,7 @@ public:
     QString Leida(const QString &tabla, const QString &tipoEquipo, const QString &clave) const;
 
 private:
-    QHash<QString, QString> leidas;
+    QHash<QString, QHash<QString, QString>> leidas; // by the rows' keys, by table and equipment type
 };
 
 } // namespace qvx
