@@ -29,8 +29,16 @@ Nodo::Nodo(const QString &claveNodo, const QString &texto) : clave(claveNodo)
 void Nodo::setImage(int indice)
 {
     imagen = indice;
-    if (const auto *arbol = static_cast<const TreeView *>(treeWidget()))
-        setIcon(0, arbol->Imagenes().Imagen(indice));
+    emitDataChanged();
+}
+
+// The picture is the list's; a node that keeps one needs two more pieces of memory.
+QVariant Nodo::data(int columna, int papel) const
+{
+    const auto *arbol = static_cast<const TreeView *>(treeWidget());
+    if (papel == Qt::DecorationRole && arbol)
+        return arbol->Imagenes().Imagen(imagen);
+    return QTreeWidgetItem::data(columna, papel);
 }
 
 } // namespace comunesQVX

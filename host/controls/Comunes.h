@@ -41,6 +41,8 @@ public:
     Nodo *Child() const { return childCount() > 0 ? static_cast<Nodo *>(child(0)) : nullptr; }
     QVariant Tag;
 
+    QVariant data(int columna, int papel) const override;
+
 private:
     friend class TreeView;
     Nodo(const QString &claveNodo, const QString &texto);

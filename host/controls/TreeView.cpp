@@ -95,7 +95,6 @@ Nodo *TreeView::Agregar(Nodo *padre, const QString &clave, const QString &texto,
     ensurePolished(); // rows measured before the first show would keep the height of another look
     auto *nodo = new Nodo(clave, texto);
     nodo->imagen = imagen;
-    nodo->setIcon(0, imagenes.Imagen(imagen));
     porClave.insert(clave, nodo);
     if (padre)
         padre->addChild(nodo);
