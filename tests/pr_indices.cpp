@@ -30,8 +30,6 @@ void PrIndices::indices()
     probar("SELECT * FROM Tipo_Equipo_Parte WHERE Tep_Padre = '00900' and {T} ORDER BY Te_Cve_Tipo_Equipo, Tep_ID ASC",
            "Tep_Por_Padre");
     probar("SELECT Tep_Padre FROM Tipo_Equipo_Parte WHERE Tep_ID = '00900' and {T}", llave("Tipo_Equipo_Parte"));
-    probar("UPDATE Tipo_Equipo_Parte SET Es_Cve_Estado = 'BA' WHERE Tep_ID = '00950' AND {T} AND Tep_Padre = '00900'",
-           "");
     probar("SELECT * FROM Plan_Mantenimiento WHERE Plan_Mantenimiento.{T} AND Plan_Mantenimiento.Tep_ID = '00900' "
            "ORDER BY Pm_ID ASC",
            llave("Plan_Mantenimiento"));
@@ -39,10 +37,6 @@ void PrIndices::indices()
            "Pm_Por_Folio");
     probar("SELECT * FROM Plan_Mantenimiento_Detalle WHERE {T} AND Tep_ID = '00900' AND Pm_ID = '001800'",
            llave("Plan_Mantenimiento_Detalle"));
-    probar("DELETE FROM Plan_Mantenimiento_Detalle WHERE {T}", "");
-    probar("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) SELECT 'U', Tep_ID, "
-           "Tep_Padre, Tep_Descripcion FROM Tipo_Equipo_Parte WHERE {T}",
-           "");
     probar("SELECT MAX(Tep_Numero) AS Ultimo FROM Tipo_Equipo_Parte WHERE {T}", "Tep_Por_Numero");
     probar("SELECT MAX(Pm_Numero) AS Ultimo FROM Plan_Mantenimiento WHERE {T}", "Pm_Por_Numero");
     probar("SELECT MAX(Pmd_Numero) AS Ultimo FROM Plan_Mantenimiento_Detalle WHERE {T}", "Pmd_Por_Numero");

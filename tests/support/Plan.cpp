@@ -42,13 +42,11 @@ void SembrarPlan(const Escenario &escenario)
             "'9000000001', 1, 'HR', 150.25, 150.25, '')");
 }
 
-QString ClaveDe(const QString &numero, int cifras)
-{
-    return QString("substr(CAST(1%1 + %2 AS text), 2)").arg(QString(cifras, QLatin1Char('0')), numero);
-}
-
 void SembrarGrande(const Escenario &escenario, const QString &tipo, int partes)
 {
+    const auto clave = [](const QString &numero, int cifras) {
+        return QString("substr(CAST(1%1 + %2 AS text), 2)").arg(QString(cifras, QLatin1Char('0')), numero);
+    };
     const auto sembrar = [&](const QString &tabla, const QString &columnas, int cuantos, const QString &valores) {
         escenario.Motor(QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT "
                                 "INTO %2 (Te_Cve_Tipo_Equipo, %3) SELECT '%4', %5 FROM n")
@@ -56,13 +54,13 @@ void SembrarGrande(const Escenario &escenario, const QString &tipo, int partes)
     };
     escenario.Motor("INSERT INTO Tipo_Equipo VALUES ('" + tipo + "', 'GRANDE', 'AC')");
     sembrar("Tipo_Equipo_Parte", "Tep_ID, Tep_Padre, Tep_Descripcion, Oper_Alta", partes,
-            ClaveDe("i", 5) + ", CASE WHEN i < 10 THEN '0000' ELSE " + ClaveDe("i / 10", 5) + " END, 'PARTE ' || i, '"
+            clave("i", 5) + ", CASE WHEN i < 10 THEN '0000' ELSE " + clave("i / 10", 5) + " END, 'PARTE ' || i, '"
                 + tipo + "'");
     sembrar("Plan_Mantenimiento", "Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, Oper_Alta", 2 * partes,
-            ClaveDe("(i + 1) / 2", 5) + ", " + ClaveDe("i", 6) + ", '9001', i, '" + tipo + "'");
+            clave("(i + 1) / 2", 5) + ", " + clave("i", 6) + ", '9001', i, '" + tipo + "'");
     sembrar("Plan_Mantenimiento_Detalle",
             "Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, Pmd_Cantidad, Pmd_Costo, Pmd_Importe", 10 * partes,
-            ClaveDe("(i + 9) / 10", 5) + ", " + ClaveDe("(i + 4) / 5", 6) + ", " + ClaveDe("i", 6)
+            clave("(i + 9) / 10", 5) + ", " + clave("(i + 4) / 5", 6) + ", " + clave("i", 6)
                 + ", '02', '9000000002', i, " + tipo + ", i * " + tipo);
 }
 

@@ -12,8 +12,6 @@
 void SembrarPlan(const Escenario &escenario);
 // An equipment type GRANDE with that many parts, ten under each, twice as many services and ten times as many lines.
 void SembrarGrande(const Escenario &escenario, const QString &tipo, int partes);
-// In SQL, a key of that many digits from an expression that numbers it.
-QString ClaveDe(const QString &numero, int cifras);
 
 // Types into a text box and leaves it, as a person does.
 void Escribir(QWidget &caja, const QString &texto);
