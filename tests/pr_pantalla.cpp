@@ -2,7 +2,34 @@
 
 using comunesQVX::Nodo;
 
-// The main screen: choice of equipment type, tree of parts, list of services.
+namespace
+{
+
+// Keys go to whatever has the focus, as from a keyboard.
+void Tecla(Qt::Key tecla, Qt::KeyboardModifiers con = Qt::NoModifier)
+{
+    QTest::keyClick(QApplication::focusWidget(), tecla, con);
+    QCoreApplication::processEvents();
+}
+
+// "|" is a Tab.
+void Teclear(const QString &texto)
+{
+    for (const QChar letra : texto) {
+        QTest::keyClicks(QApplication::focusWidget(), letra == '|' ? QChar('\t') : letra);
+        QCoreApplication::processEvents();
+    }
+}
+
+void TabularHasta(const QWidget &control)
+{
+    for (int i = 0; i < 50 && !control.hasFocus() && !control.isAncestorOf(QApplication::focusWidget()); ++i)
+        Tecla(Qt::Key_Tab);
+}
+
+} // namespace
+
+// The main screen: choice of equipment type, tree of parts, list of services; and the whole way by keyboard.
 class PrPantalla : public PruebaPantalla
 {
     Q_OBJECT
@@ -13,10 +40,9 @@ private Q_SLOTS:
     void reactivacion();
     void nodos();
     void etiqueta();
-    void teclas();
-    void lista();
     void eliminarServicio();
     void sinEditor();
+    void porTeclado();
 
 private:
     static QString Dibujo(const Nodo *nodo, int hondo = 0);
@@ -50,10 +76,6 @@ void PrPantalla::apertura()
     QCOMPARE(Barras(), "00000|Exportar XML|Importar XML|Copiar plan");
     QVERIFY(escenario->Traza().contains("2\tSELECT * FROM Tipo_Equipo_Parte WHERE Tep_Padre = '0001' and "
                                         "Te_Cve_Tipo_Equipo = '0900' ORDER BY Te_Cve_Tipo_Equipo, Tep_ID ASC"));
-    escenario->CerrarPantalla();
-    escenario->Pantalla(); // without a type
-    QVERIFY(Arbol().Count() == 0 && Tipo().findChild<QLineEdit *>()->hasFocus());
-    QCOMPARE(Barras(), "00000||Importar XML|");
 }
 
 // Nothing of the last type's plan or commands outlives the choice of another.
@@ -96,8 +118,15 @@ void PrPantalla::nodos()
         QCOMPARE(Lista().toolTip(), ayuda);
     };
     probar("N0000", "10000|Exportar XML|Importar XML|Copiar plan", 0, "");
-    probar("N0002", "11101|Eliminar parte|Agregar servicio|Copiar plan", 2, "Presione Supr para eliminar un servicio");
     probar("N0003", "00011|Exportar XML|Importar XML|Copiar plan", 1, "");
+    probar("N0002", "11101|Eliminar parte|Agregar servicio|Copiar plan", 2, "Presione Supr para eliminar un servicio");
+    QStringList renglones;
+    for (int i = 0; i < Lista().columnCount(); ++i)
+        renglones.append(Lista().headerItem()->text(i) + ": " + Lista().Texto(0, i) + ", " + Lista().Texto(1, i));
+    QCOMPARE(renglones.join("; "),
+             "Folio: 000001, 000002; Servicio: 9001, 9001; Descripción: REVISIÓN, REVISIÓN; Días: 30, ; Lectura: , "
+             "1250.5 HRS; Tiempo estimado: 8.5, 2; Requiere paro: Sí, No; Prioridad: URGENTE DE PRUEBA, URGENTE DE "
+             "PRUEBA");
 }
 
 void PrPantalla::etiqueta()
@@ -122,37 +151,6 @@ void PrPantalla::etiqueta()
              "Fecha_Ult_Modif = '2026-03-14 09:26:53'WHERE Tep_ID = '0002' and Te_Cve_Tipo_Equipo = '0900'");
     QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0002'"), "MOTORELÉCTRICO");
     QCOMPARE(Arbol().SelectedItem()->Text(), "0002 - MOTORELÉCTRICO");
-}
-
-void PrPantalla::teclas()
-{
-    ElegirNodo(Arbol(), "N0001");
-    Arbol().expandAll();
-    QTest::keyClick(&Arbol(), Qt::Key_Down);
-    QCOMPARE(Arbol().SelectedItem()->Key(), "N0002");
-    QCOMPARE(Lista().Count(), 2); // moving by keyboard counts as a click
-    Preparar("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'CAMBIADA' WHERE Tep_ID = '0005'");
-    QCOMPARE(Arbol().Item("N0005")->Text(), "0005 - CAMBIADA");
-    QTest::keyClick(&Arbol(), Qt::Key_Return);
-    QCoreApplication::processEvents();
-    QVERIFY(Lista().hasFocus());
-
-    Mandar("Info", "N0002");
-    QCOMPARE(escenario->Personas().informacion.value(0), qMakePair(QString("Creado por"), QString("jcruz")));
-}
-
-void PrPantalla::lista()
-{
-    ElegirNodo(Arbol(), "N0002");
-    QStringList renglones(3);
-    for (int i = 0; i < Lista().columnCount(); ++i) {
-        renglones[0] += "|" + Lista().headerItem()->text(i);
-        renglones[1] += "|" + Lista().Texto(0, i);
-        renglones[2] += "|" + Lista().Texto(1, i);
-    }
-    QCOMPARE(renglones, (QStringList{"|Folio|Servicio|Descripción|Días|Lectura|Tiempo estimado|Requiere paro|Prioridad",
-                                     "|000001|9001|REVISIÓN|30||8.5|Sí|URGENTE DE PRUEBA",
-                                     "|000002|9001|REVISIÓN||1250.5 HRS|2|No|URGENTE DE PRUEBA"}));
 }
 
 void PrPantalla::eliminarServicio()
@@ -181,31 +179,62 @@ void PrPantalla::eliminarServicio()
     Mensajes();
 }
 
-// What someone else has just deleted, and what the database refuses to read: the editor is not opened, or the test
-// would hang in it.
+// Someone else has just deleted the service, and then its part.
 void PrPantalla::sinEditor()
 {
-    const auto probar = [&](const char *comando, const QString &mensaje) {
-        ElegirServicio(0);
-        if (comando)
-            Mandar(comando);
-        else
-            QTest::keyClick(&Lista(), Qt::Key_Return);
-        QCOMPARE(Mensajes().value(0), mensaje);
-    };
     ElegirNodo(Arbol(), "N0002");
+    ElegirServicio(0);
     escenario->Motor("DELETE FROM Plan_Mantenimiento WHERE Pm_ID = '000001'");
-    probar(nullptr, "16|ERROR|KT580|ERR-ID:7500091|Editar_Servicios() - \r\nEl servicio 000001 ya no existe: otra "
-                    "persona lo eliminó o lo movió.");
+    QTest::keyClick(&Lista(), Qt::Key_Return);
+    QCOMPARE(Mensajes(), QStringList{"16|ERROR|KT580|ERR-ID:7500091|Editar_Servicios() - \r\nEl servicio 000001 ya no "
+                                     "existe: otra persona lo eliminó o lo movió."});
     QCOMPARE(Lista().Count(), 1); // read again
     escenario->Motor("DELETE FROM Tipo_Equipo_Parte WHERE Tep_ID = '0002'");
-    probar("B2", "48|Quorvex|KT580|ERR-ID:7500029|No se encontró la ruta de la parte");
-    probar(nullptr, "48|Quorvex|KT580|ERR-ID:7500030|No se encontró la ruta de la parte");
-    escenario->Motor("ALTER TABLE Tipo_Equipo_Parte RENAME TO Guardada");
-    const QString sinPartes = motor::NoHayTabla("Tipo_Equipo_Parte");
-    probar("B2", "16|Controles_B2Click()|KT580|ERR-ID:7500022|" + sinPartes);
-    QTest::keyClick(&Arbol(), Qt::Key_F5);
-    QCOMPARE(Mensajes(), QStringList{"16|AddSubParte()|KT580|ERR-ID:7500002|" + sinPartes});
+    for (const auto &[comando, mensaje] : {qMakePair("Nuevo", "7500003"), {"Editar", "7500006"}, {"B2", "7500029"}}) {
+        Mandar(comando);
+        QCOMPARE(Mensajes().join('\n'),
+                 QString("48|Quorvex|KT580|ERR-ID:%1|No se encontró la ruta de la parte").arg(mensaje));
+    }
+}
+
+// From the choice of the type to a new service that is saved, and without a mouse.
+void PrPantalla::porTeclado()
+{
+    escenario->CerrarPantalla();
+    escenario->Pantalla(); // without a type
+    QCOMPARE(Barras(), "00000||Importar XML|");
+    Teclear("900|");
+    Arbol().expandAll();
+    TabularHasta(Arbol());
+    for (int i = 0; i < 3; ++i) // N0000, N0001, N0002
+        Tecla(Qt::Key_Down);
+    QCOMPARE(Lista().Count(), 2);
+    EnElDialogo([&](QWidget &editor) {
+        Teclear("9001|9001|45|250|hrs|3.5|");
+        Tecla(Qt::Key_Space); // must be stopped
+        Tecla(Qt::Key_Return);
+        Teclear("2|2,500");
+        Tecla(Qt::Key_2, Qt::AltModifier);
+        TabularHasta(Grid(editor, "ssManoObra"));
+        Teclear("9000000001|2.25");
+        Tecla(Qt::Key_3, Qt::AltModifier);
+        TabularHasta(Grid(editor, "ssRefacciones"));
+        Teclear("9000000002|4|9001");
+        Tecla(Qt::Key_4, Qt::AltModifier);
+        TabularHasta(Grid(editor, "ssHerramientas"));
+        Teclear("9000000003|1");
+        Tecla(Qt::Key_F4);
+        QVERIFY(!editor.isVisible());
+    });
+    Tecla(Qt::Key_2, Qt::ControlModifier);
+    QCOMPARE(Lista().Count(), 3);
+    QCOMPARE(escenario->Filas("SELECT Ts_Cve_Tipo_Servicio, Pm_Frecuencia, Pm_Lectura, Pm_Unidad_Lectura, Pm_Precio, "
+                              "Pm_Tiempo_Estimado, Pm_Prioridad, Pm_Requiere_Paro, Pm_Tiempo_Paro FROM "
+                              "Plan_Mantenimiento WHERE Pm_ID = '000004'"),
+             QStringList{"9001|45|250|HRS|2500|3.5|9001|SI|2"});
+    QCOMPARE(escenario->Filas("SELECT Pmd_Tipo, Pr_Cve_Producto, Pmd_Cantidad, Pmd_Importe, Pmd_Tipo_Gasto FROM "
+                              "Plan_Mantenimiento_Detalle WHERE Pm_ID = '000004' ORDER BY Pmd_ID"),
+             (QStringList{"01|9000000001|2.25|338.0625|", "02|9000000002|4|320.4|9001", "03|9000000003|1|0|"}));
 }
 
 PRUEBA_MAIN(PrPantalla)

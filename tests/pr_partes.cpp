@@ -1,6 +1,7 @@
 #include "support/PruebaPantalla.h"
 
-// Adding a part and changing one: the two commands of the screen and their dialog.
+// The parts: adding and changing one in its dialog, retiring a branch and bringing it back, deleting one for good.
+// Commands by their names on the toolbar: Eliminar retires, B1 deletes.
 class PrPartes : public PruebaPantalla
 {
     Q_OBJECT
@@ -9,7 +10,8 @@ private Q_SLOTS:
     void nuevo();
     void editar();
     void rechazos();
-    void sinParte();
+    void estados();
+    void eliminar();
 
 private:
     QString Campos(QWidget &dialogo);
@@ -112,22 +114,115 @@ void PrPartes::rechazos()
     QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0007'"), "BRIDA");
 }
 
-// What ends the commands before their dialog.
-void PrPartes::sinParte()
+// States with who retired the part, who stays there when it is brought back.
+void PrPartes::estados()
 {
-    const auto probar = [&](const QString &comando, const QString &mensaje) {
-        Mandar(comando);
-        QCOMPARE(Mensajes().join('\n'), mensaje);
+    const auto probar = [&](const QString &nodo, int respuesta, const QString &escritas, const QString &estados) {
+        ElegirNodo(Arbol(), nodo);
+        const bool retira = Barra().EliminarDisponible();
+        escenario->Motor("DELETE FROM Bitacora");
+        const QStringList antes = escenario->Tablas();
+        escenario->Traza();
+        if (respuesta != 0) // while it is asked, other programs read the plan as it was
+            escenario->Personas().Responder(7500045, respuesta, [&] { QCOMPARE(escenario->Tablas(), antes); });
+        Mandar(retira ? "Eliminar" : "Reactivar");
+        QCOMPARE(Mensajes().join('\n'),
+                 respuesta == 0 ? ""
+                                : "321|Quorvex|KT580|ERR-ID:7500045|Se reactivará la parte y la subparte seleccionada");
+        QCOMPARE(Partes("Tep_ID || Es_Cve_Estado || coalesce(Oper_Baja, '')"), estados);
+        QCOMPARE(escenario->Tablas().filter("AJENA"), antes.filter("AJENA"));
+        // Every write is logged, a child's by its parent's loop and by its own call; the command is registered once.
+        QStringList entradas;
+        for (const QString &parte : escritas.split(' '))
+            entradas.append("Tipo_Equipo_Parte|0900" + parte + (retira ? "|Baja" : "|Reactivación")
+                            + "|mlopez|2026-03-14 09:26:53");
+        QCOMPARE(escenario->Filas("SELECT Bi_Tabla, Bi_Clave, Bi_Accion, Bi_Oper, Bi_Fecha FROM Bitacora ORDER BY "
+                                  "Bi_ID"),
+                 entradas);
+        QCOMPARE(escenario->Filas("SELECT Rc_Tabla, Rc_Clave FROM Registro_Cambio ORDER BY Rc_ID").constLast(),
+                 "Tipo_Equipo_Parte|" + nodo.mid(1) + "|0900");
+        // Read again, nothing selected, nothing on offer.
+        QCOMPARE(Arbol().Item(nodo)->Image(), retira ? 3 : 1);
+        QVERIFY(!Arbol().SelectedItem() && Lista().Count() == 0);
+        QVERIFY(Barras().startsWith("00000|"));
     };
-    ElegirNodo(Arbol(), "N0002");
-    Arbol().setSelectedItem(Arbol().Item("N0000")); // in code: the command stays on offer
-    probar("Editar", "48|Quorvex|KT580|ERR-ID:7500005|La parte no es válido para esta operación!");
-    ElegirNodo(Arbol(), "N0002");
-    escenario->Motor("DELETE FROM Tipo_Equipo_Parte WHERE Tep_ID = '0002'");
-    probar("Nuevo", "48|Quorvex|KT580|ERR-ID:7500003|No se encontró la ruta de la parte");
-    probar("Editar", "48|Quorvex|KT580|ERR-ID:7500006|No se encontró la ruta de la parte");
-    escenario->Motor("ALTER TABLE Tipo_Equipo_Parte RENAME TO Guardada");
-    probar("Editar", "16|Controles_Editar()|KT580|ERR-ID:7500007|" + motor::NoHayTabla("Tipo_Equipo_Parte"));
+    const QString firma = "   Oper_Ult_Modif = 'mlopez',    Fecha_Ult_Modif = '2026-03-14 09:26:53', ";
+    probar("N0001", 0, "0001 0002 0002 0003 0003 0004 0004",
+           "0001BAmlopez 0002BAmlopez 0003BAmlopez 0004BAmlopez 0005AC 0006AC");
+    const QString baja = "1\tUPDATE Tipo_Equipo_Parte SET" + firma
+                         + "   Oper_Baja = 'mlopez',    Fecha_Baja = '2026-03-14 09:26:53',    Es_Cve_Estado = 'BA' "
+                           "WHERE ";
+    EnOrden(escenario->Traza(),
+            {motor::Inicio(), baja + "Tep_ID = '0001' AND Te_Cve_Tipo_Equipo = '0900' ",
+             "2\tSELECT Tep_ID FROM Tipo_Equipo_Parte WHERE Tep_Padre = '0001' AND Te_Cve_Tipo_Equipo = '0900' ",
+             baja + "   Tep_ID = '0002'    AND Te_Cve_Tipo_Equipo = '0900'    AND Tep_Padre = '0001' ", "-\tCOMMIT"});
+
+    // Cancel spares the parent only; of the retired parents, only the next one comes back too.
+    probar("N0003", qvx::mensaje::Cancelar, "0003 0004 0004",
+           "0001BAmlopez 0002BAmlopez 0003ACmlopez 0004ACmlopez 0005AC 0006AC");
+    probar("N0003", 0, "0003 0004 0004", "0001BAmlopez 0002BAmlopez 0003BAmlopez 0004BAmlopez 0005AC 0006AC");
+    probar("N0004", qvx::mensaje::Aceptar, "0003 0004",
+           "0001BAmlopez 0002BAmlopez 0003ACmlopez 0004ACmlopez 0005AC 0006AC");
+    EnOrden(escenario->Traza(),
+            {"1\tSELECT Tep_Padre,    Es_Cve_Estado = (SELECT Es_Cve_Estado FROM Tipo_Equipo_Parte WHERE Tep_ID =  "
+             "'0003' AND Te_Cve_Tipo_Equipo = '0900' ) FROM Tipo_Equipo_Parte WHERE Tep_ID =  '0004' AND "
+             "Te_Cve_Tipo_Equipo = '0900' ",
+             "1\tUPDATE Tipo_Equipo_Parte SET" + firma
+                 + "   Es_Cve_Estado = 'AC' WHERE Tep_ID = '0003' AND Te_Cve_Tipo_Equipo = '0900' ",
+             "-\tCOMMIT"});
+    // Right under the root, and under an active part: not asked.
+    probar("N0001", 0, "0001 0002 0002 0003 0003 0004 0004",
+           "0001ACmlopez 0002ACmlopez 0003ACmlopez 0004ACmlopez 0005AC 0006AC");
+    probar("N0004", 0, "0004", "0001ACmlopez 0002ACmlopez 0003ACmlopez 0004BAmlopez 0005AC 0006AC");
+    probar("N0004", 0, "0004", "0001ACmlopez 0002ACmlopez 0003ACmlopez 0004ACmlopez 0005AC 0006AC");
+    QCOMPARE(Partes("Tep_ID", "Oper_Ult_Modif || Fecha_Ult_Modif = 'mlopez2026-03-14 09:26:53'"),
+             "0001 0002 0003 0004");
+}
+
+// The statements run before the question: until it is answered with Yes, nobody else sees anything of them.
+void PrPartes::eliminar()
+{
+    const QString hoja = "292|Quorvex|KT580|ERR-ID:7500047|¿Desea eliminar la parte?";
+    const QString rama = "292|Quorvex|KT580|ERR-ID:7500046|¿Desea eliminar la parte y subpartes?";
+    const auto probar = [&](const QString &nodo, int respuesta, const QString &mensaje, const QString &quedan) {
+        const QStringList antes = escenario->Tablas();
+        if (respuesta != 0)
+            escenario->Personas().Responder(mensaje == hoja ? 7500047 : 7500046, respuesta,
+                                            [&] { QCOMPARE(escenario->Tablas(), antes); });
+        escenario->Traza();
+        Mandar("B1", nodo);
+        QCOMPARE(Mensajes(), QStringList{mensaje});
+        QCOMPARE(Partes("Tep_ID"), quedan);
+        QCOMPARE(escenario->Tablas().filter("AJENA"), antes.filter("AJENA"));
+        if (respuesta == qvx::mensaje::Si) {
+            QVERIFY(!Arbol().SelectedItem() && !Arbol().Contains(nodo));
+            QCOMPARE(Barras(), "00000|Exportar XML|Importar XML|Copiar plan");
+            return;
+        }
+        QCOMPARE(escenario->Tablas(), antes);
+        QVERIFY(!escenario->Traza().contains("-\tABANDONADA"));
+        QCOMPARE(Arbol().SelectedItem()->Key(), nodo);
+    };
+    probar("N0002", 0,
+           "48|Quorvex|KT580|ERR-ID:7500044|La parte seleccionada tiene un plan de mantenimiento, imposible eliminar",
+           "0001 0002 0003 0004 0005 0006");
+    probar("N0001", qvx::mensaje::No, rama, "0001 0002 0003 0004 0005 0006");
+    probar("N0004", qvx::mensaje::Si, hoja, "0001 0002 0003 0005 0006");
+    const QString dela = "WHERE Te_Cve_Tipo_Equipo = '0900'    AND Tep_ID = '0004' ";
+    const QString borrar = "\tDELETE FROM Tipo_Equipo_Parte WHERE Tep_ID = '0004' and Te_Cve_Tipo_Equipo = '0900'";
+    EnOrden(escenario->Traza(),
+            {motor::Inicio(), "0\tDELETE FROM Plan_Mantenimiento_Detalle " + dela,
+             "0\tDELETE FROM Plan_Mantenimiento " + dela,
+             "1\tSELECT Tep_ID FROM Tipo_Equipo_Parte WHERE Tep_ID = '0004' and Te_Cve_Tipo_Equipo = '0900' ORDER BY "
+             "Tep_ID ",
+             "1" + borrar, "0" + borrar, // the nested call meets the same key, already gone
+             "1\tUPDATE Tipo_Equipo_Parte SET    Oper_Ult_Modif = 'mlopez',   Fecha_Ult_Modif = '2026-03-14 "
+             "09:26:53'WHERE Tep_ID = '0003' and Te_Cve_Tipo_Equipo = '0900' ",
+             "-\tCOMMIT"});
+    // What hung from it stays, out of the tree's reach.
+    probar("N0001", qvx::mensaje::Si, rama, "0002 0003 0005 0006");
+    QCOMPARE(Arbol().Count(), 2);
+    QCOMPARE(Partes("Tep_ID", "Oper_Ult_Modif || Fecha_Ult_Modif = 'mlopez2026-03-14 09:26:53'"), "0003");
 }
 
 PRUEBA_MAIN(PrPartes)

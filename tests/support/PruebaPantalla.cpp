@@ -67,16 +67,21 @@ QString PruebaPantalla::Partes(const QString &columnas, const QString &condicion
         .join(' ');
 }
 
+void PruebaPantalla::EnLaForma(const std::function<void()> &abrir, const Pasos &pasos)
+{
+    bool abierta = false;
+    EnElDialogo([&](QWidget &forma) {
+        abierta = true;
+        pasos(forma);
+    });
+    abrir();
+    QVERIFY2(abierta, "No se abrió");
+}
+
 void PruebaPantalla::EnLaParte(const QString &comando, const QString &nodo, const Pasos &pasos)
 {
     Arbol().setSelectedItem(nullptr);
-    bool abierto = false;
-    EnElDialogo([&](QWidget &dialogo) {
-        abierto = true;
-        pasos(dialogo);
-    });
-    Mandar(comando, nodo);
-    QVERIFY2(abierto, "No se abrió el diálogo");
+    EnLaForma([&] { Mandar(comando, nodo); }, pasos);
 }
 
 void PruebaPantalla::Abrir(int fila, const Pasos &pasos, const QString &parte)
@@ -84,15 +89,9 @@ void PruebaPantalla::Abrir(int fila, const Pasos &pasos, const QString &parte)
     if (fila < 0)
         return EnLaParte("B2", parte, pasos);
     ElegirNodo(Arbol(), parte);
-    bool abierto = false;
-    EnElDialogo([&](QWidget &editor) {
-        abierto = true;
-        pasos(editor);
-    });
     const QPoint punto = Lista().visualItemRect(Lista().topLevelItem(fila)).center();
     QTest::mouseClick(Lista().viewport(), Qt::LeftButton, {}, punto);
-    QTest::mouseDClick(Lista().viewport(), Qt::LeftButton, {}, punto);
-    QVERIFY2(abierto, "No se abrió el editor");
+    EnLaForma([&] { QTest::mouseDClick(Lista().viewport(), Qt::LeftButton, {}, punto); }, pasos);
 }
 
 void PruebaPantalla::LlenarNuevo(QWidget &editor)

@@ -60,4 +60,7 @@ protected:
 protected Q_SLOTS:
     void init();
     void cleanup();
+
+private:
+    void EnLaForma(const std::function<void()> &abrir, const Pasos &pasos);
 };
