@@ -41,8 +41,10 @@ private Q_SLOTS:
     void rechazos();
     void idaYVuelta();
     void linea();
+    void interrumpido();
 
 private:
+    QProcessEnvironment Entorno() const;
     void Poner(const QString &nombre, const QByteArray &contenido) const;
     void Importar(const QByteArray &documento, int respuesta = 0);
     QByteArray Exportar();
@@ -169,19 +171,26 @@ void PrImportar::idaYVuelta()
     QCOMPARE(Exportar(), documento);
 }
 
-// From the command line, where no display is.
+// Without a display.
+QProcessEnvironment PrImportar::Entorno() const
+{
+    auto entorno = QProcessEnvironment::systemEnvironment();
+    entorno.insert("XDG_CONFIG_HOME", escenario->Ruta("config"));
+    entorno.insert("QVX_TRAZA", escenario->Ruta("traza_programa"));
+    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        entorno.remove(variable);
+    return entorno;
+}
+
+// From the command line.
 void PrImportar::linea()
 {
     Poner("bueno.xml", Documento("0902", Parte));
     Poner("malo.xml", Documento("0902", "\n<Parte Id=\"1\"/>\n<Otra/>"));
-    auto entorno = QProcessEnvironment::systemEnvironment();
-    entorno.insert("XDG_CONFIG_HOME", escenario->Ruta("config"));
-    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
-        entorno.remove(variable);
     QStringList antes = escenario->Tablas();
     const auto probar = [&](const QString &orden, int salida, const QString &dicho, bool cambia) {
         QProcess programa;
-        programa.setProcessEnvironment(entorno);
+        programa.setProcessEnvironment(Entorno());
         programa.setWorkingDirectory(escenario->Ruta(""));
         programa.start(PROGRAMA_QUORVEX, orden.split(' ') + escenario->Base().Argumentos());
         QVERIFY(programa.waitForFinished());
@@ -196,6 +205,29 @@ void PrImportar::linea()
     probar("--importar malo.xml --si", 1, "^El archivo xml que se cargo no cumple", false);
     probar("--importar bueno.xml", 1, "contesta que sí con --si", false);
     probar("--importar bueno.xml --si", 0, "^Se reemplazará el plan .* equipo0902, ¿DESEA CONTINUAR\\?\n$", true);
+}
+
+// Killed in the middle: the plan that was there is whole.
+void PrImportar::interrumpido()
+{
+    QByteArray partes;
+    for (int i = 0; i < 50000; ++i)
+        partes += "<Parte Id=\"" + QByteArray::number(10000 + i) + "\" Descripción=\"PIEZA\"/>";
+    Poner("grande.xml", Documento("0900", partes));
+    const QStringList antes = escenario->Tablas();
+    QProcess programa;
+    programa.setProcessEnvironment(Entorno());
+    programa.start(PROGRAMA_QUORVEX,
+                   QStringList{"--importar", escenario->Ruta("grande.xml"), "--si"} + escenario->Base().Argumentos());
+    const auto traza = [&] {
+        QFile archivo(escenario->Ruta("traza_programa"));
+        return archivo.open(QIODevice::ReadOnly) ? archivo.readAll() : QByteArray();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(traza().count("INSERT INTO") > 500, 60000);
+    programa.kill();
+    QVERIFY(programa.waitForFinished());
+    QVERIFY(programa.exitStatus() == QProcess::CrashExit && !traza().contains("COMMIT"));
+    QCOMPARE(escenario->Tablas(), antes);
 }
 
 PRUEBA_MAIN(PrImportar)
