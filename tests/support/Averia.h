@@ -2,26 +2,33 @@
 
 #include "support/Escenario.h"
 
+#include <thread>
+
 // A fault by its name in a test's table, until it is repaired or goes:
 //   "ocupada"       another program holds the plans
-//   "confirmación"  whatever is written cannot be committed
+//   "confirmación"  whatever is written in a detail cannot be committed
 //   "disco"         the disk is full (the embedded engine's)
-//   "INSERT ON Producto", with "AFTER " before it and " WHEN condition on NEW and OLD" behind it: the event fails with
-//   the text "falla"; with "sin efecto " before it, its rows are passed over
-//   "" is none, and anything else a statement that another program runs; what it renamed gets its name back.
+//   "INSERT ON Producto", with " WHEN condition on NEW and OLD" behind it: the event fails with the text "falla"
+// Of a server of the test's own, which the last change before a commit, an event like those, tells when to fail:
+//   "reinicio en medio", "corte en medio"  it is restarted, or the connection cut, in the middle of that change
+//   "antes de confirmar", "al confirmar"   the connection is cut before the commit is carried out, and after
+//   "reinicio en reposo", "ausente"        it was restarted between commands; it lets nobody in
 class Averia
 {
 public:
-    Averia(const Escenario &escenario, const QString &nombre);
+    Averia(const Escenario &escenario, const QString &nombre, const QString &ultimo = {});
+    ~Averia();
+    Averia(const Averia &) = delete;
+    Averia &operator=(const Averia &) = delete;
     void Reparar();
 
 private:
-    void Correr(const QStringList &sentencias);
+    void Caer(const QString &nombre, const QString &ultimo);
 
     const Escenario &escenario;
-    QString nombre;
     std::unique_ptr<OtroPrograma> otro; // as long as the fault lasts
     std::unique_ptr<DiscoLleno> disco;
+    std::thread vigia;
 };
 
 // What the engine under test calls things.
@@ -35,9 +42,6 @@ QString NoHayTabla(const QString &tabla);
 QString NoHayColumna(const QString &columna);
 QString Sintaxis(const QString &cerca);
 QString ParteRepetida();
-// By the program that holds the plan of a type.
-QString Ocupada(const QString &tipoEquipo = "0900");
-QString NoConfirma();
 // In the trace.
 QString Inicio();
 

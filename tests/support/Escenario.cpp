@@ -4,26 +4,25 @@
 
 #include <QFile>
 #include <QLibrary>
+#include <QRegularExpression>
 #include <QSqlQuery>
-#include <QSqlRecord>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <csignal>
 
-Escenario::Escenario(bool conEjemplos) : base(Motor::Nuevo(conEjemplos)), personas(new PersonasDePrueba)
+Escenario::Escenario(bool conEjemplos) : base(conEjemplos), personas(new PersonasDePrueba)
 {
-    qputenv("QVX_TRAZA", QFile::encodeName(carpeta.filePath("traza")));
     Entrar();
 }
 
-Escenario::Escenario(const QString &baseAjena) : base(Motor::DeArchivo(baseAjena)), personas(new PersonasDePrueba)
+Escenario::Escenario(const QString &baseAjena) : base(baseAjena), personas(new PersonasDePrueba)
 {
     Entrar();
 }
 
 void Escenario::Entrar()
 {
-    sesion = std::make_unique<qvx::Sesion>(base->Abrir(), "mlopez", std::unique_ptr<qvx::Interaccion>(personas),
+    qputenv("QVX_TRAZA", QFile::encodeName(carpeta.filePath("traza")));
+    sesion = std::make_unique<qvx::Sesion>(base.Abrir(), "mlopez", std::unique_ptr<qvx::Interaccion>(personas),
                                            [this] { return ahora; });
 }
 
@@ -36,20 +35,20 @@ Escenario::~Escenario()
 
 QVariant Escenario::Motor(const QString &sql) const
 {
-    const auto otro = base->Otro();
+    const auto otro = base.Otro();
     QSqlQuery consulta = otro->Correr(sql);
     return consulta.next() ? consulta.value(0) : QVariant();
 }
 
 QStringList Escenario::Filas(const QString &sql) const
 {
-    return base->Otro()->Filas(sql);
+    return base.Otro()->Filas(sql);
 }
 
 // In the order of the rows' own keys, which no engine changes behind a test's back.
 QStringList Escenario::Tablas() const
 {
-    const auto otro = base->Otro();
+    const auto otro = base.Otro();
     QStringList todo;
     for (const char *tabla : {"Tipo_Equipo_Parte", "Plan_Mantenimiento", "Plan_Mantenimiento_Detalle", "Tipo_Equipo",
                               "Producto", "Tipo_Gasto", "Bitacora", "Registro_Cambio"}) {
@@ -62,17 +61,15 @@ QStringList Escenario::Tablas() const
 
 QString Escenario::PlanDe(const QString &sql) const
 {
-    const auto otro = base->Otro();
-    QStringList renglones;
-    for (const QString &sentencia : base->Examen(sql))
-        for (QSqlQuery consulta = otro->Correr(sentencia); consulta.next();)
-            renglones.append(consulta.value(consulta.record().count() - 1).toString());
-    return renglones.join(QLatin1Char('\n'));
+    const auto otro = base.Otro();
+    if (::Motor::EnServidor())
+        otro->Correr("SET enable_seqscan = off");
+    return otro->Filas((::Motor::EnServidor() ? "EXPLAIN (COSTS OFF) " : "EXPLAIN QUERY PLAN ") + sql).join('\n');
 }
 
 bool Escenario::SoloPorIndice(const QString &plan) const
 {
-    if (base->EsPostgres())
+    if (::Motor::EnServidor())
         return plan.contains("Index") && !plan.contains("Seq Scan") && !plan.contains("Sort");
     return plan.contains("INDEX") && !plan.contains("SCAN") && !plan.contains("TEMP B-TREE");
 }
@@ -119,7 +116,7 @@ void Escenario::CerrarPantalla()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-QStringList Escenario::Traza()
+QStringList Escenario::Traza(bool entera)
 {
     QFile archivo(carpeta.filePath("traza"));
     if (!archivo.open(QIODevice::ReadOnly) || !archivo.seek(leido))
@@ -127,10 +124,9 @@ QStringList Escenario::Traza()
     const QString texto = QString::fromUtf8(archivo.readAll());
     leido = archivo.pos();
     QStringList renglones = texto.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    renglones.removeIf([](const QString &renglon) {
-        return renglon.contains("Formato_Clave") || renglon.contains("FROM Consulta") || renglon.contains("AS Ultimo")
-               || renglon.contains("AS Hay");
-    });
+    static const QRegularExpression propias("Formato_Clave|FROM Consulta|AS Ultimo|AS Hay");
+    if (!entera)
+        renglones.removeIf([](const QString &renglon) { return renglon.contains(propias); });
     return renglones;
 }
 
@@ -147,7 +143,7 @@ DiscoLleno::~DiscoLleno()
     signal(SIGXFSZ, senal);
 }
 
-void EnElDialogo(const std::function<void(QWidget &)> &pasos)
+QTimer *EnElDialogo(const std::function<void(QWidget &)> &pasos)
 {
     auto *espera = new QTimer(qApp);
     QObject::connect(espera, &QTimer::timeout, espera, [espera, pasos] {
@@ -161,4 +157,5 @@ void EnElDialogo(const std::function<void(QWidget &)> &pasos)
             dialogo->close();
     });
     espera->start(1);
+    return espera;
 }

@@ -7,6 +7,7 @@
 
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 #include <sys/resource.h>
@@ -17,14 +18,14 @@ class Escenario
 {
 public:
     explicit Escenario(bool conEjemplos = false);
-    // On a file that a test of another process made, traced where that process's environment says.
+    // On a database of the server that another process's test made.
     explicit Escenario(const QString &baseAjena);
     ~Escenario();
 
     // A file beside the database's own.
     QString Ruta(const QString &nombre) const { return carpeta.filePath(nombre); }
-    const ::Motor &Base() const { return *base; }
-    QString Archivo() const { return base->Archivo(); }
+    const ::Motor &Base() const { return base; }
+    QString Archivo() const { return base.Archivo(); }
     PersonasDePrueba &Personas() const { return *personas; }
     QDateTime ahora = QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53));
 
@@ -56,15 +57,15 @@ public:
         return En<Control>(*pantalla, nombre);
     }
 
-    // The statements since the last call, with their marks ("-" transaction, "!" failed, else the rows), without the
-    // host's own look-ups.
-    QStringList Traza();
+    // The statements since the last call, with their marks ("-" transaction, "!" failed, else the rows); the host's own
+    // look-ups only in the whole trace.
+    QStringList Traza(bool entera = false);
 
 private:
     void Entrar();
 
     QTemporaryDir carpeta;
-    std::unique_ptr<::Motor> base;
+    ::Motor base;
     PersonasDePrueba *personas;
     std::unique_ptr<qvx::Sesion> sesion;
     std::unique_ptr<QWidget> ventana;
@@ -85,8 +86,9 @@ private:
     void (*senal)(int);
 };
 
-// Does something in the next modal form, as soon as it is active, and closes it if the steps did not.
-void EnElDialogo(const std::function<void(QWidget &)> &pasos);
+// Does something in the next modal form, as soon as it is active, and closes it if the steps did not. What waits for
+// it.
+QTimer *EnElDialogo(const std::function<void(QWidget &)> &pasos);
 
 #define PRUEBA_MAIN(Clase)                                                                                             \
     int main(int argc, char **argv)                                                                                    \

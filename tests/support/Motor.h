@@ -6,6 +6,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <memory>
 
 // Another program's connection to the same database, with every right.
@@ -26,31 +27,26 @@ private:
 class Motor
 {
 public:
-    static std::unique_ptr<Motor> Nuevo(bool conEjemplos);
-    static bool EnServidor();
-    // One that another process made: its file, or the name of the database on the server.
-    static std::unique_ptr<Motor> DeArchivo(const QString &archivo);
-    virtual ~Motor() = default;
+    explicit Motor(bool conEjemplos);
+    // The database of that name on the server, which another process made.
+    explicit Motor(const QString &ajena) : nombre(ajena) {}
+    ~Motor();
+    Motor(const Motor &) = delete;
+    Motor &operator=(const Motor &) = delete;
 
     // As the application opens it, signed in as mlopez.
-    virtual std::unique_ptr<qvx::Conexion> Abrir() const = 0;
-    virtual std::unique_ptr<OtroPrograma> Otro() const = 0;
+    std::unique_ptr<qvx::Conexion> Abrir() const;
+    std::unique_ptr<OtroPrograma> Otro() const;
     // What "quorvex" is told on its command line to open it.
-    virtual QStringList Argumentos() const = 0;
-    virtual bool EsPostgres() const = 0;
-    // The embedded engine's file, "" on the server.
-    virtual QString Archivo() const { return {}; }
+    QStringList Argumentos() const;
+    static bool EnServidor();
+    // The embedded engine's file.
+    QString Archivo() const { return nombre; }
 
-    // Statements of the engine's own: one that makes the event ("INSERT ON Producto", "BEFORE" it) fail with the text
-    // "falla" where the condition on NEW and OLD holds; or, when it is to be omitted, pass over the row without a word.
-    virtual QStringList Falla(const QString &cuando, const QString &suceso, const QString &condicion,
-                              bool omitida) const = 0;
-    virtual QStringList SinFalla() const = 0;
-    // Holds every plan, as one in the middle of a change does.
-    virtual QStringList Ocupacion() const = 0;
-    // Lets every change of a plan through, and keeps it from being committed while the connection is there or until
-    // SinFalla.
-    virtual QStringList SinConfirmacion() const = 0;
-    // The query that answers how a statement would find its rows.
-    virtual QStringList Examen(const QString &sql) const = 0;
+private:
+    void HacerEnServidor(bool conEjemplos);
+
+    QTemporaryDir carpeta;
+    QString nombre; // of the file, or of the database on the server
+    bool propia = false;
 };

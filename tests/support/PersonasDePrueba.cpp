@@ -12,8 +12,6 @@ int PersonasDePrueba::Mensaje(const qvx::Aviso &aviso)
     if ((aviso.estilo & 0xF) == 0)
         return qvx::mensaje::Aceptar;
     if (respuestas.isEmpty() || respuestas.constFirst().identificador != aviso.identificador) {
-        if (permanentes.contains(aviso.identificador))
-            return permanentes.value(aviso.identificador);
         QTest::qFail(qPrintable("Pregunta imprevista: " + avisos.constLast()), __FILE__, __LINE__);
         return qvx::mensaje::Cancelar;
     }
@@ -65,11 +63,6 @@ QStringList PersonasDePrueba::Tomar()
     ventanas.clear();
     detalles.clear();
     return std::exchange(avisos, {});
-}
-
-void PersonasDePrueba::ResponderSiempre(int identificador, int respuesta)
-{
-    permanentes.insert("ERR-ID:" + QString::number(identificador), respuesta);
 }
 
 void PersonasDePrueba::Descartar()

@@ -2,7 +2,6 @@
 
 #include "session/Interaccion.h"
 
-#include <QHash>
 #include <QList>
 #include <QStringList>
 #include <functional>
@@ -32,8 +31,6 @@ public:
     QStringList
         dialogos; // file dialogs so far, as "guardar|título|filtro|archivo|carpeta" ("abrir" first for an open dialog)
 
-    // Every question with this identifier that no other answer waits for gets this one.
-    void ResponderSiempre(int identificador, int respuesta);
     // Forgets the answers that were not used.
     void Descartar();
     // Fails the test when an answer was not used.
@@ -47,7 +44,6 @@ private:
     };
     QStringList avisos;
     QList<Respuesta> respuestas;
-    QHash<QString, int> permanentes;
     QList<QPair<QString, QString>> elecciones;
     QStringList archivos;
 };

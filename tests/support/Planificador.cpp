@@ -5,9 +5,7 @@
 #include "controls/ssTbQvx.h"
 #include "controls/txtQVX.h"
 
-#include <QDragEnterEvent>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QTimer>
 #include <QTreeWidgetItemIterator>
 
@@ -31,19 +29,9 @@ ListView &Planificador::Lista() const
     return escenario.De<ListView>("lvServicios");
 }
 
-QWidget &Planificador::Barra() const
-{
-    return escenario.De<QWidget>("Controles");
-}
-
 void Planificador::ElegirTipo(const QString &tipo)
 {
     Escribir(escenario.De<txtQVX>("txtTipoEquipo"), tipo);
-}
-
-void Planificador::Releer()
-{
-    Intentar([&] { QTest::keyClick(&Arbol(), Qt::Key_F5); });
 }
 
 QStringList Planificador::Nodos(bool retirados) const
@@ -55,20 +43,6 @@ QStringList Planificador::Nodos(bool retirados) const
             claves.append(nodo->Key());
     }
     return claves;
-}
-
-bool Planificador::TieneHijas(const QString &nodo) const
-{
-    return Arbol().Item(nodo)->childCount() > 0;
-}
-
-QStringList Planificador::Servicios(const QString &nodo)
-{
-    ElegirNodo(Arbol(), nodo);
-    QStringList folios;
-    for (int i = 0; i < Lista().Count(); ++i)
-        folios.append(Lista().Texto(i));
-    return folios;
 }
 
 // Answers that a failed attempt never asked for are not kept for another one.
@@ -83,91 +57,60 @@ void Planificador::Intentar(const std::function<void()> &paso)
     } while (intento.otraVez && intento.otraVez());
 }
 
-void Planificador::EnLaForma(const std::function<void()> &abrir, const Pasos &pasos)
+// Fills the form that a step opens and accepts it: the text of its key box when that closed it.
+QString Planificador::EnLaForma(const std::function<void()> &abrir, const Pasos &llenar, const QString &barra,
+                                const QString &clave)
 {
-    QTimer espera;
-    QObject::connect(&espera, &QTimer::timeout, &espera, [&] {
-        QWidget *dialogo = QApplication::activeModalWidget();
-        if (!dialogo || !dialogo->isActiveWindow())
-            return;
-        espera.stop();
-        pasos(*dialogo);
-        if (dialogo == QApplication::activeModalWidget())
-            dialogo->close();
+    QString guardada;
+    const QPointer<QTimer> espera = EnElDialogo([&](QWidget &forma) {
+        llenar(forma);
+        Intentar([&] { Pulsar(escenario.En<QWidget>(forma, barra), "Aceptar"); });
+        guardada = forma.isVisible() ? QString() : escenario.En<txtQVX>(forma, clave).Text();
     });
-    espera.start(1);
     abrir();
+    delete espera;                      // what was to be opened is no longer there
     Arbol().window()->activateWindow(); // as a window manager does
     if (!QTest::qWaitForWindowActive(Arbol().window()))
         qFatal("La pantalla no volvió a activarse");
+    return guardada;
 }
 
-// Accepts a form: the text of its key box when that closed it.
-QString Planificador::Guardar(QWidget &dialogo, const QString &barra, const QString &clave)
+QString Planificador::EnLaParte(const QString &nodo, const QString &boton, const QString &descripcion)
 {
-    Intentar([&] { Pulsar(escenario.En<QWidget>(dialogo, barra), "Aceptar"); });
-    return dialogo.isVisible() ? QString() : escenario.En<txtQVX>(dialogo, clave).Text();
-}
-
-QString Planificador::EnLaParte(const QString &nodo, const QString &comando, const QString &descripcion)
-{
-    QString clave;
     ElegirNodo(Arbol(), nodo);
-    EnLaForma([&] { Pulsar(Barra(), comando); },
-              [&](QWidget &dialogo) {
-                  Escribir(escenario.En<txtQVX>(dialogo, "txtTexto"), descripcion);
-                  clave = Guardar(dialogo, "Controles", "txtClave");
-              });
-    return clave;
-}
-
-QString Planificador::NuevaParte(const QString &nodo, const QString &descripcion)
-{
-    return EnLaParte(nodo, "Nuevo", descripcion);
-}
-
-bool Planificador::EditarParte(const QString &nodo, const QString &descripcion)
-{
-    return !EnLaParte(nodo, "Editar", descripcion).isEmpty();
+    return EnLaForma([&] { Pulsar(escenario.De<QWidget>("Controles"), boton); },
+                     [&](QWidget &forma) { Escribir(escenario.En<txtQVX>(forma, "txtTexto"), descripcion); },
+                     "Controles", "txtClave");
 }
 
 QString Planificador::NuevoServicio(const QString &nodo, const QString &precio)
 {
-    QString folio;
     ElegirNodo(Arbol(), nodo);
-    EnLaForma([&] { Pulsar(Barra(), "B2"); },
-              [&](QWidget &editor) {
-                  LlenarServicio(escenario, editor);
-                  Escribir(escenario.En<txtQVX>(editor, "txtPrecio"), precio);
-                  folio = Guardar(editor, "Controles1", "txtID");
-              });
-    return folio;
+    const auto llenar = [&](QWidget &editor) {
+        LlenarServicio(escenario, editor);
+        Escribir(escenario.En<txtQVX>(editor, "txtPrecio"), precio);
+    };
+    return EnLaForma([&] { Pulsar(escenario.De<QWidget>("Controles"), "B2"); }, llenar, "Controles1", "txtID");
 }
 
-// Nothing is chosen when the service is not in the list.
-void Planificador::ElegirServicio(const QString &nodo, const QString &folio)
+QString Planificador::CambiarServicio(const QString &nodo, const QString &folio, const QString &precio)
 {
-    const auto fila = Servicios(nodo).indexOf(folio);
-    if (fila < 0)
-        return;
-    const QPoint punto = Lista().visualItemRect(Lista().topLevelItem(static_cast<int>(fila))).center();
-    Lista().setFocus();
-    QTest::mouseClick(Lista().viewport(), Qt::LeftButton, {}, punto);
-}
-
-bool Planificador::CambiarServicio(const QString &nodo, const QString &folio, const QString &precio)
-{
-    bool guardado = false;
     ElegirServicio(nodo, folio);
     const auto abrir = [&] {
         if (auto *elegido = Lista().currentItem())
             QTest::mouseDClick(Lista().viewport(), Qt::LeftButton, {}, Lista().visualItemRect(elegido).center());
     };
-    EnLaForma(abrir, [&](QWidget &editor) {
-        Escribir(escenario.En<txtQVX>(editor, "txtPrecio"), precio);
-        guardado = !Guardar(editor, "Controles1", "txtID").isEmpty();
-    });
-    return guardado;
+    const auto llenar = [&](QWidget &editor) { Escribir(escenario.En<txtQVX>(editor, "txtPrecio"), precio); };
+    return EnLaForma(abrir, llenar, "Controles1", "txtID");
+}
+
+// Nothing is chosen when the service is not in the list.
+void Planificador::ElegirServicio(const QString &nodo, const QString &folio)
+{
+    ElegirNodo(Arbol(), nodo);
+    Lista().setFocus();
+    for (QTreeWidgetItem *fila : Lista().findItems(folio, Qt::MatchExactly))
+        QTest::mouseClick(Lista().viewport(), Qt::LeftButton, {}, Lista().visualItemRect(fila).center());
 }
 
 void Planificador::EliminarServicio(const QString &nodo, const QString &folio)
@@ -179,34 +122,41 @@ void Planificador::EliminarServicio(const QString &nodo, const QString &folio)
     });
 }
 
-void Planificador::Mandar(const QString &nodo, const QString &comando)
-{
-    ElegirNodo(Arbol(), nodo);
-    Intentar([&] { Pulsar(Barra(), comando); });
-}
-
-void Planificador::Retirar(const QString &nodo)
-{
-    Mandar(nodo, "Eliminar");
-}
-
-void Planificador::Reactivar(const QString &nodo)
+void Planificador::Mandar(const QString &nodo, const QString &boton, int pregunta, int respuesta)
 {
     ElegirNodo(Arbol(), nodo);
     Intentar([&] {
-        escenario.Personas().Responder(7500045, qvx::mensaje::Aceptar);
-        Pulsar(Barra(), "Reactivar");
+        if (pregunta != 0)
+            escenario.Personas().Responder(pregunta, respuesta);
+        Pulsar(escenario.De<QWidget>("Controles"), boton);
     });
 }
 
-void Planificador::EliminarParte(const QString &nodo, const std::function<void()> &alPreguntar)
+// These are offered while no part is chosen.
+void Planificador::Copiar(const QString &tipo)
 {
-    ElegirNodo(Arbol(), nodo);
-    const int pregunta = Arbol().Item(nodo)->childCount() > 0 ? 7500046 : 7500047;
+    ElegirNodo(Arbol(), "N0000");
     Intentar([&] {
-        escenario.Personas().Responder(pregunta, qvx::mensaje::Si, alPreguntar);
-        Pulsar(Barra(), "B1");
+        escenario.Personas().Elegir("TIPO_EQUIPO", tipo);
+        escenario.Personas().Responder(7500049, qvx::mensaje::Si);
+        Pulsar(escenario.De<QWidget>("Controles"), "B3");
     });
+}
+
+void Planificador::Importar(const QString &ruta)
+{
+    ElegirNodo(Arbol(), "N0000");
+    Intentar([&] {
+        escenario.Personas().DarArchivo(ruta);
+        escenario.Personas().Responder(7500048, qvx::mensaje::Si);
+        Pulsar(escenario.De<QWidget>("Controles"), "B2");
+    });
+}
+
+void Planificador::Exportar(const QString &ruta)
+{
+    escenario.Personas().DarArchivo(ruta);
+    Mandar("N0000", "B1");
 }
 
 void Planificador::Rotular(const QString &nodo, const QString &descripcion)
@@ -224,51 +174,14 @@ void Planificador::Rotular(const QString &nodo, const QString &descripcion)
 
 void Planificador::Mover(const QString &nodo, const QString &folio, const QString &destino)
 {
-    Arbol().expandAll();
-    ElegirServicio(nodo, folio);
+    ElegirNodo(Arbol(), nodo);
     Intentar([&] {
-        QString folios;
-        Q_EMIT Lista().OLEStartDrag(folios);
-        QMimeData datos;
-        datos.setText(folios);
-        Arbol().EnsureVisible(Arbol().Item(destino));
-        const QPoint punto = Arbol().visualItemRect(Arbol().Item(destino)).center();
-        QDragEnterEvent entra(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(Arbol().viewport(), &entra);
-        QDragMoveEvent pasa(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(Arbol().viewport(), &pasa);
-        QDropEvent cae(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(Arbol().viewport(), &cae);
-    });
-}
-
-void Planificador::Copiar(const QString &tipo)
-{
-    ElegirNodo(Arbol(), "N0000");
-    Intentar([&] {
-        escenario.Personas().Elegir("TIPO_EQUIPO", tipo);
-        escenario.Personas().Responder(7500049, qvx::mensaje::Si);
-        Pulsar(Barra(), "B3");
-    });
-}
-
-// Offered while no part is chosen.
-void Planificador::Importar(const QString &ruta)
-{
-    ElegirNodo(Arbol(), "N0000");
-    Intentar([&] {
-        escenario.Personas().DarArchivo(ruta);
-        escenario.Personas().Responder(7500048, qvx::mensaje::Si);
-        Pulsar(Barra(), "B2");
-    });
-}
-
-void Planificador::Exportar(const QString &ruta)
-{
-    ElegirNodo(Arbol(), "N0000");
-    Intentar([&] {
-        escenario.Personas().DarArchivo(ruta);
-        Pulsar(Barra(), "B1");
+        const auto soltar = [&] { // in an event, as every drop
+            Arbol().setDropHighlight(Arbol().Item(destino));
+            Q_EMIT Arbol().OLEDragDrop(folio);
+        };
+        QTimer::singleShot(0, &Arbol(), soltar);
+        QCoreApplication::processEvents();
     });
 }
 

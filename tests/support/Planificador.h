@@ -21,26 +21,18 @@ public:
     explicit Planificador(Escenario &escenario_, Intento intento_ = {});
 
     void ElegirTipo(const QString &tipo);
-    void Releer(); // F5
     // The keys of the parts in the tree, with "N" before, without the root; retired ones or the others.
     QStringList Nodos(bool retirados) const;
-    bool TieneHijas(const QString &nodo) const;
-    // The services in the list of a part.
-    QStringList Servicios(const QString &nodo);
 
-    // The key under which the new part or service was saved, "" when the form was still open at the end: then it is
-    // closed.
-    QString NuevaParte(const QString &nodo, const QString &descripcion);
+    // The key under which the part or service was saved, "" when the form was still open at the end: then it is closed.
+    QString EnLaParte(const QString &nodo, const QString &boton, const QString &descripcion);
     QString NuevoServicio(const QString &nodo, const QString &precio);
-    // Whether the form closed itself.
-    bool EditarParte(const QString &nodo, const QString &descripcion);
-    bool CambiarServicio(const QString &nodo, const QString &folio, const QString &precio);
-    void Rotular(const QString &nodo, const QString &descripcion);
-    void Retirar(const QString &nodo);
-    void Reactivar(const QString &nodo);
-    void EliminarParte(const QString &nodo, const std::function<void()> &alPreguntar = {});
+    QString CambiarServicio(const QString &nodo, const QString &folio, const QString &precio);
     void EliminarServicio(const QString &nodo, const QString &folio);
     void Mover(const QString &nodo, const QString &folio, const QString &destino);
+    void Rotular(const QString &nodo, const QString &descripcion);
+    // Presses a button of the toolbar, and agrees to its question.
+    void Mandar(const QString &nodo, const QString &boton, int pregunta = 0, int respuesta = qvx::mensaje::Si);
     void Copiar(const QString &tipo);
     void Importar(const QString &ruta);
     void Exportar(const QString &ruta);
@@ -50,13 +42,10 @@ private:
 
     comunesQVX::TreeView &Arbol() const;
     comunesQVX::ListView &Lista() const;
-    QWidget &Barra() const;
-    void Mandar(const QString &nodo, const QString &comando);
     void Intentar(const std::function<void()> &paso);
     void ElegirServicio(const QString &nodo, const QString &folio);
-    void EnLaForma(const std::function<void()> &abrir, const Pasos &pasos);
-    QString EnLaParte(const QString &nodo, const QString &comando, const QString &descripcion);
-    QString Guardar(QWidget &dialogo, const QString &barra, const QString &clave);
+    QString EnLaForma(const std::function<void()> &abrir, const Pasos &llenar, const QString &barra,
+                      const QString &clave);
 
     Escenario &escenario;
     Intento intento;

@@ -1,7 +1,22 @@
 #include "support/Procesos.h"
 
 #include <QFile>
+#include <QProcess>
 #include <QTest>
+
+QString Quorvex(const QStringList &argumentos)
+{
+    QProcess programa;
+    auto entorno = QProcessEnvironment::systemEnvironment();
+    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        entorno.remove(variable);
+    programa.setProcessEnvironment(entorno);
+    programa.setProcessChannelMode(QProcess::MergedChannels);
+    programa.start(PROGRAMA_QUORVEX, argumentos);
+    if (!programa.waitForFinished(60000))
+        qFatal("quorvex no termina");
+    return QString::number(programa.exitCode()) + QString::fromUtf8(programa.readAll());
+}
 
 void Encontrarse(const QString &listo, const QString &seguir)
 {
@@ -9,11 +24,6 @@ void Encontrarse(const QString &listo, const QString &seguir)
         qFatal("No se pudo hacer %s", qPrintable(listo));
     while (!QFile::exists(seguir))
         QTest::qWait(10);
-}
-
-bool Termino(QProcess &proceso, int milisegundos)
-{
-    return proceso.state() == QProcess::NotRunning || proceso.waitForFinished(milisegundos);
 }
 
 void AnotarResultado(const QStringList &campos)
