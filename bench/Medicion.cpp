@@ -27,13 +27,16 @@ double Milisegundos(const std::function<void()> &pasos)
 Medida Medir(const Trabajo &trabajo, int rondas, bool sinCrudo)
 {
     constexpr double Corto = 5'000;
+    constexpr qint64 Poco = 3'000;
     constexpr qint64 Bastante = 30'000;
     const std::function<double()> crudo = sinCrudo ? [] { return 0.0; } : trabajo.crudo;
     std::vector<double> nuestros;
     std::vector<double> crudos;
     QElapsedTimer reloj;
     reloj.start();
-    for (int ronda = 0; ronda <= rondas && (nuestros.empty() || reloj.elapsed() < Bastante); ++ronda) {
+    for (int ronda = 0; ronda <= rondas || reloj.elapsed() < Poco; ++ronda) {
+        if (!nuestros.empty() && reloj.elapsed() >= Bastante)
+            break;
         const bool primero = ronda % 2 == 0;
         const double antes = primero ? trabajo.nuestro() : crudo();
         const double despues = primero ? crudo() : trabajo.nuestro();

@@ -21,6 +21,6 @@ struct Medida {
 
 double Milisegundos(const std::function<void()> &pasos);
 
-// Runs both, one after the other and in changing order, at most that many rounds and no new one after half a minute.
-// The first round of a short job only warms up. sinCrudo: the component alone.
+// Runs both, one after the other and in changing order, that many rounds: more of them until three seconds have passed,
+// and no new one after half a minute. The first round of a short job only warms up. sinCrudo: the component alone.
 Medida Medir(const Trabajo &trabajo, int rondas, bool sinCrudo);
