@@ -2,7 +2,7 @@
 
 #include "component/IPantalla.h"
 #include "data/ErrorEjecucion.h"
-#include "session/Registro.h"
+#include "system/Registro.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

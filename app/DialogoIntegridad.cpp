@@ -161,7 +161,7 @@ void DialogoIntegridad::Corregir()
     QList<qvx::Correccion> correcciones;
     for (const int fila : seleccionadas)
         correcciones.append(filas.at(fila));
-    const qvx::Corregidos corregidos = qvx::CorregirSueltos(correcciones);
+    const qvx::Corregidos corregidos = qvx::CorregirSueltos(Base(), qvx::Sesion::Actual().Firmante(), correcciones);
     huboCambios = huboCambios || corregidos.partes + corregidos.servicios > 0;
     tipoOfrecido.clear(); // a corrected part is offered from now on
     Buscar();

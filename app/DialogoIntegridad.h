@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/Integridad.h"
+#include "plan/Integridad.h"
 
 #include <QDialog>
 #include <memory>

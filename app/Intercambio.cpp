@@ -10,7 +10,7 @@
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "session/Sesion.h"
-#include "session/UnidadC.h"
+#include "system/UnidadC.h"
 #include "xml/EsquemaXml.h"
 
 #include <QAction>

@@ -6,8 +6,8 @@
 #include "controls/InteraccionQt.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
+#include "plan/Integridad.h"
 #include "session/Aplicacion.h"
-#include "session/Integridad.h"
 #include "session/Sesion.h"
 
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 #include "bench/Trabajos.h"
 
 #include "component/Esquema.h"
-#include "session/UnidadC.h"
+#include "system/UnidadC.h"
 
 #include <QAction>
 #include <QApplication>

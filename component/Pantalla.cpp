@@ -2,7 +2,7 @@
 #include "component/Publico.h"
 #include "data/ErrorEjecucion.h"
 #include "frmKT580/frmKT580.h"
-#include "session/Registro.h"
+#include "system/Registro.h"
 
 #include <QFile>
 #include <QLoggingCategory>

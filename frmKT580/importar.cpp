@@ -11,7 +11,7 @@
 #include "data/Conexion.h"
 #include "data/Texto.h"
 #include "frmKT580/frmKT580.h"
-#include "session/UnidadC.h"
+#include "system/UnidadC.h"
 #include "ui_frmKT580.h"
 #include "xml/EsquemaXml.h"
 

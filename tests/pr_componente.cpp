@@ -1,7 +1,7 @@
 #include "component/IPantalla.h"
 #include "data/ErrorEjecucion.h"
-#include "session/Registro.h"
 #include "support/Escenario.h"
+#include "system/Registro.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -126,7 +126,8 @@ void PrIntegridad::corregidoPorOtro()
              "UPDATE Tipo_Equipo_Parte SET Tep_Padre = '0005' WHERE Tep_ID IN ('0011', '0013');"
              "DELETE FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0902'");
     const QStringList antes = escenario->Tablas();
-    const auto corregidos = qvx::CorregirSueltos(todos);
+    const auto corregidos =
+        qvx::CorregirSueltos(qvx::Sesion::Actual().Conexion(), qvx::Sesion::Actual().Firmante(), todos);
     QCOMPARE(corregidos.partes + corregidos.servicios, 0);
     QCOMPARE(escenario->Tablas(), antes);
 }

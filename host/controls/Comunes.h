@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/EntradaPendiente.h"
+#include "session/Lista.h"
 
 #include <QHash>
 #include <QIcon>
@@ -142,7 +143,7 @@ private:
 };
 
 // A list of rows of texts; operations on a row take its first column as the key.
-class ListView : public QTreeWidget
+class ListView : public QTreeWidget, public qvx::Lista
 {
     Q_OBJECT
     Q_PROPERTY(int OLEDragMode READ ModoArrastre WRITE setModoArrastre)
@@ -152,7 +153,7 @@ public:
 
     void AgregarColumna(const QString &titulo, Qt::Alignment alineacion, int ancho);
     void Clear();
-    void AgregarFila(const QStringList &textos);
+    void AgregarFila(const QStringList &textos) override;
     int Count() const { return topLevelItemCount(); }
     QString Texto(int fila, int columna = 0) const;
     bool Seleccionada(int fila) const;

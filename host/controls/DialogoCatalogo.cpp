@@ -1,7 +1,8 @@
 #include "controls/DialogoCatalogo.h"
 
 #include "data/ErrorEjecucion.h"
-#include "session/Catalogos.h"
+#include "plan/Catalogos.h"
+#include "session/Sesion.h"
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
@@ -91,7 +92,7 @@ void DialogoCatalogo::Llenar()
 {
     lvEntradas->clear();
     const QString texto = txtBuscar->text().trimmed();
-    auto entradas = BuscarEntradas(catalogo, texto, filtro, maximo == 0 ? 0 : maximo + 1);
+    auto entradas = BuscarEntradas(Sesion::Actual().Conexion(), catalogo, texto, filtro, maximo == 0 ? 0 : maximo + 1);
     const bool cortada = maximo > 0 && entradas.size() > maximo;
     if (cortada)
         entradas.removeLast();

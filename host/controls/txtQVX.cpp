@@ -4,7 +4,7 @@
 #include "controls/ValidadorNumero.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
-#include "session/Catalogos.h"
+#include "plan/Catalogos.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
 #include "session/Sistema.h"
@@ -160,7 +160,9 @@ void txtQVX::LlenarDescripcion()
     if (catalogo.isEmpty())
         return;
     try {
-        PonerDescripcion(Text().isEmpty() ? QString() : qvx::DescripcionDeCatalogo(catalogo, Text()));
+        PonerDescripcion(Text().isEmpty()
+                             ? QString()
+                             : qvx::DescripcionDeCatalogo(qvx::Sesion::Actual().Conexion(), catalogo, Text()));
     } catch (const qvx::ErrorEjecucion &error) {
         PonerDescripcion({});
         Avisar(error);

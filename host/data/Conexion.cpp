@@ -20,9 +20,8 @@ namespace
 
 constexpr int MaximoPreparadas = 256;
 
-// SQLSTATE of a transaction whose outcome is unknown, and of a lock that was not given in time.
+// SQLSTATE of a transaction whose outcome is unknown; no engine says it by itself.
 const QString DesenlaceDesconocido = "08007";
-const QString NoSeDio = "55P03";
 
 QString EnUnRenglon(QString sql)
 {
@@ -31,8 +30,9 @@ QString EnUnRenglon(QString sql)
 
 } // namespace
 
-Conexion::Conexion(const QSqlDatabase &base_, std::unique_ptr<Dialecto> dialecto_, const QString &archivoTraza)
-    : base(base_), dialecto(std::move(dialecto_))
+Conexion::Conexion(const QSqlDatabase &base_, std::unique_ptr<Dialecto> dialecto_, std::unique_ptr<Reglas> reglas_,
+                   const QString &archivoTraza)
+    : base(base_), dialecto(std::move(dialecto_)), reglas(std::move(reglas_)), reserva(dialecto->Reservas())
 {
     if (archivoTraza.isEmpty())
         return;
@@ -62,14 +62,15 @@ Recordset Conexion::Execute(const QString &sql)
         if (sentencia.sinCerrar)
             MostrarAlMotor(sql);
         const auto preparada = Preparar(sentencia.forma, sql);
-        RevisarTipoDeEquipo(sentencia, preparada->tiposIgualados, sql);
-        if (estado == Estado::Abierta)
-            for (const int lugar : preparada->tiposApartados)
-                Apartar(sentencia.valores.value(lugar).toString());
+        if (!sentencia.lectura)
+            reglas->RevisarIguales(preparada->conocida, sentencia, sql);
+        if (estado == Estado::Abierta && reserva)
+            for (const int lugar : preparada->conocida.reservas)
+                Reservar(SinBlancosAlFinal(sentencia.valores.value(lugar).toString()));
         for (int i = 0; i < sentencia.valores.size(); ++i)
             preparada->consulta.bindValue(i, sentencia.valores.at(i));
         if (!preparada->consulta.exec())
-            Fallar(preparada->consulta.lastError(), sql, estado == Estado::Libre && !sentencia.lectura);
+            Rechazar(preparada->consulta.lastError(), sql, estado == Estado::Libre && !sentencia.lectura);
         return Leer(*preparada, sql);
     } catch (const ErrorEjecucion &error) {
         Anotar("!", sql + "  <" + error.Descripcion() + ">");
@@ -88,15 +89,15 @@ std::shared_ptr<Conexion::Preparada> Conexion::Preparar(const QString &forma, co
     const auto hallada = preparadas.find(forma);
     if (hallada != preparadas.end())
         return *hallada;
-    if (!FormaPermitida(forma))
+    const Conocida conocida = reglas->Conocer(forma, dialecto->Funciones());
+    if (!conocida.permitida)
         MostrarAlMotor(sql);
     if (preparadas.size() >= MaximoPreparadas)
         preparadas.clear();
-    auto nueva = std::make_shared<Preparada>(
-        Preparada{QSqlQuery(base), nullptr, LiteralesDeTipoDeEquipo(forma), dialecto->TiposDeEquipo(forma)});
+    auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, conocida});
     nueva->consulta.setForwardOnly(dialecto->SoloHaciaAdelante());
     if (!nueva->consulta.prepare(dialecto->Reescribir(forma)))
-        Fallar(nueva->consulta.lastError(), sql);
+        Rechazar(nueva->consulta.lastError(), sql);
     preparadas.insert(forma, nueva);
     return nueva;
 }
@@ -129,11 +130,11 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
     const QSqlError error = consulta.lastError();
     consulta.finish();
     if (error.isValid())
-        Fallar(error, sql);
+        Rechazar(error, sql);
     Anotar(QString::number(filas), sql);
     resultado.campos = preparada.campos;
     resultado.valores = std::make_shared<const std::vector<QVariant>>(std::move(valores));
-    leidas.Anotar(resultado);
+    reglas->AlLeer(resultado);
     return resultado;
 }
 
@@ -154,7 +155,7 @@ void Conexion::AbrirLectura()
         return;
     QSqlQuery consulta(base);
     if (!consulta.exec(orden))
-        Fallar(consulta.lastError(), orden);
+        Rechazar(consulta.lastError(), orden);
     leyendo = true;
 }
 
@@ -176,36 +177,34 @@ void Conexion::SalirDeEvento()
     CerrarLectura();
 }
 
-// A transaction holds the plans that its statements name until it ends. What it reads of them stays so, the next keys
-// are its own, and the plan of a type is never written by two at once.
-void Conexion::Apartar(const QString &tipoEquipo)
+// What a transaction reads of what it keeps to itself stays so, the next keys are its own, and nobody else writes
+// there.
+void Conexion::Reservar(const QString &clave)
 {
-    const QString clave = SinBlancosAlFinal(tipoEquipo);
-    if (apartados.contains(clave))
+    if (reservadas.contains(clave))
         return;
-    const auto preguntar = [&](const QString &orden) {
-        QSqlQuery consulta(base);
-        consulta.prepare(orden);
-        consulta.bindValue(0, clave);
-        if (!consulta.exec())
-            Fallar(consulta.lastError(), orden);
-        return consulta.next() ? consulta.value(0) : QVariant();
-    };
-    const Dialecto::Apartado apartado = dialecto->Apartar();
-    if (!preguntar(apartado.intento).toBool()) {
-        const QString ocupante = preguntar(apartado.ocupante).toString();
+    if (!Preguntar(reserva->intento, clave).toBool()) {
+        const QString ocupante = Preguntar(reserva->ocupante, clave).toString();
         try {
-            preguntar(apartado.espera);
+            Preguntar(reserva->espera, clave);
         } catch (const ErrorEjecucion &error) {
-            if (!base.isOpen() || error.CodigoMotor() != NoSeDio || ocupante.isEmpty())
+            if (!base.isOpen() || !dialecto->SeAgotoLaEspera(error.CodigoMotor()) || ocupante.isEmpty())
                 throw;
-            throw ErrorEjecucion(errores::Datos,
-                                 ocupante + " está cambiando el plan del tipo de equipo " + clave
-                                     + " y no terminó en 10 segundos. Inténtelo de nuevo más tarde.",
-                                 error.Sentencia(), NoSeDio);
+            throw ErrorEjecucion(errores::Datos, reglas->Ocupado(ocupante, clave, reserva->segundos), error.Sentencia(),
+                                 error.CodigoMotor());
         }
     }
-    apartados.insert(clave);
+    reservadas.insert(clave);
+}
+
+QVariant Conexion::Preguntar(const QString &orden, const QString &clave)
+{
+    QSqlQuery consulta(base);
+    consulta.prepare(orden);
+    consulta.bindValue(0, clave);
+    if (!consulta.exec())
+        Rechazar(consulta.lastError(), orden);
+    return consulta.next() ? consulta.value(0) : QVariant();
 }
 
 // A text that is no statement never runs; the engine is only asked what is wrong with it.
@@ -213,7 +212,7 @@ void Conexion::MostrarAlMotor(const QString &sql)
 {
     const QSqlError error = dialecto->Examinar(base, sql);
     if (error.isValid())
-        Fallar(error, sql);
+        Rechazar(error, sql);
     throw ErrorEjecucion(errores::Datos, "La sentencia contiene un carácter inesperado", sql);
 }
 
@@ -223,7 +222,7 @@ void Conexion::BeginTrans()
         throw ErrorEjecucion(errores::Datos, "Ya hay una transacción abierta");
     Disponer(false);
     Ordenar(dialecto->InicioDeTransaccion());
-    apartados.clear();
+    reservadas.clear();
     estado = Estado::Abierta;
 }
 
@@ -266,7 +265,7 @@ void Conexion::Ordenar(const QString &orden)
     QSqlQuery consulta(base);
     if (!consulta.exec(orden)) {
         Anotar("!", orden + "  <" + dialecto->Explicar(consulta.lastError()) + ">");
-        Fallar(consulta.lastError(), orden, orden == "COMMIT");
+        Rechazar(consulta.lastError(), orden, orden == "COMMIT");
     }
     Anotar("-", orden);
 }
@@ -299,7 +298,7 @@ void Conexion::AsegurarAbierta()
 }
 
 // desenlaceIncierto: what failed may have been done all the same if the answer was lost on its way.
-void Conexion::Fallar(const QSqlError &error, const QString &sql, bool desenlaceIncierto)
+void Conexion::Rechazar(const QSqlError &error, const QString &sql, bool desenlaceIncierto)
 {
     const QString motivo = dialecto->Explicar(error);
     if (base.isOpen())

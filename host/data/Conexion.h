@@ -2,7 +2,7 @@
 
 #include "data/Dialecto.h"
 #include "data/Recordset.h"
-#include "data/Versiones.h"
+#include "data/Reglas.h"
 
 #include <QFile>
 #include <QHash>
@@ -11,6 +11,7 @@
 #include <QSqlQuery>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace qvx
 {
@@ -21,9 +22,9 @@ namespace qvx
 class Conexion
 {
 public:
-    // Takes an open database. Every statement is appended to the trace file ("" : none), one per line: row count,
-    // statement, transaction marks.
-    Conexion(const QSqlDatabase &base, std::unique_ptr<Dialecto> dialecto,
+    // Takes an open database, and whoever knows its tables. Every statement is appended to the trace file ("" : none),
+    // one per line: row count, statement, transaction marks.
+    Conexion(const QSqlDatabase &base, std::unique_ptr<Dialecto> dialecto, std::unique_ptr<Reglas> reglas,
              const QString &traza = qEnvironmentVariable("QVX_TRAZA"));
     ~Conexion();
     Conexion(const Conexion &) = delete;
@@ -41,7 +42,7 @@ public:
     void RollbackTrans();
 
     bool EnTransaccion() const { return estado != Estado::Libre; }
-    const Versiones &Leidas() const { return leidas; }
+    const Reglas &Conocedor() const { return *reglas; }
     // Takes back a transaction that its event left open, and logs it.
     void CerrarAbandonada();
 
@@ -56,13 +57,13 @@ private:
     struct Preparada {
         QSqlQuery consulta;
         std::shared_ptr<const QStringList> campos;
-        QList<int> tiposIgualados; // where equipment types stand among the literals: all that are compared or set,
-        QList<int> tiposApartados; // and those whose plan a transaction holds
+        Conocida conocida;
     };
 
     std::shared_ptr<Preparada> Preparar(const QString &forma, const QString &sql);
     Recordset Leer(Preparada &preparada, const QString &sql);
-    void Apartar(const QString &tipoEquipo);
+    void Reservar(const QString &clave);
+    QVariant Preguntar(const QString &orden, const QString &clave);
     void Disponer(bool lectura);
     void AbrirLectura();
     void CerrarLectura();
@@ -70,14 +71,15 @@ private:
     void Ordenar(const QString &orden);
     void Deshacer();
     void AsegurarAbierta();
-    [[noreturn]] void Fallar(const QSqlError &error, const QString &sql, bool desenlaceIncierto = false);
+    [[noreturn]] void Rechazar(const QSqlError &error, const QString &sql, bool desenlaceIncierto = false);
     void Anotar(const QString &marca, const QString &sql);
 
     QSqlDatabase base;
     std::unique_ptr<Dialecto> dialecto;
+    std::unique_ptr<Reglas> reglas;
     QHash<QString, std::shared_ptr<Preparada>> preparadas;
-    Versiones leidas;
-    QSet<QString> apartados; // equipment types that the transaction holds
+    std::optional<Dialecto::Reserva> reserva;
+    QSet<QString> reservadas; // keys of what the transaction keeps to itself
     QFile traza;
     Estado estado = Estado::Libre;
     int eventos = 0;

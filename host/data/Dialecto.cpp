@@ -94,6 +94,11 @@ QSqlError Dialecto::Examinar(QSqlDatabase &base, const QString &sql) const
     return consulta.prepare(sql) ? QSqlError() : consulta.lastError();
 }
 
+QStringList Dialecto::Funciones() const
+{
+    return {"MAX", "MIN", "COUNT", "SUM", "COALESCE", "NULLIF", "CAST", "UPPER", "LOWER", "TRIM", "RTRIM", "ROUND"};
+}
+
 bool Dialecto::SigueAbierta(const QSqlDatabase &base) const
 {
     return base.isOpen();

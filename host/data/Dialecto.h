@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QList>
 #include <QString>
+#include <QStringList>
 #include <memory>
+#include <optional>
 
 class QSqlDatabase;
 class QSqlError;
@@ -30,22 +31,26 @@ public:
     virtual bool SigueAbierta(const QSqlDatabase &base) const;
     // Whether the engine still has the transaction that was begun.
     virtual bool SigueEnTransaccion(const QSqlDatabase &base) const;
-    // Where among a shape's literals equipment types stand whose plan is held for this transaction alone; none where
-    // the engine has one writer at a time anyway.
-    virtual QList<int> TiposDeEquipo(const QString & /*forma*/) const { return {}; }
-    // The statements that hold one, each with a place for its key: holding it if nobody does, who does, and waiting for
-    // it as long as is reasonable.
-    struct Apartado {
+    // The functions that a query may call: they only read what they are given. Others wait, hold locks, change the
+    // session's settings, or never end.
+    virtual QStringList Funciones() const;
+    // The statements by which a transaction keeps what a key stands for to itself, each with a place for the key:
+    // keeping it if nobody does, who does, and waiting for it. None where the engine has one writer at a time anyway.
+    struct Reserva {
         QString intento;
         QString ocupante;
         QString espera;
+        int segundos = 0; // how long is waited
     };
-    virtual Apartado Apartar() const { return {}; }
+    virtual std::optional<Reserva> Reservas() const { return std::nullopt; }
+    // Whether an error of the engine's is that a wait ran out.
+    virtual bool SeAgotoLaEspera(const QString & /*codigo*/) const { return false; }
 };
 
 // The embedded engine.
 std::unique_ptr<Dialecto> DialectoSqlite();
-// The shared server.
+// The shared server. A session of it waits so long for a lock.
+constexpr int SegundosDeEspera = 10;
 std::unique_ptr<Dialecto> DialectoPostgres();
 
 // What all dialects rewrite: "DELETE tabla" and "alias = (SELECT ...)" in a select list.

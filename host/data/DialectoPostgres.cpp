@@ -1,7 +1,6 @@
 // The shared server's dialect. The server knows "dbo." functions itself.
 
 #include "data/Dialecto.h"
-#include "data/Lexico.h"
 #include "data/Libpq.h"
 
 #include <QRegularExpression>
@@ -31,14 +30,10 @@ QString PrimerRenglon(const QString &texto)
     return texto.section(QLatin1Char('\n'), 0, 0).remove(rotulo).remove(codigo).trimmed();
 }
 
-// Where the n-th value of a VALUES list stands among the literals, -1 when it is none.
-int LiteralDelValor(const QString &valores, qsizetype n)
-{
-    const QStringList partes = valores.split(QLatin1Char(','));
-    if (n >= partes.size() || !partes.at(n).contains(QLatin1Char('?')))
-        return -1;
-    return static_cast<int>(partes.mid(0, n).join(QString()).count(QLatin1Char('?')));
-}
+// Codes of the server.
+const QString NoSeDio = "55P03";
+const QString SinPermiso = "42501";
+const QString Interbloqueo = "40P01";
 
 class Postgres : public Dialecto
 {
@@ -55,12 +50,14 @@ public:
     QString Explicar(const QSqlError &error) const override
     {
         const QString codigo = error.nativeErrorCode();
-        if (codigo == "55P03")
-            return "Otra persona cambia los mismos datos y no terminó en 10 segundos. Inténtelo de nuevo más tarde.";
-        if (codigo == "42501")
+        if (codigo == NoSeDio)
+            return QString("Otra persona cambia los mismos datos y no terminó en %1 segundos. Inténtelo de nuevo más "
+                           "tarde.")
+                .arg(SegundosDeEspera);
+        if (codigo == SinPermiso)
             return "Su usuario del servidor no tiene permiso para esto. (" + PrimerRenglon(Dialecto::Explicar(error))
                    + ")";
-        if (codigo == "40P01")
+        if (codigo == Interbloqueo)
             return "Otra persona cambia los mismos planes al mismo tiempo. Inténtelo de nuevo.";
         return PrimerRenglon(Dialecto::Explicar(error));
     }
@@ -96,31 +93,22 @@ public:
         return LibreriaPq().PQtransactionStatus(Enlace(base)) == PQTRANS_INTRANS;
     }
 
-    QList<int> TiposDeEquipo(const QString &forma) const override
+    QStringList Funciones() const override
     {
-        static const QRegularExpression alta("^INSERT\\s+INTO\\s+\\w+\\s*\\(([^()]*)\\)\\s*VALUES\\s*\\(([^()]*)\\)",
-                                             QRegularExpression::CaseInsensitiveOption);
-        QList<int> lugares = LiteralesDeTipoDeEquipo(forma);
-        if (const auto hallada = alta.match(forma); hallada.hasMatch()) {
-            QStringList columnas = hallada.captured(1).split(QLatin1Char(','));
-            for (QString &columna : columnas)
-                columna = columna.trimmed().toLower();
-            const auto columna = columnas.indexOf("te_cve_tipo_equipo");
-            if (const int lugar = columna < 0 ? -1 : LiteralDelValor(hallada.captured(2), columna); lugar >= 0)
-                lugares.append(lugar);
-        }
-        return lugares;
+        return Dialecto::Funciones() + QStringList{"TIMESTAMP", "CLOCK_TIMESTAMP", "TRIM_SCALE"};
     }
 
-    Apartado Apartar() const override
+    std::optional<Reserva> Reservas() const override
     {
-        return {
+        return Reserva{
             "SELECT pg_try_advisory_xact_lock(580, hashtext(?))",
             "SELECT usename FROM pg_locks JOIN pg_stat_activity USING (pid) WHERE locktype = 'advisory' AND granted "
             "AND pg_locks.database = (SELECT oid FROM pg_database WHERE datname = current_database()) "
             "AND classid = 580 AND objid = CAST(CAST(hashtext(?) AS bit(32)) AS bigint)",
-            "SELECT pg_advisory_xact_lock(580, hashtext(?))"};
+            "SELECT pg_advisory_xact_lock(580, hashtext(?))", SegundosDeEspera};
     }
+
+    bool SeAgotoLaEspera(const QString &codigo) const override { return codigo == NoSeDio; }
 };
 
 } // namespace

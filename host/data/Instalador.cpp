@@ -3,6 +3,7 @@
 #include "data/BaseAbierta.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
+#include "plan/Formas.h"
 
 #include <QDir>
 #include <QFile>
@@ -140,7 +141,7 @@ std::unique_ptr<Conexion> AbrirBaseDeDatos(const QString &archivo, bool conEjemp
     RevisarQueSeEscribe(base);
     // In KiB. With the engine's own 2 MiB a plan of some 10,000 parts is read from the file again and again.
     base.Ejecutar("PRAGMA cache_size = -65536");
-    return std::make_unique<Conexion>(base.Entregar(), DialectoSqlite());
+    return std::make_unique<Conexion>(base.Entregar(), DialectoSqlite(), std::make_unique<Formas>());
 }
 
 } // namespace qvx

@@ -1,7 +1,6 @@
 #include "data/Lexico.h"
 
 #include "data/ErrorEjecucion.h"
-#include "data/Texto.h"
 
 #include <QRegularExpression>
 #include <utility>
@@ -156,68 +155,29 @@ private:
     Sentencia sentencia;
 };
 
-// Whether every parenthesis of a query belongs to a subquery or to a function that only reads what it is given. Others
-// wait, hold locks, change the session's settings, or never end.
-bool LlamadasPermitidas(const QString &forma)
-{
-    static const QRegularExpression llamada(R"(\S\s*(?=\())");
-    static const QRegularExpression permitida(R"((?xi)
-        (?: = | \b(?: WHERE | AND | ON | IN | EXISTS | MAX | MIN | COUNT | SUM | COALESCE | NULLIF | CAST | UPPER | LOWER
-                    | TRIM | RTRIM | ROUND | TIMESTAMP | CLOCK_TIMESTAMP | TRIM_SCALE
-                    | dbo\.Get_Ruta_Parte_Tipo_Equipo ) ) \s* \z)");
-    constexpr int MasLarga = 60;
-    for (auto halladas = llamada.globalMatch(forma); halladas.hasNext();)
-        if (!permitida.match(forma.left(halladas.next().capturedEnd()).right(MasLarga)).hasMatch())
-            return false;
-    return true;
-}
-
 } // namespace
-
-bool FormaPermitida(const QString &forma)
-{
-    static const QRegularExpression permitida(QRegularExpression::anchoredPattern(
-                                                  R"((?xi)
-        INSERT\s+INTO\s+ \w+ \s*\( [\w\s,]+ \)\s*
-          (?: VALUES \s*\( \s*-?\s*\? (?: \s*,\s* -?\s*\? )* \s*\)
-            | SELECT\s [\w\s,?]+ \sFROM\s+ \w+ \s+WHERE\s+ \w+\s*=\s*\? ) \s*
-        | UPDATE\s+ \w+ \s+SET\s+
-          (?: Tep_Descripcion\s*=\s*\?\s*, (?: \s*Te_Cve_Tipo_Equipo\s*=\s*\?\s*, )?
-              \s*Oper_Ult_Modif\s*=\s*\?\s*, \s*Fecha_Ult_Modif\s*=\s*\?
-            | (?! Tep_Descripcion\b ) \w+\s*=\s*-?\s*\? (?: \s*,\s* \w+\s*=\s*-?\s*\? )* )
-          \s*WHERE\s+ \w+\s*=\s*\? (?: \s*AND\s+ \w+\s*=\s*\? )* \s*
-        | DELETE\s+ (?:FROM\s+)? \w+ \s+WHERE\s+ \w+\s*=\s*\? (?: \s*AND\s+ \w+\s*=\s*\? )* \s*
-        )"),
-                                              QRegularExpression::DotMatchesEverythingOption);
-    if (forma.startsWith("SELECT"))
-        return LlamadasPermitidas(forma);
-    return permitida.match(forma).hasMatch();
-}
 
 Sentencia Analizar(const QString &texto)
 {
     return Analizador(texto).Analizar();
 }
 
-QList<int> LiteralesDeTipoDeEquipo(const QString &forma)
+int LiteralEn(const QString &forma, qsizetype lugar)
 {
-    static const QRegularExpression igualado("\\bTe_Cve_Tipo_Equipo\\s*=\\s*\\?",
-                                             QRegularExpression::CaseInsensitiveOption);
-    QList<int> lugares;
-    for (auto hallados = igualado.globalMatch(forma); hallados.hasNext();)
-        lugares.append(
-            static_cast<int>(QStringView(forma).left(hallados.next().capturedEnd() - 1).count(QLatin1Char('?'))));
-    return lugares;
+    return static_cast<int>(QStringView(forma).left(lugar).count(QLatin1Char('?')));
 }
 
-void RevisarTipoDeEquipo(const Sentencia &sentencia, const QList<int> &literales, const QString &texto)
+bool SoloLlamaA(const QString &forma, const QStringList &funciones)
 {
-    if (sentencia.lectura || literales.size() < 2)
-        return;
-    const auto clave = [&](int lugar) { return SinBlancosAlFinal(sentencia.valores.value(lugar).toString()); };
-    for (const int lugar : literales)
-        if (clave(lugar) != clave(literales.constFirst()))
-            throw ErrorEjecucion(errores::Datos, "La sentencia cambiaría el tipo de equipo de un registro", texto);
+    static const QRegularExpression llamada(R"((=|[\w.]+|\S)\s*(?=\())",
+                                            QRegularExpression::UseUnicodePropertiesOption);
+    static const QStringList sintaxis{"=", "WHERE", "AND", "ON", "IN", "EXISTS"};
+    for (auto halladas = llamada.globalMatch(forma); halladas.hasNext();) {
+        const QString nombre = halladas.next().captured(1);
+        if (!sintaxis.contains(nombre, Qt::CaseInsensitive) && !funciones.contains(nombre, Qt::CaseInsensitive))
+            return false;
+    }
+    return true;
 }
 
 } // namespace qvx

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVariantList>
 
 namespace qvx
@@ -20,17 +21,10 @@ struct Sentencia {
 // columns. Raises a data error for a second statement, a comment, another verb, a null character or half a character.
 Sentencia Analizar(const QString &texto);
 
-// Where among a shape's literals equipment types stand that a column is set to or compared with.
-QList<int> LiteralesDeTipoDeEquipo(const QString &forma);
+// Where a literal stands among those of a shape, by the place of its "?" in the text.
+int LiteralEn(const QString &forma, qsizetype lugar);
 
-// No row is given to another equipment type: a change that names two of them was not composed by a screen. literales:
-// those of its shape. Raises a data error with the statement's text.
-void RevisarTipoDeEquipo(const Sentencia &sentencia, const QList<int> &literales, const QString &texto);
-
-// Whether a shape is one that changes rows in the ways the system does: one row of values, a copy of rows, or columns
-// set to values, and rows chosen by values of columns that all must match. A typed text with quotes in it, however they
-// are balanced, makes another shape of a statement, and widens none; nor does a typed description bring other columns
-// along. Queries change nothing, and are allowed as long as they call nothing but a few functions that only read.
-bool FormaPermitida(const QString &forma);
+// Whether every parenthesis of a shape belongs to a subquery, to a comparison, or to one of these functions.
+bool SoloLlamaA(const QString &forma, const QStringList &funciones);
 
 } // namespace qvx

@@ -13,11 +13,6 @@ void Recordset::MoveNext()
     actual += campos->size();
 }
 
-void Recordset::Close()
-{
-    valores.reset();
-}
-
 const QVariant &Recordset::Valor(int columna) const
 {
     if (Eof())

@@ -16,7 +16,6 @@ class Recordset
 public:
     bool Eof() const { return !valores || actual >= valores->size(); }
     void MoveNext();
-    void Close();
 
     // The value of a field of the current row as text, "" for null. Field names match in any letter case. Raises
     // SinRegistroActual at the end and ElementoNoEncontrado for an unknown field.

@@ -5,6 +5,7 @@
 #include "data/ErrorEjecucion.h"
 #include "data/Instalador.h"
 #include "data/Libpq.h"
+#include "plan/Formas.h"
 
 #include <QRegularExpression>
 #include <QSqlDatabase>
@@ -232,7 +233,7 @@ std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor)
 {
     BaseAbierta base = Abrir(servidor);
     RevisarVersion(base, servidor);
-    return std::make_unique<Conexion>(base.Entregar(), DialectoPostgres());
+    return std::make_unique<Conexion>(base.Entregar(), DialectoPostgres(), std::make_unique<Formas>());
 }
 
 bool CrearEsquema(const Servidor &servidor, bool conEjemplos)

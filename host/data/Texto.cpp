@@ -15,11 +15,26 @@ QString Literal(const QString &texto)
     return "'" + doblado.replace(QLatin1Char('\''), "''") + "'";
 }
 
+QString Condicion(const QStringList &columnas, const QStringList &valores)
+{
+    if (columnas.size() != valores.size())
+        throw ErrorEjecucion(errores::TiposNoCoinciden, "La clave no tiene las columnas de su tabla");
+    QStringList partes;
+    for (int i = 0; i < columnas.size(); ++i)
+        partes.append(columnas.at(i) + " = " + Literal(valores.at(i)));
+    return partes.join(" AND ");
+}
+
 QString SinBlancosAlFinal(QString clave)
 {
     while (clave.endsWith(QLatin1Char(' ')))
         clave.chop(1);
     return clave;
+}
+
+QString TextoFecha(const QDateTime &fecha)
+{
+    return fecha.toString("yyyy-MM-dd HH:mm:ss");
 }
 
 QString NumeroATexto(double numero)

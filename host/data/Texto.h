@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 // Texts of keys, numbers and amounts. One place, so that every engine, box and grid writes them the same way.
@@ -11,8 +13,14 @@ namespace qvx
 // statements; the screens compose theirs as they stand.
 QString Literal(const QString &texto);
 
+// That columns have these values, as a condition of a statement. Raises TiposNoCoinciden when they are not as many.
+QString Condicion(const QStringList &columnas, const QStringList &valores);
+
 // Keys compare without their trailing blanks.
 QString SinBlancosAlFinal(QString clave);
+
+// A date as the database keeps it: "yyyy-MM-dd HH:mm:ss".
+QString TextoFecha(const QDateTime &fecha);
 
 // The number with "." as decimal mark, no thousands, no trailing zeros and no exponent.
 QString NumeroATexto(double numero);

@@ -2,6 +2,7 @@
 
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
+#include "data/Texto.h"
 #include "session/Interaccion.h"
 #include "session/Trabajo.h"
 
@@ -31,6 +32,11 @@ Sesion::Sesion(std::unique_ptr<qvx::Conexion> conexion_, QString operador_,
 Sesion::~Sesion()
 {
     actual = nullptr;
+}
+
+qvx::Firmante Sesion::Firmante() const
+{
+    return {operador, [this] { return TextoFecha(Ahora()); }};
 }
 
 Sesion &Sesion::Actual()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "plan/Cambios.h"
+
 #include <QDateTime>
 #include <QString>
 #include <functional>
@@ -33,6 +35,8 @@ public:
     qvx::Interaccion &Interaccion() { return *interaccion; }
     const QString &Operador() const { return operador; }
     QDateTime Ahora() const { return reloj(); }
+    // The operator, signing by the session's clock.
+    qvx::Firmante Firmante() const;
 
     // Text of the last failed data operation; shown as details of the next message when a change was not registered.
     QString ultimoErrorDatos;

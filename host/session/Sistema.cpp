@@ -1,7 +1,7 @@
 #include "session/Sistema.h"
 
 #include "data/Conexion.h"
-#include "data/Texto.h"
+#include "plan/Claves.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
 
@@ -37,8 +37,7 @@ QString Sistema::UsuarioActual() const
 QString Sistema::FormatoClave(const QString &codigo, const QString & /*opcional*/, const QString & /*tipo*/,
                               const QString &predeterminada) const
 {
-    const auto filas = Conexion().Execute("SELECT Fc_Mascara FROM Formato_Clave WHERE Fc_Codigo = " + Literal(codigo));
-    return filas.Eof() ? predeterminada : filas["Fc_Mascara"];
+    return claves::Mascara(Conexion(), codigo, predeterminada);
 }
 
 } // namespace qvx

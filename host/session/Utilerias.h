@@ -7,13 +7,10 @@
 
 class QWidget;
 
-namespace comunesQVX
-{
-class ListView;
-}
-
 namespace qvx
 {
+
+class Lista;
 
 // The host's utility services, as a component sees them. All but those that answer a Boolean raise data errors.
 class Utilerias
@@ -55,7 +52,7 @@ public:
     QString ConsultaPorNombre(const QString &nombre) const;
     // Clears the list and adds one row per row of the query. False when the query fails: UltimoErrorDatos says why,
     // and the list is empty.
-    bool LlenarLista(const QString &consulta, comunesQVX::ListView &lista) const;
+    bool LlenarLista(const QString &consulta, Lista &lista) const;
 
     // Sends a key to the control with the focus, after the present event. Only "\t".
     void EnviarTecla(const QString &tecla) const;

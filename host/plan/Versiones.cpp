@@ -1,4 +1,4 @@
-#include "data/Versiones.h"
+#include "plan/Versiones.h"
 
 #include "data/Texto.h"
 

@@ -8,6 +8,7 @@ namespace qvx
 {
 
 class Conexion;
+struct Firmante;
 
 // A part or a service that no screen shows, since the tree does not reach it.
 struct Suelto {
@@ -37,10 +38,10 @@ struct Corregidos {
     int servicios = 0;
 };
 
-// Corrects in one transaction, signed with the session's operator and clock and registered as changes. What is in order
+// Corrects in one transaction, signed and registered as changes. What is in order
 // by then is left alone: what somebody else has corrected, and the other parts of a ring once one of them is under the
 // root. Nothing is ever deleted. Raises data errors, also for a destino that is no active part any more; then nothing
 // has changed.
-Corregidos CorregirSueltos(const QList<Correccion> &correcciones);
+Corregidos CorregirSueltos(Conexion &conexion, const Firmante &firmante, const QList<Correccion> &correcciones);
 
 } // namespace qvx

@@ -1,4 +1,4 @@
-#include "session/UnidadC.h"
+#include "system/UnidadC.h"
 
 #include <QCoreApplication>
 

@@ -1,10 +1,10 @@
-#include "session/Integridad.h"
+#include "plan/Integridad.h"
 
-#include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
-#include "session/Sesion.h"
-#include "session/Utilerias.h"
+#include "data/Transaccion.h"
+#include "plan/Cambios.h"
+#include "plan/Claves.h"
 
 #include <map>
 #include <set>
@@ -15,8 +15,6 @@ namespace qvx
 
 namespace
 {
-
-const QString Raiz = "0000";
 
 struct Parte {
     enum class Alcance { SinVer, EnCamino, Llega, NoLlega, SinPadre, EnAnillo };
@@ -65,7 +63,7 @@ private:
     {
         QStringList camino;
         QString clave = desde;
-        while (clave != Raiz && partes.count(clave) > 0 && partes.at(clave).alcance == Alcance::SinVer) {
+        while (clave != claves::Raiz && partes.count(clave) > 0 && partes.at(clave).alcance == Alcance::SinVer) {
             camino.append(clave);
             partes.at(clave).alcance = Alcance::EnCamino;
             clave = partes.at(clave).padre;
@@ -73,7 +71,7 @@ private:
         if (camino.isEmpty())
             return;
         const Parte *meta = Buscar(clave);
-        const bool llega = clave == Raiz || (meta && meta->alcance == Alcance::Llega);
+        const bool llega = clave == claves::Raiz || (meta && meta->alcance == Alcance::Llega);
         if (!llega && !meta)
             partes.at(camino.takeLast()).alcance = Alcance::SinPadre;
         else if (!llega && meta->alcance == Alcance::EnCamino)
@@ -114,24 +112,10 @@ QList<Suelto> PartesSueltas(Conexion &conexion, const QString &tipoEquipo)
     return sueltas;
 }
 
-// Takes a transaction back that did not reach its end.
-class Transaccion
-{
-public:
-    explicit Transaccion(Conexion &conexion) : base(conexion) { base.BeginTrans(); }
-    ~Transaccion() { base.RollbackTrans(); }
-    Transaccion(const Transaccion &) = delete;
-    Transaccion &operator=(const Transaccion &) = delete;
-    void Confirmar() { base.CommitTrans(); }
-
-private:
-    Conexion &base;
-};
-
 class Corrector
 {
 public:
-    explicit Corrector(Conexion &conexion) : base(conexion) {}
+    Corrector(Conexion &conexion, const Firmante &firmante_) : base(conexion), firmante(firmante_) {}
 
     // True when it changed something.
     bool CorregirParte(const Suelto &suelto)
@@ -142,7 +126,7 @@ public:
         if (parte->alcance == Parte::Alcance::EnAnillo
             && !anillosAbiertos.insert({SinBlancosAlFinal(suelto.tipoEquipo), parte->anillo}).second)
             return false;
-        base.Execute("UPDATE Tipo_Equipo_Parte SET Tep_Padre = " + Literal(Raiz) + ", " + Firma()
+        base.Execute("UPDATE Tipo_Equipo_Parte SET Tep_Padre = " + Literal(claves::Raiz) + ", " + Firmado()
                      + " WHERE Te_Cve_Tipo_Equipo = " + Literal(suelto.tipoEquipo)
                      + " AND Tep_ID = " + Literal(suelto.clave));
         Registrar("Tipo_Equipo_Parte", {suelto.clave, suelto.tipoEquipo});
@@ -162,7 +146,7 @@ public:
         const QString cuales =
             " WHERE " + tipo + " AND Tep_ID = " + Literal(servicio["Tep_ID"]) + " AND Pm_ID = " + Literal(suelto.clave);
         base.Execute("UPDATE Plan_Mantenimiento_Detalle SET Tep_ID = " + Literal(destino) + cuales);
-        base.Execute("UPDATE Plan_Mantenimiento SET Tep_ID = " + Literal(destino) + ", " + Firma() + cuales);
+        base.Execute("UPDATE Plan_Mantenimiento SET Tep_ID = " + Literal(destino) + ", " + Firmado() + cuales);
         Registrar("Plan_Mantenimiento", {suelto.tipoEquipo, suelto.clave});
         return true;
     }
@@ -173,20 +157,19 @@ private:
         return arboles.try_emplace(SinBlancosAlFinal(tipoEquipo), base, tipoEquipo).first->second;
     }
 
-    QString Firma() const
+    QString Firmado() const
     {
-        return "Oper_Ult_Modif = " + Literal(Sesion::Actual().Operador())
-               + ", Fecha_Ult_Modif = " + Literal(utilerias.TextoFecha(utilerias.FechaServidor()));
+        return "Oper_Ult_Modif = " + Literal(firmante.operador) + ", Fecha_Ult_Modif = " + Literal(firmante.fecha());
     }
 
     void Registrar(const QString &tabla, const QStringList &claves) const
     {
-        if (!utilerias.RegistrarCambio(tabla, claves))
-            throw ErrorEjecucion(errores::Datos, utilerias.UltimoErrorDatos());
+        if (const QString impedimento = RegistrarCambio(base, firmante, tabla, claves); !impedimento.isEmpty())
+            throw ErrorEjecucion(errores::Datos, impedimento);
     }
 
     Conexion &base;
-    Utilerias utilerias;
+    const Firmante &firmante;
     std::map<QString, Arbol> arboles;
     std::set<std::pair<QString, QString>> anillosAbiertos; // equipment type and ring
 };
@@ -228,12 +211,11 @@ QList<QPair<QString, QString>> PartesParaServicios(Conexion &conexion, const QSt
     return elegibles;
 }
 
-Corregidos CorregirSueltos(const QList<Correccion> &correcciones)
+Corregidos CorregirSueltos(Conexion &conexion, const Firmante &firmante, const QList<Correccion> &correcciones)
 {
-    Conexion &base = Sesion::Actual().Conexion();
     Corregidos corregidos;
-    Transaccion transaccion(base);
-    Corrector corrector(base);
+    Transaccion transaccion(conexion);
+    Corrector corrector(conexion, firmante);
     for (const Correccion &correccion : correcciones) {
         if (correccion.suelto.clase == Suelto::Clase::Parte)
             corregidos.partes += corrector.CorregirParte(correccion.suelto) ? 1 : 0;

@@ -1,9 +1,8 @@
-#include "session/Catalogos.h"
+#include "plan/Catalogos.h"
 
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
-#include "session/Sesion.h"
 
 #include <algorithm>
 
@@ -50,20 +49,19 @@ const Catalogo &CatalogoPorCodigo(const QString &codigo)
     return *hallado;
 }
 
-QString DescripcionDeCatalogo(const QString &codigo, const QString &clave)
+QString DescripcionDeCatalogo(Conexion &conexion, const QString &codigo, const QString &clave)
 {
     const Catalogo &catalogo = CatalogoPorCodigo(codigo);
-    const auto fila =
-        Sesion::Actual().Conexion().Execute(SentenciaDe(catalogo, catalogo.columnaClave + " = " + Literal(clave)));
+    const auto fila = conexion.Execute(SentenciaDe(catalogo, catalogo.columnaClave + " = " + Literal(clave)));
     return fila.Eof() ? QString() : fila["Descripcion"];
 }
 
 // Compared here, not in the statement: the engines do not fold accented letters alike.
-QList<QPair<QString, QString>> BuscarEntradas(const QString &codigo, const QString &texto, const QString &filtro,
-                                              int maximo)
+QList<QPair<QString, QString>> BuscarEntradas(Conexion &conexion, const QString &codigo, const QString &texto,
+                                              const QString &filtro, int maximo)
 {
     QList<QPair<QString, QString>> entradas;
-    auto filas = Sesion::Actual().Conexion().Execute(SentenciaDe(CatalogoPorCodigo(codigo), filtro));
+    auto filas = conexion.Execute(SentenciaDe(CatalogoPorCodigo(codigo), filtro));
     for (; !filas.Eof() && (maximo == 0 || entradas.size() < maximo); filas.MoveNext()) {
         const QString clave = filas["Clave"];
         const QString descripcion = filas["Descripcion"];

@@ -1,4 +1,4 @@
-#include "session/Registro.h"
+#include "system/Registro.h"
 
 #include "data/ErrorEjecucion.h"
 

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "data/Recordset.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace qvx
+{
+
+struct Sentencia;
+
+// What the owner of the tables knows of a shape of statement.
+struct Conocida {
+    bool permitida = false;
+    QList<int> iguales;  // where among its literals keys stand that must all be one
+    QList<int> reservas; // where keys stand of what a transaction keeps to itself until it ends
+};
+
+// The owner of the tables: knows once of each shape what it may do and touch, and hears of what is read. The connection
+// itself knows no table.
+class Reglas
+{
+public:
+    virtual ~Reglas() = default;
+
+    // funciones: those of the engine that a query may call.
+    virtual Conocida Conocer(const QString &forma, const QStringList &funciones) const = 0;
+    // Raises a data error when the keys that must be one are several. texto: the statement.
+    virtual void RevisarIguales(const Conocida &conocida, const Sentencia &sentencia, const QString &texto) const = 0;
+    // The rows of a query that ran.
+    virtual void AlLeer(const Recordset &filas) = 0;
+    // What a person is told whose transaction did not get what another user keeps to himself.
+    virtual QString Ocupado(const QString &usuario, const QString &clave, int segundos) const = 0;
+};
+
+} // namespace qvx

@@ -1,0 +1,112 @@
+#include "plan/Cambios.h"
+
+#include "data/Conexion.h"
+#include "data/ErrorEjecucion.h"
+#include "data/Texto.h"
+#include "plan/Claves.h"
+#include "plan/Formas.h"
+
+#include <QHash>
+
+namespace qvx
+{
+
+namespace
+{
+
+// The keys of a table, in the order in which the screens pass them.
+QStringList ColumnasDeClave(const QString &tabla)
+{
+    static const QHash<QString, QStringList> columnas{
+        {"Tipo_Equipo_Parte", {"Tep_ID", "Te_Cve_Tipo_Equipo"}},
+        {"Plan_Mantenimiento", {"Te_Cve_Tipo_Equipo", "Pm_ID", "Tep_ID"}},
+    };
+    const QStringList halladas = columnas.value(tabla);
+    if (halladas.isEmpty())
+        throw ErrorEjecucion(errores::ElementoNoEncontrado, "No se registran cambios de la tabla " + tabla);
+    return halladas;
+}
+
+// Whether a part is there to hang something from.
+bool HayParte(Conexion &conexion, const QString &tipoEquipo, const QString &parte)
+{
+    return claves::EsRaiz(parte)
+           || !conexion
+                   .Execute("SELECT 1 AS Hay FROM Tipo_Equipo_Parte WHERE "
+                            + Condicion({"Te_Cve_Tipo_Equipo", "Tep_ID"}, {tipoEquipo, parte}))
+                   .Eof();
+}
+
+QString CambioAjeno(const Recordset &fila, const QString &operador)
+{
+    const QString quien = fila["Oper_Anterior"];
+    return (quien == operador ? "Usted mismo (" + quien + ")" : quien) + " cambió este registro el "
+           + fila["Fecha_Anterior"]
+           + ", después de que esta pantalla lo leyó. No se guardó nada, y lo escrito sigue en "
+             "la pantalla. Para ver cómo quedó, ábralo de nuevo o actualice el árbol con F5.";
+}
+
+// Another's change of a row since this program read it would be lost, and what hangs from a part that is gone would be
+// out of the tree's reach.
+QString Impedimento(Conexion &conexion, const QString &operador, const QString &tabla, const QStringList &claves)
+{
+    const bool servicio = tabla == "Plan_Mantenimiento";
+    // Without its version, which would count as read from then on.
+    const auto fila =
+        conexion.Execute(QString("SELECT Te_Cve_Tipo_Equipo, Tep_ID, ") + (servicio ? "Pm_ID" : "Tep_Padre")
+                         + ", Version_Anterior, Oper_Anterior, Fecha_Anterior FROM " + tabla + " WHERE "
+                         + Condicion(ColumnasDeClave(tabla).mid(0, claves.size()), claves));
+    if (fila.Eof())
+        return "El registro ya no existe: otra persona lo eliminó o lo cambió de lugar.";
+    const QString tipoEquipo = fila["Te_Cve_Tipo_Equipo"];
+    const QString anterior = fila["Version_Anterior"];
+    const QString leida = Formas::Leidas(conexion).Leida(tabla, tipoEquipo, fila[servicio ? "Pm_ID" : "Tep_ID"]);
+    if (!anterior.isEmpty() && !leida.isEmpty() && anterior != leida)
+        return CambioAjeno(fila, operador);
+    // A service that is moved is given without its part: dropped on the root, it is left under the root's text, no
+    // part.
+    const bool enLaRaiz = claves.size() == 2 && fila["Tep_ID"].trimmed() == "RAIZ";
+    if (servicio && !enLaRaiz && !HayParte(conexion, tipoEquipo, fila["Tep_ID"]))
+        return "La parte del servicio ya no existe: otra persona la eliminó.";
+    if (!servicio && !HayParte(conexion, tipoEquipo, fila["Tep_Padre"]))
+        return "La parte superior ya no existe: otra persona la eliminó.";
+    return {};
+}
+
+} // namespace
+
+QString RegistrarCambio(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QStringList &claves)
+{
+    if (tabla == "Tipo_Equipo_Parte" && claves::EsRaiz(claves.value(0))) // a row that were the root would hide the tree
+        return "La clave " + claves::Raiz + " está reservada para la raíz del árbol.";
+    const QString impedimento = Impedimento(conexion, firmante.operador, tabla, claves);
+    if (impedimento.isEmpty())
+        conexion.Execute("INSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES (" + Literal(tabla)
+                         + ", " + Literal(claves.join(QLatin1Char('|'))) + ", " + Literal(firmante.operador) + ", "
+                         + Literal(firmante.fecha()) + ")");
+    return impedimento;
+}
+
+void AnotarEstado(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QString &clave,
+                  const QString &accion)
+{
+    conexion.Execute("INSERT INTO Bitacora (Bi_Tabla, Bi_Clave, Bi_Accion, Bi_Oper, Bi_Fecha) VALUES (" + Literal(tabla)
+                     + ", " + Literal(clave) + ", " + Literal(accion) + ", " + Literal(firmante.operador) + ", "
+                     + Literal(firmante.fecha()) + ")");
+}
+
+QList<QPair<QString, QString>> Autoria(Conexion &conexion, const QString &tabla, const QStringList &columnas,
+                                       const QStringList &valores)
+{
+    const auto fila = conexion.Execute("SELECT * FROM " + tabla + " WHERE " + Condicion(columnas, valores));
+    if (fila.Eof())
+        throw ErrorEjecucion(errores::SinRegistroActual, "El registro ya no existe");
+    return {{"Creado por", fila["Oper_Alta"]},
+            {"Fecha de creación", fila["Fecha_Alta"]},
+            {"Último cambio por", fila["Oper_Ult_Modif"]},
+            {"Fecha del último cambio", fila["Fecha_Ult_Modif"]},
+            {"Dado de baja por", fila["Oper_Baja"]},
+            {"Fecha de baja", fila["Fecha_Baja"]}};
+}
+
+} // namespace qvx

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+namespace qvx
+{
+
+class Conexion;
+
+// Who signs changes, and the clock: texts as the audit columns take them. The clock is asked when a change is signed;
+// on a server that is a statement of its own.
+struct Firmante {
+    QString operador;
+    std::function<QString()> fecha;
+};
+
+// Registers a row of the plan that was just written, inside its transaction. claves: of Tipo_Equipo_Parte the part and
+// the equipment type; of Plan_Mantenimiento the equipment type, the service and, where it must still be there, its
+// part. Gives why the change must not stand, "" when it was registered: the row is not there, somebody else changed it
+// since this program read it, the part that it hangs from is gone, or it is the root. Raises data errors.
+QString RegistrarCambio(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QStringList &claves);
+
+// Logs a change of state ("Baja", "Reactivación"). Raises data errors.
+void AnotarEstado(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QString &clave,
+                  const QString &accion);
+
+// Who created, last changed and retired the row whose columns have these values, and when: captions and values. Raises
+// SinRegistroActual when there is no such row, and data errors.
+QList<QPair<QString, QString>> Autoria(Conexion &conexion, const QString &tabla, const QStringList &columnas,
+                                       const QStringList &valores);
+
+} // namespace qvx

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace qvx
+{
+
+class Conexion;
+
+// The query text that the database keeps under a name. Raises ElementoNoEncontrado when there is none, and data errors.
+QString ConsultaGuardada(Conexion &conexion, const QString &nombre);
+
+} // namespace qvx

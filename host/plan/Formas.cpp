@@ -1,0 +1,95 @@
+#include "plan/Formas.h"
+
+#include "data/Conexion.h"
+#include "data/ErrorEjecucion.h"
+#include "data/Lexico.h"
+#include "data/Texto.h"
+
+#include <QRegularExpression>
+
+namespace qvx
+{
+
+namespace
+{
+
+const QStringList FuncionesPropias{"dbo.Get_Ruta_Parte_Tipo_Equipo"};
+
+bool CambioPermitido(const QString &forma)
+{
+    static const QRegularExpression permitida(QRegularExpression::anchoredPattern(
+                                                  R"((?xi)
+        INSERT\s+INTO\s+ \w+ \s*\( [\w\s,]+ \)\s*
+          (?: VALUES \s*\( \s*-?\s*\? (?: \s*,\s* -?\s*\? )* \s*\)
+            | SELECT\s [\w\s,?]+ \sFROM\s+ \w+ \s+WHERE\s+ \w+\s*=\s*\? ) \s*
+        | UPDATE\s+ \w+ \s+SET\s+
+          (?: Tep_Descripcion\s*=\s*\?\s*, (?: \s*Te_Cve_Tipo_Equipo\s*=\s*\?\s*, )?
+              \s*Oper_Ult_Modif\s*=\s*\?\s*, \s*Fecha_Ult_Modif\s*=\s*\?
+            | (?! Tep_Descripcion\b ) \w+\s*=\s*-?\s*\? (?: \s*,\s* \w+\s*=\s*-?\s*\? )* )
+          \s*WHERE\s+ \w+\s*=\s*\? (?: \s*AND\s+ \w+\s*=\s*\? )* \s*
+        | DELETE\s+ (?:FROM\s+)? \w+ \s+WHERE\s+ \w+\s*=\s*\? (?: \s*AND\s+ \w+\s*=\s*\? )* \s*
+        )"),
+                                              QRegularExpression::DotMatchesEverythingOption);
+    return permitida.match(forma).hasMatch();
+}
+
+// Where a column is set to, or compared with, an equipment type.
+QList<int> TiposIgualados(const QString &forma)
+{
+    static const QRegularExpression igualado("\\bTe_Cve_Tipo_Equipo\\s*=\\s*\\?",
+                                             QRegularExpression::CaseInsensitiveOption);
+    QList<int> lugares;
+    for (auto hallados = igualado.globalMatch(forma); hallados.hasNext();)
+        lugares.append(LiteralEn(forma, hallados.next().capturedEnd() - 1));
+    return lugares;
+}
+
+// Where a new row is given its equipment type, -1 where none is.
+int TipoDelAlta(const QString &forma)
+{
+    static const QRegularExpression alta("^INSERT\\s+INTO\\s+\\w+\\s*\\(([^()]*)\\)\\s*VALUES\\s*\\(([^()]*)\\)",
+                                         QRegularExpression::CaseInsensitiveOption);
+    const auto hallada = alta.match(forma);
+    const QStringList columnas = hallada.captured(1).split(QLatin1Char(','));
+    const QStringList valores = hallada.captured(2).split(QLatin1Char(','));
+    for (int i = 0; hallada.hasMatch() && i < qMin(columnas.size(), valores.size()); ++i)
+        if (columnas.at(i).trimmed().compare("Te_Cve_Tipo_Equipo", Qt::CaseInsensitive) == 0)
+            return static_cast<int>(valores.mid(0, i).join(QString()).count(QLatin1Char('?')));
+    return -1;
+}
+
+} // namespace
+
+Conocida Formas::Conocer(const QString &forma, const QStringList &funciones) const
+{
+    Conocida conocida;
+    conocida.permitida =
+        forma.startsWith("SELECT") ? SoloLlamaA(forma, funciones + FuncionesPropias) : CambioPermitido(forma);
+    conocida.iguales = TiposIgualados(forma);
+    conocida.reservas = conocida.iguales;
+    if (const int lugar = TipoDelAlta(forma); lugar >= 0)
+        conocida.reservas.append(lugar);
+    return conocida;
+}
+
+void Formas::RevisarIguales(const Conocida &conocida, const Sentencia &sentencia, const QString &texto) const
+{
+    const auto clave = [&](int lugar) { return SinBlancosAlFinal(sentencia.valores.value(lugar).toString()); };
+    for (const int lugar : conocida.iguales)
+        if (clave(lugar) != clave(conocida.iguales.constFirst()))
+            throw ErrorEjecucion(errores::Datos, "La sentencia cambiaría el tipo de equipo de un registro", texto);
+}
+
+QString Formas::Ocupado(const QString &usuario, const QString &clave, int segundos) const
+{
+    return QString("%1 está cambiando el plan del tipo de equipo %2 y no terminó en %3 segundos. Inténtelo de nuevo "
+                   "más tarde.")
+        .arg(usuario, clave, QString::number(segundos));
+}
+
+const Versiones &Formas::Leidas(const Conexion &conexion)
+{
+    return dynamic_cast<const Formas &>(conexion.Conocedor()).leidas;
+}
+
+} // namespace qvx

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "data/Reglas.h"
+#include "plan/Versiones.h"
+
+namespace qvx
+{
+
+class Conexion;
+
+// What the connection is told of the plan's statements. A shape is allowed that changes rows in the ways the system
+// does: one row of values, a copy of rows, or columns set to values, and rows chosen by values of columns that all must
+// match. A typed text with quotes in it, however they are balanced, makes another shape of a statement, and widens
+// none; nor does a typed description bring other columns along. Queries change nothing, and are allowed as long as they
+// call nothing but a few functions that only read. A transaction keeps the plans to itself that its statements name.
+class Formas : public Reglas
+{
+public:
+    Conocida Conocer(const QString &forma, const QStringList &funciones) const override;
+    // No row is given to another equipment type: a change that names two of them was not composed by a screen.
+    void RevisarIguales(const Conocida &conocida, const Sentencia &sentencia, const QString &texto) const override;
+    void AlLeer(const Recordset &filas) override { leidas.Anotar(filas); }
+    QString Ocupado(const QString &usuario, const QString &clave, int segundos) const override;
+
+    // The versions that a connection has read last, which its changes are based on.
+    static const Versiones &Leidas(const Conexion &conexion);
+
+private:
+    Versiones leidas;
+};
+
+} // namespace qvx
