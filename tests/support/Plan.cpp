@@ -104,6 +104,7 @@ void ElegirNodo(QWidget &arbol, const QString &clave)
 {
     auto &tv = dynamic_cast<comunesQVX::TreeView &>(arbol);
     auto *nodo = tv.Item(clave);
+    tv.setSelectedItem(nullptr); // a slow second click on one node edits its label
     tv.EnsureVisible(nodo);
     QTest::mouseClick(tv.viewport(), Qt::LeftButton, {}, tv.visualItemRect(nodo).center());
 }
