@@ -152,7 +152,7 @@ public:
     explicit ListView(QWidget *padre = nullptr);
 
     void AgregarColumna(const QString &titulo, Qt::Alignment alineacion, int ancho);
-    void Clear();
+    void Clear() override;
     void AgregarFila(const QStringList &textos) override;
     int Count() const { return topLevelItemCount(); }
     QString Texto(int fila, int columna = 0) const;
