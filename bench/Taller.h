@@ -1,7 +1,8 @@
 #pragma once
 
 #include "bench/Base.h"
-#include "controls/Comunes.h"
+#include "controls/ListView.h"
+#include "controls/TreeView.h"
 #include "session/Interaccion.h"
 
 #include <QTemporaryDir>

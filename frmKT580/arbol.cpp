@@ -2,8 +2,9 @@
 
 #include "component/PunteroReloj.h"
 #include "component/Trampa.h"
-#include "controls/Comunes.h"
 #include "controls/Controles.h"
+#include "controls/Teclas.h"
+#include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "frmKT580/frmKT580.h"
@@ -11,6 +12,7 @@
 
 using namespace Publico;
 using comunesQVX::Nodo;
+namespace tecla = comunesQVX::tecla;
 
 namespace
 {
@@ -105,11 +107,11 @@ void frmKT580::SeleccionarParte(const QString &clave)
 
 void frmKT580::tvPartes_KeyDown(int codigo)
 {
-    if (codigo == 116)
+    if (codigo == tecla::F5)
         CargarPartes();
-    else if (codigo == 113)
+    else if (codigo == tecla::F2)
         ui->tvPartes->StartLabelEdit();
-    else if (codigo == 13)
+    else if (codigo == tecla::Enter)
         Utilerias->EnviarTecla("\t");
 }
 

@@ -2,7 +2,8 @@
 
 #include "component/Contador16.h"
 #include "component/Trampa.h"
-#include "controls/Comunes.h"
+#include "controls/ListView.h"
+#include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"

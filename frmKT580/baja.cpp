@@ -1,7 +1,7 @@
 // Retiring a part with everything below it, and bringing it back. Rows are only updated.
 
 #include "component/Trampa.h"
-#include "controls/Comunes.h"
+#include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "frmKT580/frmKT580.h"

@@ -1,7 +1,7 @@
 // Deleting a part for good: the statements run first, and the question is asked afterwards, inside the transaction.
 
 #include "component/Trampa.h"
-#include "controls/Comunes.h"
+#include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "frmKT580/frmKT580.h"

@@ -2,7 +2,7 @@
 
 #include "component/Trampa.h"
 #include "controls/CommonDialog.h"
-#include "controls/Comunes.h"
+#include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "frmKT580/frmKT580.h"

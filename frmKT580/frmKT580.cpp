@@ -1,9 +1,10 @@
 #include "frmKT580/frmKT580.h"
 
 #include "component/Trampa.h"
-#include "controls/Comunes.h"
 #include "controls/Controles.h"
 #include "controls/Etiqueta.h"
+#include "controls/ListView.h"
+#include "controls/TreeView.h"
 #include "controls/colorQVX.h"
 #include "controls/txtQVX.h"
 #include "ui_frmKT580.h"

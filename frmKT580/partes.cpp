@@ -2,7 +2,7 @@
 
 #include "component/PunteroReloj.h"
 #include "component/Trampa.h"
-#include "controls/Comunes.h"
+#include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "data/Texto.h"

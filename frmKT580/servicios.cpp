@@ -1,9 +1,11 @@
 // The list of the selected part's services: filling it, and opening, creating and deleting a service from it.
 
 #include "component/Trampa.h"
-#include "controls/Comunes.h"
 #include "controls/Controles.h"
 #include "controls/FormatoLista.h"
+#include "controls/ListView.h"
+#include "controls/Teclas.h"
+#include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "frmKT580/frmKT580.h"
@@ -127,7 +129,7 @@ bool frmKT580::Nuevo_Servicio()
 void frmKT580::lvServicios_KeyDown(int codigo)
 {
     Trampa::en(*this, "lvServicios_KeyDown", 7500037, [&] {
-        if (ui->lvServicios->Count() == 0 || codigo != 46)
+        if (ui->lvServicios->Count() == 0 || codigo != comunesQVX::tecla::Supr)
             return;
         if (!ui->tvPartes->SelectedItem() || !ui->lvServicios->HaySeleccion())
             return;

@@ -4,6 +4,7 @@
 #include "controls/Controles.h"
 #include "controls/Etiqueta.h"
 #include "controls/SSOleDBGrid.h"
+#include "controls/Teclas.h"
 #include "controls/colorQVX.h"
 #include "controls/ssTbQvx.h"
 #include "controls/txtQVX.h"
@@ -158,7 +159,7 @@ void frmServicio::ssTabQvx_Click(int pagina)
 // Enter moves on as Tab does.
 void frmServicio::Grid_KeyPress(int codigo)
 {
-    if (codigo == 13)
+    if (codigo == comunesQVX::tecla::Enter)
         Utilerias->EnviarTecla("\t");
 }
 

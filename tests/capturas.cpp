@@ -1,10 +1,11 @@
 // Takes the pictures of the documents from the real screen, on the example plans: capturas FOLDER.
 
 #include "app/DialogoEntrada.h"
-#include "controls/Comunes.h"
 #include "controls/Controles.h"
 #include "controls/InteraccionQt.h"
+#include "controls/ListView.h"
 #include "controls/SSOleDBGrid.h"
+#include "controls/TreeView.h"
 #include "controls/ssTbQvx.h"
 #include "support/Plan.h"
 

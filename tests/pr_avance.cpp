@@ -1,6 +1,6 @@
 #include "app/VentanaPrincipal.h"
-#include "controls/Comunes.h"
 #include "controls/InteraccionQt.h"
+#include "controls/TreeView.h"
 #include "data/Conexion.h"
 #include "support/Plan.h"
 

@@ -1,8 +1,8 @@
 // The person's work in the grid: moving, typing, the search button, removing rows.
 
-#include "controls/Comunes.h"
 #include "controls/DelegadoCelda.h"
 #include "controls/SSOleDBGrid.h"
+#include "controls/Teclas.h"
 #include "data/Texto.h"
 
 #include <QAction>
@@ -186,7 +186,7 @@ void SSOleDBGrid::keyPressEvent(QKeyEvent *evento)
     switch (evento->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        Q_EMIT KeyPress(comunesQVX::CodigoTecla(evento->key()));
+        Q_EMIT KeyPress(comunesQVX::tecla::Enter);
         return;
     case Qt::Key_F3:
         if (!TieneBoton(currentIndex()))
@@ -217,7 +217,7 @@ bool SSOleDBGrid::TeclaEnEditor(const QKeyEvent &tecla)
     case Qt::Key_Return:
     case Qt::Key_Enter:
         CerrarEditor(true);
-        Q_EMIT KeyPress(comunesQVX::CodigoTecla(tecla.key()));
+        Q_EMIT KeyPress(comunesQVX::tecla::Enter);
         return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:

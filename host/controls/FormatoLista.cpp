@@ -1,6 +1,6 @@
 #include "controls/FormatoLista.h"
 
-#include "controls/Comunes.h"
+#include "controls/ListView.h"
 
 #include <QFontMetricsF>
 #include <QHeaderView>

@@ -1,4 +1,6 @@
-#include "controls/Comunes.h"
+#include "controls/ListView.h"
+
+#include "controls/Teclas.h"
 
 #include <QDrag>
 #include <QHeaderView>
@@ -11,8 +13,6 @@ namespace comunesQVX
 
 namespace
 {
-
-constexpr int Enter = 13;
 
 // What hangs from the pointer: the dragged rows' texts in one line.
 QPixmap Muestra(const QString &texto, QWidget *lista)
@@ -99,7 +99,7 @@ QString ListView::TextoSeleccionado() const
 void ListView::keyPressEvent(QKeyEvent *evento)
 {
     const int codigo = CodigoTecla(evento->key());
-    if (codigo == Enter && HaySeleccion()) {
+    if (codigo == tecla::Enter && HaySeleccion()) {
         // A key held down since before a dialog closed must not open it again.
         if (!evento->isAutoRepeat())
             Q_EMIT DblClick();

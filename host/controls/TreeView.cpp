@@ -1,4 +1,5 @@
-#include "controls/Comunes.h"
+#include "controls/TreeView.h"
+
 #include "data/ErrorEjecucion.h"
 
 #include <QPainter>
@@ -55,6 +56,27 @@ private:
 
     TreeView *arbol;
 };
+
+Nodo::Nodo(const QString &claveNodo, const QString &texto) : clave(claveNodo)
+{
+    setText(texto);
+    setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable);
+}
+
+void Nodo::setImage(int indice)
+{
+    imagen = indice;
+    emitDataChanged();
+}
+
+// The picture is the list's; a node that keeps one needs two more pieces of memory.
+QVariant Nodo::data(int columna, int papel) const
+{
+    const auto *arbol = static_cast<const TreeView *>(treeWidget());
+    if (papel == Qt::DecorationRole && arbol)
+        return arbol->Imagenes().Imagen(imagen);
+    return QTreeWidgetItem::data(columna, papel);
+}
 
 TreeView::TreeView(QWidget *padre) : QTreeWidget(padre)
 {

@@ -1,6 +1,7 @@
 // What the person does to the tree: keys, mouse and drags.
 
-#include "controls/Comunes.h"
+#include "controls/Teclas.h"
+#include "controls/TreeView.h"
 
 #include <QDragMoveEvent>
 #include <QFocusEvent>
@@ -11,14 +12,6 @@
 
 namespace comunesQVX
 {
-
-namespace
-{
-
-constexpr int Enter = 13;
-constexpr int Supr = 46;
-
-} // namespace
 
 // A selected node stays selected until another one is: neither Ctrl nor a click beside the nodes takes it away.
 QItemSelectionModel::SelectionFlags TreeView::selectionCommand(const QModelIndex &indice, const QEvent *evento) const
@@ -33,12 +26,12 @@ void TreeView::keyPressEvent(QKeyEvent *evento)
     const int codigo = CodigoTecla(evento->key());
     // What a label's editor leaves over, such as the Enter that ends it, is no key of the tree.
     if (state() == EditingState) {
-        evento->setAccepted(codigo == Enter);
+        evento->setAccepted(codigo == tecla::Enter);
         return;
     }
     if (codigo != 0)
         Q_EMIT KeyDown(codigo);
-    if (codigo != 0 && codigo != Supr)
+    if (codigo != 0 && codigo != tecla::Supr)
         return;
     const QString antes = ClaveElegida();
     if (!MoverConTecla(evento->key()))

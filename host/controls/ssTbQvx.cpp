@@ -1,6 +1,6 @@
 #include "controls/ssTbQvx.h"
 
-#include "controls/Comunes.h"
+#include "controls/Teclas.h"
 
 #include <QKeyEvent>
 #include <QTabBar>
@@ -18,9 +18,8 @@ ssTbQvx::ssTbQvx(QWidget *padre) : QTabWidget(padre)
 bool ssTbQvx::eventFilter(QObject *objeto, QEvent *evento)
 {
     if (objeto == tabBar() && evento->type() == QEvent::KeyPress) {
-        const int codigo = comunesQVX::CodigoTecla(static_cast<QKeyEvent *>(evento)->key());
-        if (codigo == 13) {
-            Q_EMIT KeyPress(codigo);
+        if (comunesQVX::CodigoTecla(static_cast<QKeyEvent *>(evento)->key()) == comunesQVX::tecla::Enter) {
+            Q_EMIT KeyPress(comunesQVX::tecla::Enter);
             return true;
         }
     }

@@ -1,7 +1,7 @@
 #include "support/Plan.h"
 
-#include "controls/Comunes.h"
 #include "controls/SSOleDBGrid.h"
+#include "controls/TreeView.h"
 
 #include <QAction>
 #include <QLineEdit>

@@ -1,7 +1,8 @@
 #include "support/Planificador.h"
 
-#include "controls/Comunes.h"
+#include "controls/ListView.h"
 #include "controls/SSOleDBGrid.h"
+#include "controls/TreeView.h"
 #include "controls/ssTbQvx.h"
 #include "controls/txtQVX.h"
 

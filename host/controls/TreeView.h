@@ -1,32 +1,14 @@
 #pragma once
 
 #include "controls/EntradaPendiente.h"
-#include "session/Lista.h"
+#include "controls/ImageList.h"
 
 #include <QHash>
-#include <QIcon>
-#include <QList>
 #include <QTreeWidget>
 #include <optional>
 
-// The common controls: image list, tree view, list view. Key codes of their events: 13 Enter, 46 Supr, 113 F2, 116 F5;
-// 0 for a key without one.
 namespace comunesQVX
 {
-
-int CodigoTecla(int teclaQt);
-
-// Pictures numbered from 1.
-class ImageList
-{
-public:
-    void Agregar(const QIcon &icono) { iconos.append(icono); }
-    // An empty picture for a number that the list has not.
-    QIcon Imagen(int indice) const { return indice >= 1 && indice <= iconos.size() ? iconos.at(indice - 1) : QIcon(); }
-
-private:
-    QList<QIcon> iconos;
-};
 
 class TreeView;
 
@@ -140,44 +122,6 @@ private:
     bool pulsado = false;          // the mouse went down on a node
     bool enfocadoAlPulsar = false; // and gave the tree the focus
     QPoint puntoArrastre;
-};
-
-// A list of rows of texts; operations on a row take its first column as the key.
-class ListView : public QTreeWidget, public qvx::Lista
-{
-    Q_OBJECT
-    Q_PROPERTY(int OLEDragMode READ ModoArrastre WRITE setModoArrastre)
-
-public:
-    explicit ListView(QWidget *padre = nullptr);
-
-    void AgregarColumna(const QString &titulo, Qt::Alignment alineacion, int ancho);
-    void Clear() override;
-    void AgregarFila(const QStringList &textos) override;
-    int Count() const { return topLevelItemCount(); }
-    QString Texto(int fila, int columna = 0) const;
-    bool Seleccionada(int fila) const;
-    // First column of the selected row that has the focus, else of the first selected one; nothing selected: false.
-    bool HaySeleccion() const;
-    QString TextoSeleccionado() const;
-
-Q_SIGNALS:
-    void DblClick(); // a double click on a row, or Enter on the list
-    void KeyDown(int codigo);
-    // A drag of the selected rows begins: the handler sets the text to be dragged; empty: nothing is dragged.
-    void OLEStartDrag(QString &texto);
-
-protected:
-    void keyPressEvent(QKeyEvent *evento) override;
-    void mouseDoubleClickEvent(QMouseEvent *evento) override;
-    void startDrag(Qt::DropActions acciones) override;
-
-private:
-    // 0: rows are not dragged; 1: they are, as text, copy effect only.
-    int ModoArrastre() const { return dragEnabled() ? 1 : 0; }
-    void setModoArrastre(int modo) { setDragEnabled(modo == 1); }
-
-    QList<Qt::Alignment> alineaciones;
 };
 
 } // namespace comunesQVX
