@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/Forma.h"
+#include "component/FormularioConPadre.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "session/Interaccion.h"
@@ -12,53 +12,54 @@ namespace Trampa
 
 // Main screen and part dialog: the title is the procedure's name.
 template <class Pasos>
-void en(Forma &forma, const QString &procedimiento, int identificador, Pasos &&pasos)
+void en(FormularioConPadre &formulario, const QString &procedimiento, int identificador, Pasos &&pasos)
 {
     try {
         pasos();
     } catch (const qvx::ErrorEjecucion &error) {
-        forma.Mensaje(error.Descripcion(), qvx::mensaje::Critico, procedimiento, identificador);
+        formulario.Mensaje(error.Descripcion(), qvx::mensaje::Critico, procedimiento, identificador);
     }
 }
 
 // Service editor: the title is "ERROR", and the text begins with the procedure's name.
-inline void ReportarEnEditor(Forma &forma, const QString &procedimiento, int identificador, const QString &descripcion)
+inline void ReportarEnEditor(FormularioConPadre &formulario, const QString &procedimiento, int identificador,
+                             const QString &descripcion)
 {
-    forma.Mensaje(procedimiento + " - \r\n" + descripcion, qvx::mensaje::Critico, "ERROR", identificador);
+    formulario.Mensaje(procedimiento + " - \r\n" + descripcion, qvx::mensaje::Critico, "ERROR", identificador);
 }
 
 template <class Pasos>
-void enEditor(Forma &forma, const QString &procedimiento, int identificador, Pasos &&pasos)
+void enEditor(FormularioConPadre &formulario, const QString &procedimiento, int identificador, Pasos &&pasos)
 {
     try {
         pasos();
     } catch (const qvx::ErrorEjecucion &error) {
-        ReportarEnEditor(forma, procedimiento, identificador, error.Descripcion());
+        ReportarEnEditor(formulario, procedimiento, identificador, error.Descripcion());
     }
 }
 
 // Steps of a save in the editor that have an identifier of their own: the transaction is taken back before the report.
 template <class Pasos>
-bool deshaciendo(Forma &forma, const QString &procedimiento, int identificador, Pasos &&pasos)
+bool deshaciendo(FormularioConPadre &formulario, const QString &procedimiento, int identificador, Pasos &&pasos)
 {
     try {
         pasos();
         return true;
     } catch (const qvx::ErrorEjecucion &error) {
         Publico::Sistema->Conexion().RollbackTrans();
-        ReportarEnEditor(forma, procedimiento, identificador, error.Descripcion());
+        ReportarEnEditor(formulario, procedimiento, identificador, error.Descripcion());
         return false;
     }
 }
 
 // Events that have no trap of their own: the host reports the error, so that it never crosses the toolkit.
 template <class Pasos>
-void delHost(Forma &forma, Pasos &&pasos)
+void delHost(FormularioConPadre &formulario, Pasos &&pasos)
 {
     try {
         pasos();
     } catch (const qvx::ErrorEjecucion &error) {
-        Publico::Sistema->Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", forma.hWnd(), "QVX",
+        Publico::Sistema->Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", formulario.hWnd(), "QVX",
                                   "ERR-ID:1000000");
     }
 }

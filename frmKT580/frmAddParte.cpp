@@ -13,8 +13,8 @@
 using namespace Publico;
 using toolbarQVX::Controles;
 
-frmAddParte::frmAddParte(Forma &pantalla_)
-    : Forma(&pantalla_), ui(std::make_unique<Ui::frmAddParte>()), pantalla(pantalla_)
+frmAddParte::frmAddParte(FormularioConPadre &pantalla_)
+    : FormularioConPadre(&pantalla_), ui(std::make_unique<Ui::frmAddParte>()), pantalla(pantalla_)
 {
     ui->setupUi(this);
     ui->Controles->setJuegoComandos(Controles::Dialogo);

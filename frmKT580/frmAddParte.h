@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/Forma.h"
+#include "component/FormularioConPadre.h"
 
 #include <memory>
 
@@ -10,13 +10,13 @@ class frmAddParte;
 }
 
 // The dialog that adds a part under another or changes a part's description.
-class frmAddParte : public Forma
+class frmAddParte : public FormularioConPadre
 {
     Q_OBJECT
 
 public:
     // The main screen it works for: the dialog takes its parent object, and its fields from the caller.
-    explicit frmAddParte(Forma &pantalla);
+    explicit frmAddParte(FormularioConPadre &pantalla);
     ~frmAddParte() override;
 
     bool Nuevo = false;    // set by the caller: true creates a part, false changes one
@@ -40,7 +40,7 @@ private:
     QString Actualizar() const;
 
     std::unique_ptr<Ui::frmAddParte> ui;
-    Forma &pantalla;
+    FormularioConPadre &pantalla;
     QString propuesta; // the key that a new part was offered
     QString operador;  // audit values of the accept that is running
     QString fecha;

@@ -118,7 +118,7 @@ void frmKT580::hideEvent(QHideEvent *evento)
 {
     if (!evento->spontaneous())
         activada = false;
-    Forma::hideEvent(evento);
+    FormularioConPadre::hideEvent(evento);
 }
 
 void frmKT580::Form_Resize()

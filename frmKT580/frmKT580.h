@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/Forma.h"
+#include "component/FormularioConPadre.h"
 
 #include <memory>
 
@@ -22,7 +22,7 @@ class Elemento;
 class frmServicio;
 
 // The main screen: equipment type, toolbar, tree of parts, list of services.
-class frmKT580 : public Forma
+class frmKT580 : public FormularioConPadre
 {
     Q_OBJECT
 

@@ -19,7 +19,7 @@ using ssTabQvx::ssTbQvx;
 using textoQVX::txtQVX;
 using toolbarQVX::Controles;
 
-frmServicio::frmServicio(const QWidget *duena) : Forma(duena), ui(std::make_unique<Ui::frmServicio>())
+frmServicio::frmServicio(const QWidget *duena) : FormularioConPadre(duena), ui(std::make_unique<Ui::frmServicio>())
 {
     ui->setupUi(this);
     ui->Controles1->setJuegoComandos(Controles::Dialogo);
@@ -172,7 +172,7 @@ bool frmServicio::eventFilter(QObject *objeto, QEvent *evento)
             return true;
         }
     }
-    return Forma::eventFilter(objeto, evento);
+    return FormularioConPadre::eventFilter(objeto, evento);
 }
 
 void frmServicio::controles1_Cancelar()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/Forma.h"
+#include "component/FormularioConPadre.h"
 #include "data/Conexion.h"
 
 #include <functional>
@@ -22,7 +22,7 @@ class txtQVX;
 }
 
 // The editor of one maintenance service of one part: header, three grids of resources, costing.
-class frmServicio : public Forma
+class frmServicio : public FormularioConPadre
 {
     Q_OBJECT
 

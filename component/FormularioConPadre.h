@@ -6,7 +6,7 @@
 #include <QPointer>
 
 // What the component's three forms have alike: the host's parent object, and the ways to speak to the person.
-class Forma : public qvx::Formulario
+class FormularioConPadre : public qvx::Formulario
 {
     Q_OBJECT
     Q_PROPERTY(QObject *Padre READ Padre WRITE setPadre)

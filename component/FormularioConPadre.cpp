@@ -1,31 +1,31 @@
-#include "component/Forma.h"
+#include "component/FormularioConPadre.h"
 
 #include "data/ErrorEjecucion.h"
 #include "session/Interaccion.h"
 
-QString Forma::TextoDelPadre(const char *propiedad) const
+QString FormularioConPadre::TextoDelPadre(const char *propiedad) const
 {
     if (!padre)
         throw qvx::ErrorEjecucion(qvx::errores::ObjetoNoEstablecido, "La pantalla no tiene un objeto padre");
     return padre->property(propiedad).toString();
 }
 
-QString Forma::Transaccion() const
+QString FormularioConPadre::Transaccion() const
 {
     return Publico::Utilerias->TextoTransaccion("Quorvex", TextoDelPadre("Transaccion"));
 }
 
-int Forma::Mensaje(const QString &texto, int estilo, const QString &titulo, int identificador)
+int FormularioConPadre::Mensaje(const QString &texto, int estilo, const QString &titulo, int identificador)
 {
     return Publico::Sistema->Mensaje(texto, estilo, titulo, hWnd(), "KT580", Publico::Identificador(identificador));
 }
 
-void Forma::Advertir(const QString &texto, int identificador)
+void FormularioConPadre::Advertir(const QString &texto, int identificador)
 {
     Mensaje(texto, qvx::mensaje::Exclamacion, "Quorvex", identificador);
 }
 
-int Forma::Preguntar(const QString &texto, int estilo, int identificador)
+int FormularioConPadre::Preguntar(const QString &texto, int estilo, int identificador)
 {
     return Mensaje(texto, estilo, "Quorvex", identificador);
 }
