@@ -2,11 +2,11 @@
 
 #include "component/PunteroReloj.h"
 #include "component/Trampa.h"
-#include "controls/Controles.h"
 #include "controls/Teclas.h"
 #include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
+#include "frmKT580/Ordenes.h"
 #include "frmKT580/frmKT580.h"
 #include "ui_frmKT580.h"
 
@@ -121,24 +121,17 @@ void frmKT580::tvPartes_NodeClick(Nodo * /*nodo*/)
     if (!nodo)
         return;
     const QString parte = TomarParte();
-    LimpiarControles();
-    if (ui->tvPartes->Count() > 1) {
-        ui->Controles->setTitulo1(ExportarXml);
-        ui->Controles->setTitulo3("Copiar plan");
-    }
+    toolbarQVX::Estado estado{.extras = ui->tvPartes->Count() > 1 ? ordenes::ConPlan : ordenes::SinPlan};
     if (parte == "0000") {
-        ui->Controles->setNuevoDisponible(true);
+        estado.nuevo = true;
     } else if (DadaDeBaja(nodo)) {
-        ui->Controles->setReactivarDisponible(true);
-        ui->Controles->setExtrasDisponibles(true);
+        estado.reactivar = estado.info = true;
     } else {
-        ui->Controles->setNuevoDisponible(true);
-        ui->Controles->setEditarDisponible(true);
-        ui->Controles->setEliminarDisponible(true);
-        ui->Controles->setExtrasDisponibles(true);
-        ui->Controles->setTitulo1("Eliminar parte");
-        ui->Controles->setTitulo2("Agregar servicio");
+        estado.nuevo = estado.editar = estado.eliminar = estado.info = true;
+        estado.extras[0] = ordenes::EliminarParte;
+        estado.extras[1] = ordenes::AgregarServicio;
     }
+    ui->Controles->Ofrecer(estado);
     LlenarServicios();
 }
 

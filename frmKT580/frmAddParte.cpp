@@ -34,7 +34,7 @@ void frmAddParte::Form_Load()
     ui->colorQVX->Aplicar();
     ui->txtClave->setFormato(Sistema->FormatoClave("FTO_TIPO_EQUIPO_PARTE", "", "T", "0000"));
     ui->txtTipoEquipo->setFormato(Sistema->FormatoClave("FTO_TIPO_EQUIPO", "", "T", "0000"));
-    ui->Controles->setAceptarDisponible(true);
+    ui->Controles->Ofrecer({.aceptar = true});
 }
 
 void frmAddParte::Form_Activate()

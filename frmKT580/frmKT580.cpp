@@ -1,12 +1,12 @@
 #include "frmKT580/frmKT580.h"
 
 #include "component/Trampa.h"
-#include "controls/Controles.h"
 #include "controls/Etiqueta.h"
 #include "controls/ListView.h"
 #include "controls/TreeView.h"
 #include "controls/colorQVX.h"
 #include "controls/txtQVX.h"
+#include "frmKT580/Ordenes.h"
 #include "ui_frmKT580.h"
 
 #include <QHideEvent>
@@ -16,6 +16,7 @@ using comunesQVX::ListView;
 using comunesQVX::TreeView;
 using textoQVX::txtQVX;
 using toolbarQVX::Controles;
+using toolbarQVX::Estado;
 
 namespace
 {
@@ -140,14 +141,7 @@ void frmKT580::Form_Unload()
 // No command is offered but the import.
 void frmKT580::LimpiarControles()
 {
-    ui->Controles->setNuevoDisponible(false);
-    ui->Controles->setEditarDisponible(false);
-    ui->Controles->setEliminarDisponible(false);
-    ui->Controles->setReactivarDisponible(false);
-    ui->Controles->setExtrasDisponibles(false);
-    ui->Controles->setTitulo1("");
-    ui->Controles->setTitulo2(ImportarXml);
-    ui->Controles->setTitulo3("");
+    ui->Controles->Ofrecer({.extras = ordenes::SinPlan});
 }
 
 bool frmKT580::TipoValido() const
@@ -160,38 +154,31 @@ void frmKT580::txtTipoEquipo_Change()
     tipoValido = TipoValido();
     VaciarServicios();
     ui->tvPartes->Clear();
-    ui->Controles->setTitulo1("");
-    ui->Controles->setTitulo2(ImportarXml);
-    ui->Controles->setTitulo3(tipoValido ? "Copiar plan" : "");
+    Estado estado = ui->Controles->Ofrecido();
+    estado.extras = {ordenes::Ninguna, ordenes::ImportarXml, tipoValido ? ordenes::CopiarPlan : ordenes::Ninguna};
+    ui->Controles->Ofrecer(estado);
 }
 
+// The toolbar follows: a choice is confirmed first, and resolved at once.
 void frmKT580::txtTipoEquipo_Validate()
 {
     tipoValido = TipoValido();
     VaciarServicios();
-    ui->Controles->setTitulo2(ImportarXml);
-    if (!tipoValido) {
+    if (tipoValido)
+        CargarPartes();
+    else
         ui->tvPartes->Clear();
-        ui->Controles->setTitulo1("");
-        return;
-    }
-    CargarPartes();
-    if (ui->tvPartes->Count() > 1) {
-        ui->Controles->setTitulo1(ExportarXml);
-        ui->Controles->setTitulo3("Copiar plan");
-    }
 }
 
+// No part is selected: only commands on the whole plan.
 void frmKT580::txtTipoEquipo_Seleccion()
 {
-    ui->Controles->setNuevoDisponible(false);
-    ui->Controles->setEditarDisponible(false);
-    ui->Controles->setEliminarDisponible(false);
-    ui->Controles->setReactivarDisponible(false);
-    ui->Controles->setExtrasDisponibles(false);
+    Estado estado{.extras = ui->Controles->Ofrecido().extras};
+    estado.extras[0] = tipoValido && ui->tvPartes->Count() > 1 ? ordenes::ExportarXml : ordenes::Ninguna;
+    estado.extras[1] = ordenes::ImportarXml;
     if (tipoValido)
-        ui->Controles->setTitulo3("Copiar plan");
-    ui->Controles->setTitulo1(tipoValido && ui->tvPartes->Count() > 1 ? ExportarXml : QString());
+        estado.extras[2] = ordenes::CopiarPlan;
+    ui->Controles->Ofrecer(estado);
 }
 
 void frmKT580::Controles_Info()
@@ -204,30 +191,34 @@ void frmKT580::Controles_Info()
     });
 }
 
-// The command behind an extra button is chosen by its caption.
+// The command behind an extra button is what it offers.
 void frmKT580::Controles_B1Click()
 {
-    const QString titulo = ui->Controles->Titulo1();
+    const toolbarQVX::Extra orden = ui->Controles->Ofrecido().extras[0];
     bool hecho = true;
-    if (titulo == "Eliminar parte")
+    if (orden == ordenes::EliminarParte)
         hecho = Eliminar_Parte();
-    else if (titulo == ExportarXml)
+    else if (orden == ordenes::ExportarXml)
         hecho = Exportar_xml();
-    if (hecho)
-        return;
-    if (!textoError.isEmpty())
-        Mensaje(textoError, qvx::mensaje::Critico, "Controles_B1Click()", titulo == ExportarXml ? 7500017 : 7500016);
-    textoError.clear();
+    if (!hecho)
+        MostrarError("Controles_B1Click()", orden == ordenes::ExportarXml ? 7500017 : 7500016);
 }
 
 void frmKT580::Controles_B2Click()
 {
-    if (ui->Controles->Titulo2() == ImportarXml)
+    const toolbarQVX::Extra orden = ui->Controles->Ofrecido().extras[1];
+    if (orden == ordenes::ImportarXml)
         return B2Importar();
-    if (ui->Controles->Titulo2() != "Agregar servicio" || Nuevo_Servicio())
+    if (orden != ordenes::AgregarServicio || Nuevo_Servicio())
         return;
     Sistema->Conexion().RollbackTrans();
+    MostrarError("Controles_B2Click()", 7500022);
+}
+
+// The error that a command left, if it left one.
+void frmKT580::MostrarError(const QString &procedimiento, int identificador)
+{
     if (!textoError.isEmpty())
-        Mensaje(textoError, qvx::mensaje::Critico, "Controles_B2Click()", 7500022);
+        Mensaje(textoError, qvx::mensaje::Critico, procedimiento, identificador);
     textoError.clear();
 }

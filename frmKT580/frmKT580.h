@@ -50,9 +50,6 @@ protected:
     void hideEvent(QHideEvent *evento) override;
 
 private:
-    static inline const QString ExportarXml = "Exportar XML";
-    static inline const QString ImportarXml = "Importar XML";
-
     frmKT580();
     void ConectarEventos();
 
@@ -67,6 +64,7 @@ private:
     void ReemplazarPlan(const QString &origen, const QString &destino);
     void CopiarPlan(const QString &origen, const QString &destino);
     void LimpiarControles();
+    void MostrarError(const QString &procedimiento, int identificador);
     bool TipoValido() const;
 
     // Tree of parts

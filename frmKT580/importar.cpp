@@ -5,11 +5,11 @@
 #include "component/PunteroReloj.h"
 #include "component/Trampa.h"
 #include "controls/CommonDialog.h"
-#include "controls/Controles.h"
 #include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "data/Texto.h"
+#include "frmKT580/Ordenes.h"
 #include "frmKT580/frmKT580.h"
 #include "system/UnidadC.h"
 #include "ui_frmKT580.h"
@@ -81,7 +81,7 @@ void frmKT580::B2Importar()
     else if (!textoError.isEmpty())
         Mensaje("Los productos: " + textoError
                     + " no están registrados en la base de datos, no se agregaron al servicio",
-                qvx::mensaje::Exclamacion, ui->Controles->Titulo2(), 7500024);
+                qvx::mensaje::Exclamacion, ordenes::ImportarXml.titulo, 7500024);
     textoError.clear();
 }
 
@@ -162,11 +162,8 @@ bool frmKT580::Importar_Documento(const QString &ruta)
     VaciarServicios();
     CargarPartes();
     txtTipoEquipo_Seleccion(); // no part is selected any more: the commands on it go off
-    ui->Controles->setTitulo2(ImportarXml);
-    if (ui->tvPartes->Count() > 1) {
-        ui->Controles->setTitulo1(ExportarXml);
-        ui->Controles->setTitulo3("Copiar plan");
-    }
+    if (ui->tvPartes->Count() > 1)
+        ui->Controles->Ofrecer({.extras = ordenes::ConPlan});
     return true;
 }
 

@@ -118,10 +118,8 @@ bool frmKT580::Nuevo_Servicio()
         comunesQVX::Nodo *nodo = ui->tvPartes->SelectedItem();
         tvPartes_NodeClick(nodo);
         ui->tvPartes->setSelectedItem(nodo);
-        ui->Controles->setNuevoDisponible(false);
-        ui->Controles->setEditarDisponible(false);
-        ui->Controles->setEliminarDisponible(false);
-        ui->Controles->setReactivarDisponible(false);
+        const toolbarQVX::Estado &estado = ui->Controles->Ofrecido();
+        ui->Controles->Ofrecer({.info = estado.info, .extras = estado.extras});
         return true;
     });
 }

@@ -23,7 +23,7 @@ frmServicio::frmServicio(const QWidget *duena) : FormularioConPadre(duena), ui(s
 {
     ui->setupUi(this);
     ui->Controles1->setJuegoComandos(Controles::Dialogo);
-    ui->Controles1->setAceptarDisponible(true);
+    ui->Controles1->Ofrecer({.aceptar = true});
     ui->txtTiempoParo->setEnabled(false);
     ui->chkRequiereParo->installEventFilter(this);
     DefinirGrids();
@@ -117,7 +117,7 @@ void frmServicio::SoloLectura()
              ui->txtTipoServicio, ui->txtPrecio, ui->txtTiempoEstimado, ui->txtPrioridad, ui->txtDias, ui->txtLectura,
              ui->txtUnidad, ui->chkRequiereParo, ui->ssManoObra, ui->ssRefacciones, ui->ssHerramientas})
         campo->setEnabled(false);
-    ui->Controles1->setAceptarDisponible(false);
+    ui->Controles1->Ofrecer({});
 }
 
 void frmServicio::chkRequiereParo_Click()

@@ -130,7 +130,7 @@ void PrImportar::importado()
     QCOMPARE(Partes("Tep_ID"), "0001 X");
     Importar(Documento("0900", Servicio("NO")), qvx::mensaje::Si);
     QCOMPARE(Mensajes(), QStringList{Pregunta});
-    QCOMPARE(Barra().Titulo1(), ""); // without parts there is nothing to export
+    QCOMPARE(Barra().Ofrecido().extras[0].titulo, ""); // without parts there is nothing to export
 }
 
 void PrImportar::rechazos()

@@ -119,7 +119,7 @@ void PrPartes::estados()
 {
     const auto probar = [&](const QString &nodo, int respuesta, const QString &escritas, const QString &estados) {
         ElegirNodo(Arbol(), nodo);
-        const bool retira = Barra().EliminarDisponible();
+        const bool retira = Barra().Ofrecido().eliminar;
         escenario->Motor("DELETE FROM Bitacora");
         const QStringList antes = escenario->Tablas();
         escenario->Traza();

@@ -211,7 +211,7 @@ void PrServicio::guardarNuevo()
          "-\tCOMMIT"});
     QCOMPARE(escenario->Motor("SELECT count(*) FROM Plan_Mantenimiento_Detalle WHERE Pm_ID = '000004'").toInt(), 3);
     QCOMPARE(Lista().Count(), 3);
-    QVERIFY(!Barra().NuevoDisponible() && Barra().ExtrasDisponibles());
+    QVERIFY(!Barra().Ofrecido().nuevo && Barra().Ofrecido().info);
 }
 
 // A line is taken out, another put in its place: the lines are written anew.

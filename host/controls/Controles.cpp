@@ -3,7 +3,6 @@
 #include "controls/EntradaPendiente.h"
 
 #include <QAction>
-#include <QHash>
 #include <QKeyEvent>
 #include <QToolButton>
 
@@ -14,21 +13,6 @@ namespace
 {
 
 constexpr int LadoIcono = 20;
-
-QIcon Icono(const QString &nombre)
-{
-    return QIcon(":/controls/" + nombre + ".svg");
-}
-
-QIcon IconoDeTitulo(const QString &titulo)
-{
-    static const QHash<QString, QString> iconos{
-        {"Exportar XML", "exportar"},           {"Importar XML", "importar"}, {"Eliminar parte", "parte_borrar"},
-        {"Agregar servicio", "servicio_nuevo"}, {"Copiar plan", "copiar"},
-    };
-    const QString nombre = iconos.value(titulo);
-    return nombre.isEmpty() ? QIcon() : Icono(nombre);
-}
 
 QString Ayuda(const QString &texto, const QString &atajo)
 {
@@ -52,9 +36,9 @@ Controles::Controles(QWidget *padre) : QToolBar(padre)
     separador = addSeparator();
     info = Agregar("Info", "Información", "info", Qt::CTRL | Qt::Key_I, &Controles::Info);
     separadorExtras = addSeparator();
-    extra1 = Agregar("B1", "", "", Qt::CTRL | Qt::Key_1, &Controles::B1Click);
-    extra2 = Agregar("B2", "", "", Qt::CTRL | Qt::Key_2, &Controles::B2Click);
-    extra3 = Agregar("B3", "", "", Qt::CTRL | Qt::Key_3, &Controles::B3Click);
+    extras = {Agregar("B1", "", "", Qt::CTRL | Qt::Key_1, &Controles::B1Click),
+              Agregar("B2", "", "", Qt::CTRL | Qt::Key_2, &Controles::B2Click),
+              Agregar("B3", "", "", Qt::CTRL | Qt::Key_3, &Controles::B3Click)};
     aceptar = Agregar("Aceptar", "Aceptar", "aceptar", {}, &Controles::Aceptar);
     cancelar = Agregar("Cancelar", "Cancelar", "cancelar", {}, &Controles::Cancelar);
     auto *relleno = new QWidget;
@@ -64,10 +48,6 @@ Controles::Controles(QWidget *padre) : QToolBar(padre)
     aceptar->setToolTip(Ayuda("Aceptar", "F4"));
     cancelar->setToolTip(Ayuda("Cancelar", "Esc"));
 
-    for (QAction *orden : {nuevo, editar, eliminar, reactivar, info, aceptar})
-        orden->setEnabled(false);
-    for (QAction *extra : {extra1, extra2, extra3})
-        Titular(extra, "");
     setJuegoComandos(Pantalla);
 
     // Among them the one that opens what a narrow bar has no room for.
@@ -80,7 +60,7 @@ Controles::Controles(QWidget *padre) : QToolBar(padre)
 QAction *Controles::Agregar(const QString &nombre, const QString &texto, const QString &icono,
                             const QKeySequence &atajo, void (Controles::*senal)())
 {
-    QAction *orden = addAction(icono.isEmpty() ? QIcon() : Icono(icono), texto);
+    QAction *orden = addAction(QIcon(":/controls/" + icono + ".svg"), texto);
     orden->setObjectName(nombre);
     orden->setShortcut(atajo);
     orden->setAutoRepeat(false);
@@ -99,12 +79,23 @@ void Controles::Ejecutar(const QAction &orden, void (Controles::*senal)())
         Q_EMIT(this->*senal)();
 }
 
-void Controles::Titular(QAction *extra, const QString &titulo)
+void Controles::Ofrecer(const Estado &nuevoEstado)
 {
-    extra->setText(titulo);
-    extra->setIcon(IconoDeTitulo(titulo));
-    extra->setToolTip(Ayuda(titulo, extra->shortcut().toString(QKeySequence::NativeText)));
-    extra->setVisible(juego == Pantalla && !titulo.isEmpty());
+    estado = nuevoEstado;
+    nuevo->setEnabled(estado.nuevo);
+    editar->setEnabled(estado.editar);
+    eliminar->setEnabled(estado.eliminar);
+    reactivar->setEnabled(estado.reactivar);
+    info->setEnabled(estado.info);
+    aceptar->setEnabled(estado.aceptar);
+    for (std::size_t i = 0; i < extras.size(); ++i) {
+        const auto &[titulo, icono] = estado.extras.at(i);
+        QAction *orden = extras.at(i);
+        orden->setText(titulo);
+        orden->setIcon(QIcon(icono));
+        orden->setToolTip(Ayuda(titulo, orden->shortcut().toString(QKeySequence::NativeText)));
+        orden->setVisible(juego == Pantalla && !titulo.isEmpty());
+    }
 }
 
 bool Controles::eventFilter(QObject *objeto, QEvent *evento)
@@ -125,100 +116,9 @@ void Controles::setJuegoComandos(Juego nuevoJuego)
     juego = nuevoJuego;
     for (QAction *orden : {nuevo, editar, eliminar, reactivar, separador, info, separadorExtras, cerrar})
         orden->setVisible(juego == Pantalla);
-    for (QAction *extra : {extra1, extra2, extra3})
-        extra->setVisible(juego == Pantalla && !extra->text().isEmpty());
     for (QAction *orden : {aceptar, cancelar})
         orden->setVisible(juego == Dialogo);
-}
-
-bool Controles::NuevoDisponible() const
-{
-    return nuevo->isEnabled();
-}
-
-void Controles::setNuevoDisponible(bool valor)
-{
-    nuevo->setEnabled(valor);
-}
-
-bool Controles::EditarDisponible() const
-{
-    return editar->isEnabled();
-}
-
-void Controles::setEditarDisponible(bool valor)
-{
-    editar->setEnabled(valor);
-}
-
-bool Controles::EliminarDisponible() const
-{
-    return eliminar->isEnabled();
-}
-
-void Controles::setEliminarDisponible(bool valor)
-{
-    eliminar->setEnabled(valor);
-}
-
-bool Controles::ReactivarDisponible() const
-{
-    return reactivar->isEnabled();
-}
-
-void Controles::setReactivarDisponible(bool valor)
-{
-    reactivar->setEnabled(valor);
-}
-
-bool Controles::ExtrasDisponibles() const
-{
-    return info->isEnabled();
-}
-
-void Controles::setExtrasDisponibles(bool valor)
-{
-    info->setEnabled(valor);
-}
-
-bool Controles::AceptarDisponible() const
-{
-    return aceptar->isEnabled();
-}
-
-void Controles::setAceptarDisponible(bool valor)
-{
-    aceptar->setEnabled(valor);
-}
-
-QString Controles::Titulo1() const
-{
-    return extra1->text();
-}
-
-void Controles::setTitulo1(const QString &titulo)
-{
-    Titular(extra1, titulo);
-}
-
-QString Controles::Titulo2() const
-{
-    return extra2->text();
-}
-
-void Controles::setTitulo2(const QString &titulo)
-{
-    Titular(extra2, titulo);
-}
-
-QString Controles::Titulo3() const
-{
-    return extra3->text();
-}
-
-void Controles::setTitulo3(const QString &titulo)
-{
-    Titular(extra3, titulo);
+    Ofrecer(estado);
 }
 
 void Controles::PulsarAceptar()

@@ -27,12 +27,13 @@ QStringList PruebaPantalla::Dichos()
 
 QString PruebaPantalla::Barras()
 {
-    const Controles &barra = Barra();
+    const toolbarQVX::Estado &barra = Barra().Ofrecido();
     QString texto;
-    for (bool valor : {barra.NuevoDisponible(), barra.EditarDisponible(), barra.EliminarDisponible(),
-                       barra.ReactivarDisponible(), barra.ExtrasDisponibles()})
+    for (bool valor : {barra.nuevo, barra.editar, barra.eliminar, barra.reactivar, barra.info})
         texto += valor ? "1" : "0";
-    return texto + "|" + barra.Titulo1() + "|" + barra.Titulo2() + "|" + barra.Titulo3();
+    for (const toolbarQVX::Extra &extra : barra.extras)
+        texto += "|" + extra.titulo;
+    return texto;
 }
 
 void PruebaPantalla::Mandar(const QString &comando, const QString &nodo)
