@@ -95,8 +95,8 @@ void frmKT580::Form_Load()
     formatoParte = Sistema->FormatoClave("FTO_TIPO_EQUIPO_PARTE", "", "T", "0000");
     ui->txtTipoEquipo->setFormato(Sistema->FormatoClave("FTO_TIPO_EQUIPO", "", "T", "0000"));
     LimpiarControles();
-    ui->tvPartes->setProperty("OLEDropMode", 1);
-    ui->lvServicios->setProperty("OLEDragMode", 1);
+    ui->tvPartes->setOLEDropMode(1);
+    ui->lvServicios->setOLEDragMode(1);
 }
 
 // The host's equipment type is applied once each time the screen is shown: coming back from a dialog must not undo

@@ -116,8 +116,6 @@ void SSOleDBGrid::AntesDeMover(const QPersistentModelIndex &destino)
     if (!moviendo) {
         const QScopedValueRollback guarda(moviendo, true);
         CerrarEditor(true);
-        if (!enCodigo)
-            Q_EMIT BeforeRowColChange();
     }
     if (destino.row() != Row())
         ActualizarRenglon();
@@ -126,8 +124,6 @@ void SSOleDBGrid::AntesDeMover(const QPersistentModelIndex &destino)
 void SSOleDBGrid::ConfirmarEntrada()
 {
     CerrarEditor(true);
-    if (Row() >= 0)
-        Q_EMIT BeforeRowColChange();
     ActualizarRenglon();
 }
 

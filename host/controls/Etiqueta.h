@@ -9,7 +9,6 @@ namespace LabelQvx
 class Etiqueta : public QLabel
 {
     Q_OBJECT
-    Q_PROPERTY(QString Caption READ text WRITE setText)
 
 public:
     explicit Etiqueta(QWidget *padre = nullptr) : QLabel(padre) {}

@@ -12,7 +12,6 @@ namespace comunesQVX
 class ListView : public QTreeWidget, public qvx::Lista
 {
     Q_OBJECT
-    Q_PROPERTY(int OLEDragMode READ ModoArrastre WRITE setModoArrastre)
 
 public:
     explicit ListView(QWidget *padre = nullptr);
@@ -27,6 +26,9 @@ public:
     bool HaySeleccion() const;
     QString TextoSeleccionado() const;
 
+    // 0: rows are not dragged; 1: they are, as text, copy effect only.
+    void setOLEDragMode(int modo) { setDragEnabled(modo == 1); }
+
 Q_SIGNALS:
     void DblClick(); // a double click on a row, or Enter on the list
     void KeyDown(int codigo);
@@ -39,10 +41,6 @@ protected:
     void startDrag(Qt::DropActions acciones) override;
 
 private:
-    // 0: rows are not dragged; 1: they are, as text, copy effect only.
-    int ModoArrastre() const { return dragEnabled() ? 1 : 0; }
-    void setModoArrastre(int modo) { setDragEnabled(modo == 1); }
-
     QList<Qt::Alignment> alineaciones;
 };
 

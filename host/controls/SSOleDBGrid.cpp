@@ -138,13 +138,6 @@ int SSOleDBGrid::Row() const
     return currentRow();
 }
 
-void SSOleDBGrid::setRow(int fila)
-{
-    ExigirRenglon(fila, Rows());
-    const QScopedValueRollback guarda(enCodigo, true);
-    setCurrentCell(fila, std::max(0, currentColumn()));
-}
-
 void SSOleDBGrid::ExigirRenglon(int fila, int hasta) const
 {
     if (fila < 0 || fila > hasta)
@@ -206,7 +199,7 @@ void SSOleDBGrid::RemoveItem(int fila)
     const bool actual = fila == Row();
     removeRow(fila);
     if (actual)
-        setRow(fila); // the row that follows takes its place
+        setCurrentCell(fila, std::max(0, currentColumn())); // the row that follows takes its place
 }
 
 void SSOleDBGrid::RemoveAll()

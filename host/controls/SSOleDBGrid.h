@@ -32,7 +32,6 @@ public:
 
     int Rows() const; // rows begun, without the blank line
     int Row() const;  // current row; Rows() on the blank line, -1 when there is none
-    void setRow(int fila);
 
     // The plain text of a cell, "" where there is none.
     QString Celda(int fila, const QString &columna) const;
@@ -53,7 +52,6 @@ Q_SIGNALS:
     void AfterColUpdate(int columna); // the person changed this column of the current row
     void BtnClick(int columna);       // the button of a key cell of the current row
     void BeforeUpdate();              // the current row, changed since the last time, is left or confirmed
-    void BeforeRowColChange();        // another cell is about to become current; Row() still says the old one
     void KeyPress(int codigo);        // a key that the grid did not use itself (13: Enter)
 
 protected:
@@ -113,7 +111,6 @@ private:
     QPersistentModelIndex nueva;    // the row that the person began and has not left yet
     bool anchosDePersona = false;   // a person's own column widths are left alone
     bool ajustando = false;
-    bool enCodigo = false;
     bool moviendo = false;
     bool conFoco = false;
     bool botonPulsado = false;

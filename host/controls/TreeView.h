@@ -37,7 +37,6 @@ private:
 class TreeView : public QTreeWidget, public qvx::EntradaPendiente
 {
     Q_OBJECT
-    Q_PROPERTY(int OLEDropMode MEMBER modoSoltar)
 
 public:
     explicit TreeView(QWidget *padre = nullptr);
@@ -64,6 +63,8 @@ public:
     // Ends the editing of a label as Enter does.
     void ConfirmarEntrada() override;
 
+    // 0: takes no drops; 1: takes dropped text.
+    void setOLEDropMode(int modo) { modoSoltar = modo; }
     Nodo *HitTest(const QPoint &posicion) const;
     Nodo *DropHighlight() const { return resaltado; }
     // Highlights the node that a drop would reach, nullptr for none.
@@ -115,7 +116,7 @@ private:
     ImageList imagenes;
     QHash<QString, Nodo *> porClave;
     Nodo *resaltado = nullptr;
-    int modoSoltar = 0;                // 0: takes no drops; 1: takes dropped text
+    int modoSoltar = 0;
     std::optional<Edicion> confirmada; // typed and committed, while its editor is still open
     QString claveEditada;              // node whose AfterLabelEdit runs; "" as soon as the tree no longer holds it
     QString claveAlPulsar;

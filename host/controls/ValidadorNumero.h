@@ -14,7 +14,6 @@ public:
     using QValidator::QValidator;
 
     void setLargo(int maximo) { largo = maximo; }
-    int Largo() const { return largo; }
     // A negative number that was put in code can be corrected; a sign cannot be typed otherwise.
     void setConSigno(bool valor) { conSigno = valor; }
 

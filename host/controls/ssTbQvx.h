@@ -9,7 +9,6 @@ namespace ssTabQvx
 class ssTbQvx : public QTabWidget
 {
     Q_OBJECT
-    Q_PROPERTY(int Tab READ Tab WRITE setTab)
 
 public:
     explicit ssTbQvx(QWidget *padre = nullptr);

@@ -24,8 +24,6 @@ namespace textoQVX
 class txtQVX : public QWidget, public qvx::EntradaPendiente
 {
     Q_OBJECT
-    Q_PROPERTY(QString Text READ Text WRITE setText NOTIFY Change USER true)
-    Q_PROPERTY(QString Formato READ Formato WRITE setFormato)
     Q_PROPERTY(QString Catalogo READ Catalogo WRITE setCatalogo)
     Q_PROPERTY(QString CajaDescripcion READ CajaDescripcion WRITE setCajaDescripcion)
     Q_PROPERTY(bool Numerico READ Numerico WRITE setNumerico)
