@@ -14,6 +14,11 @@ void Main()
     Utilerias = std::make_unique<qvx::Utilerias>();
 }
 
+QString Mascara(const QString &codigo, const QString &predeterminada)
+{
+    return Sistema->FormatoClave(codigo, "", "T", predeterminada);
+}
+
 QString Identificador(int numero)
 {
     return "ERR-ID:" + QString::number(numero);

@@ -20,6 +20,13 @@ extern QString strSQL;
 // The start-up procedure, run once when the first object is created.
 void Main();
 
+// The root of every tree of parts: the key that its first parts have as their parent's, and its text. It is no row.
+inline const QString ClaveRaiz = "0000";
+inline const QString TextoRaiz = "RAIZ";
+
+// The mask of a catalogue's keys; predeterminada where the host has none. Raises data errors.
+QString Mascara(const QString &codigo, const QString &predeterminada = "0000");
+
 // The text of an error identifier, "ERR-ID:7500001".
 QString Identificador(int numero);
 

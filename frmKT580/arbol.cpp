@@ -27,8 +27,8 @@ void frmKT580::CargarPartes()
 {
     Trampa::en(*this, "CargarPartes()", 7500001, [&] {
         ui->tvPartes->Clear();
-        ui->tvPartes->Add("", "N0000", "RAIZ", Activa)->Tag = 1;
-        AddSubParte("0000");
+        ui->tvPartes->Add("", "N" + ClaveRaiz, TextoRaiz, Activa)->Tag = 1;
+        AddSubParte(ClaveRaiz);
         ui->tvPartes->Primero()->setExpanded(true);
     });
 }
@@ -122,7 +122,7 @@ void frmKT580::tvPartes_NodeClick(Nodo * /*nodo*/)
         return;
     const QString parte = TomarParte();
     toolbarQVX::Estado estado{.extras = ui->tvPartes->Count() > 1 ? ordenes::ConPlan : ordenes::SinPlan};
-    if (parte == "0000") {
+    if (parte == ClaveRaiz) {
         estado.nuevo = true;
     } else if (DadaDeBaja(nodo)) {
         estado.reactivar = estado.info = true;

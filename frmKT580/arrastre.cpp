@@ -75,7 +75,7 @@ void frmKT580::Copia_Servicio(const QString &folio, const QString &textoDestino)
         // The key keeps the blank before the dash, which does not count when keys are compared. The root's text has no
         // dash, so that a drop on it passes this test and leaves the service under "RAIZ": meant so.
         const QString destino = textoDestino.section(QLatin1Char('-'), 0, 0);
-        if (destino == "0000") {
+        if (destino == ClaveRaiz) {
             Advertir("No se puede crear un servicio a la raíz", 7500041);
             return;
         }

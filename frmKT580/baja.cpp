@@ -65,7 +65,7 @@ void frmKT580::Controles_Eliminar()
             return;
         const QString parte = TomarParte();
         const QString tipoEquipo = ui->txtTipoEquipo->Text();
-        if (parte.isEmpty() || parte == "0000") {
+        if (parte.isEmpty() || parte == ClaveRaiz) {
             Advertir("La parte del equipo no es válido para esta operación", 7500008);
             return;
         }
@@ -102,7 +102,7 @@ void frmKT580::Controles_Reactivar()
             return;
         const QString parte = TomarParte();
         const QString tipoEquipo = ui->txtTipoEquipo->Text();
-        if (parte.isEmpty() || parte == "0000") {
+        if (parte.isEmpty() || parte == ClaveRaiz) {
             Advertir("La parte del equipo no es válido para está operación", 7500012);
             return;
         }
@@ -123,7 +123,7 @@ void frmKT580::Controles_Reactivar()
             return;
 
         Sistema->Conexion().BeginTrans();
-        if (fila["Tep_Padre"] != "0000" && fila["Es_Cve_Estado"] == "BA")
+        if (fila["Tep_Padre"] != ClaveRaiz && fila["Es_Cve_Estado"] == "BA")
             ReactivarPadre(tipoEquipo, fila["Tep_Padre"], operador, fecha);
         if (!Update_Partes(tipoEquipo, parte, "AC")) {
             Sistema->Conexion().RollbackTrans();

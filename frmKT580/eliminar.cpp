@@ -48,7 +48,7 @@ bool frmKT580::Eliminar_Parte()
         if (!nodo)
             return true;
         textoError.clear();
-        if (nodo->Key() == "N0000") {
+        if (nodo->Key() == "N" + ClaveRaiz) {
             Advertir("No se puede eliminar la raíz", 7500019);
             return true;
         }

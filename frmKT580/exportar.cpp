@@ -44,7 +44,7 @@ bool frmKT580::Exportar_xml()
         qvx::Documento documento;
         const Elemento tipo = documento.CrearRaiz("PlanMantenimiento").Crear("TipoEquipo");
         tipo.setAtributo("Id", tipoEquipo, "Tipo de equipo " + tipoEquipo);
-        if (!Exportar_Partes(tipo, "0000"))
+        if (!Exportar_Partes(tipo, ClaveRaiz))
             return false;
 
         comunesQVX::CommonDialog &dialogo = *ui->CommonDialogXML;

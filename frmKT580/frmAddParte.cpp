@@ -32,8 +32,8 @@ void frmAddParte::Form_Load()
 {
     setPadre(pantalla.Padre());
     ui->colorQVX->Aplicar();
-    ui->txtClave->setFormato(Sistema->FormatoClave("FTO_TIPO_EQUIPO_PARTE", "", "T", "0000"));
-    ui->txtTipoEquipo->setFormato(Sistema->FormatoClave("FTO_TIPO_EQUIPO", "", "T", "0000"));
+    ui->txtClave->setFormato(Mascara("FTO_TIPO_EQUIPO_PARTE"));
+    ui->txtTipoEquipo->setFormato(Mascara("FTO_TIPO_EQUIPO"));
     ui->Controles->Ofrecer({.aceptar = true});
 }
 

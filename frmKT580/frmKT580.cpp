@@ -92,8 +92,8 @@ void frmKT580::ConectarEventos()
 void frmKT580::Form_Load()
 {
     ui->colorQVX->Aplicar();
-    formatoParte = Sistema->FormatoClave("FTO_TIPO_EQUIPO_PARTE", "", "T", "0000");
-    ui->txtTipoEquipo->setFormato(Sistema->FormatoClave("FTO_TIPO_EQUIPO", "", "T", "0000"));
+    formatoParte = Mascara("FTO_TIPO_EQUIPO_PARTE");
+    ui->txtTipoEquipo->setFormato(Mascara("FTO_TIPO_EQUIPO"));
     LimpiarControles();
     ui->tvPartes->setOLEDropMode(1);
     ui->lvServicios->setOLEDragMode(1);

@@ -152,7 +152,7 @@ bool frmKT580::Importar_Documento(const QString &ruta)
     strSQL = "DELETE FROM Tipo_Equipo_Parte ";
     strSQL += "WHERE Te_Cve_Tipo_Equipo = '" + clave + "' ";
     Ejecutar(1);
-    if (!Importar_Partes(tipo, clave, "0000")) {
+    if (!Importar_Partes(tipo, clave, ClaveRaiz)) {
         Sistema->Conexion().RollbackTrans();
         return false;
     }

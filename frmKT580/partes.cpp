@@ -30,7 +30,7 @@ void frmKT580::Controles_Nuevo()
         frmAddParte dialogo(*this);
         dialogo.Nuevo = true;
         dialogo.Cargar();
-        dialogo.LlenarPadre(padre, padre == "0000" ? QString("RAIZ") : ruta["Descripcion"]);
+        dialogo.LlenarPadre(padre, padre == ClaveRaiz ? TextoRaiz : ruta["Descripcion"]);
         dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
         dialogo.LlenarParte(qvx::ClaveConFormato(clave, formatoParte), "");
         dialogo.MostrarModal();
@@ -59,7 +59,7 @@ void frmKT580::Controles_Editar()
             return;
         const QString parte = TomarParte();
         const QString tipoEquipo = ui->txtTipoEquipo->Text();
-        if (parte == "0000") {
+        if (parte == ClaveRaiz) {
             Advertir("La parte no es válido para esta operación!", 7500005);
             return;
         }
@@ -76,7 +76,7 @@ void frmKT580::Controles_Editar()
         frmAddParte dialogo(*this);
         dialogo.Nuevo = false;
         dialogo.Cargar();
-        dialogo.LlenarPadre(padre, padre == "0000" ? QString("RAIZ") : ruta["Descripcion"]);
+        dialogo.LlenarPadre(padre, padre == ClaveRaiz ? TextoRaiz : ruta["Descripcion"]);
         dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
         dialogo.LlenarParte(parte, fila["Tep_Descripcion"]);
         dialogo.MostrarModal();

@@ -52,7 +52,7 @@ void frmKT580::PrepararEditor(frmServicio &editor, const QString &ruta)
 {
     editor.setPadre(Padre());
     editor.Contexto(ui->txtTipoEquipo->Text(), ui->txtNTipoEquipo->Text(), parteActual,
-                    parteActual == "0000" ? QString("RAIZ") : ruta);
+                    parteActual == ClaveRaiz ? TextoRaiz : ruta);
 }
 
 void frmKT580::lvServicios_DblClick()
@@ -95,7 +95,7 @@ bool frmKT580::Nuevo_Servicio()
         if (!ui->tvPartes->SelectedItem())
             return true;
         TomarParte();
-        if (parteActual == "0000") {
+        if (parteActual == ClaveRaiz) {
             Advertir("No se puede crear un serviciop de la raíz", 7500028);
             return true;
         }

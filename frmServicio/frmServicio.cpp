@@ -85,15 +85,15 @@ void frmServicio::Form_Load()
 {
     Trampa::enEditor(*this, "Form_Load()", 7500085, [&] {
         ui->colorQVX->Aplicar();
-        formatoProducto = Sistema->FormatoClave("FTO_PRODUCTO", "", "T", "0000000000");
-        formatoGasto = Sistema->FormatoClave("FTO_TIPO_GASTO", "", "T", "0000");
+        formatoProducto = Mascara("FTO_PRODUCTO", "0000000000");
+        formatoGasto = Mascara("FTO_TIPO_GASTO");
         if (Nuevo) {
             Numerar();
             ui->txtNTiposervicio->setText("");
         }
-        ui->txtTipoServicio->setFormato(Sistema->FormatoClave("FTO_TIPO_SERVICIO", "", "T", "0000"));
-        ui->txtPrioridad->setFormato(Sistema->FormatoClave("FTO_PRIORIDAD_SERVICIO", "", "T", "0000"));
-        ui->txtUnidad->setFormato(Sistema->FormatoClave("FTO_UNIDAD", "", "T", "0000"));
+        ui->txtTipoServicio->setFormato(Mascara("FTO_TIPO_SERVICIO"));
+        ui->txtPrioridad->setFormato(Mascara("FTO_PRIORIDAD_SERVICIO"));
+        ui->txtUnidad->setFormato(Mascara("FTO_UNIDAD"));
         ui->ssTabQvx->setTab(0);
         ui->txtTipoServicio->setFocus();
     });
