@@ -52,7 +52,7 @@ void frmAddParte::LlenarTipo(const QString &tipoEquipo, const QString &nombreTip
 void frmAddParte::LlenarPadre(const QString &padre, const QString &ruta)
 {
     ui->txtPadre->setText(padre);
-    ui->txtNPadre->setText(ruta);
+    ui->txtNPadre->setText(padre == ClaveRaiz ? TextoRaiz : ruta);
 }
 
 // The key of a new part is a proposal that may be written over; that of an existing one finds its row. A hyphen in it

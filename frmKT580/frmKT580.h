@@ -3,6 +3,7 @@
 #include "component/FormularioConPadre.h"
 
 #include <memory>
+#include <optional>
 
 namespace Ui
 {
@@ -81,6 +82,7 @@ private:
     // Parts
     void Controles_Nuevo();
     void Controles_Editar();
+    std::optional<QString> Ruta(const QString &tipoEquipo, const QString &parte, int identificador);
     void SeleccionarPadreDe(const QString &clave);
     void Controles_Eliminar();
     void Controles_Reactivar();

@@ -12,6 +12,17 @@
 
 using namespace Publico;
 
+// The path of a part as a text. Nothing for a part that is not there, which has been told.
+std::optional<QString> frmKT580::Ruta(const QString &tipoEquipo, const QString &parte, int identificador)
+{
+    strSQL = "SELECT dbo.Get_Ruta_Parte_Tipo_Equipo('" + tipoEquipo + "','" + parte + "')AS Descripcion ";
+    const auto fila = Sistema->Conexion().Execute(strSQL);
+    if (!fila.Eof())
+        return fila["Descripcion"];
+    Advertir("No se encontró la ruta de la parte", identificador);
+    return {};
+}
+
 void frmKT580::Controles_Nuevo()
 {
     Trampa::en(*this, "Controles_Nuevo()", 7500004, [&] {
@@ -21,16 +32,13 @@ void frmKT580::Controles_Nuevo()
         const QString tipoEquipo = ui->txtTipoEquipo->Text();
         const QString clave = QString::number(Utilerias->SiguienteClave(
             "Tipo_Equipo_Parte", "Tep_ID", "Te_Cve_Tipo_Equipo", tipoEquipo, "", "", "", "", ""));
-        strSQL = "SELECT dbo.Get_Ruta_Parte_Tipo_Equipo('" + tipoEquipo + "','" + padre + "')AS Descripcion ";
-        const auto ruta = Sistema->Conexion().Execute(strSQL);
-        if (ruta.Eof()) {
-            Advertir("No se encontró la ruta de la parte", 7500003);
+        const auto ruta = Ruta(tipoEquipo, padre, 7500003);
+        if (!ruta)
             return;
-        }
         frmAddParte dialogo(*this);
         dialogo.Nuevo = true;
         dialogo.Cargar();
-        dialogo.LlenarPadre(padre, padre == ClaveRaiz ? TextoRaiz : ruta["Descripcion"]);
+        dialogo.LlenarPadre(padre, *ruta);
         dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
         dialogo.LlenarParte(qvx::ClaveConFormato(clave, formatoParte), "");
         dialogo.MostrarModal();
@@ -63,12 +71,9 @@ void frmKT580::Controles_Editar()
             Advertir("La parte no es válido para esta operación!", 7500005);
             return;
         }
-        strSQL = "SELECT dbo.Get_Ruta_Parte_Tipo_Equipo('" + tipoEquipo + "','" + parte + "')AS Descripcion ";
-        const auto ruta = Sistema->Conexion().Execute(strSQL);
-        if (ruta.Eof()) {
-            Advertir("No se encontró la ruta de la parte", 7500006);
+        const auto ruta = Ruta(tipoEquipo, parte, 7500006);
+        if (!ruta)
             return;
-        }
         strSQL = "SELECT * FROM Tipo_Equipo_Parte WHERE Tep_ID = '" + parte + "' AND Te_Cve_Tipo_Equipo = '"
                  + tipoEquipo + "' ";
         const auto fila = Sistema->Conexion().Execute(strSQL);
@@ -76,7 +81,7 @@ void frmKT580::Controles_Editar()
         frmAddParte dialogo(*this);
         dialogo.Nuevo = false;
         dialogo.Cargar();
-        dialogo.LlenarPadre(padre, padre == ClaveRaiz ? TextoRaiz : ruta["Descripcion"]);
+        dialogo.LlenarPadre(padre, *ruta);
         dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
         dialogo.LlenarParte(parte, fila["Tep_Descripcion"]);
         dialogo.MostrarModal();

@@ -68,16 +68,12 @@ void frmKT580::lvServicios_DblClick()
             return;
         const QString folio = ui->lvServicios->TextoSeleccionado();
         TomarParte();
-        strSQL = "SELECT dbo.Get_Ruta_Parte_Tipo_Equipo('" + ui->txtTipoEquipo->Text() + "','" + parteActual
-                 + "')AS Descripcion ";
-        const auto ruta = Sistema->Conexion().Execute(strSQL);
-        if (ruta.Eof()) {
-            Advertir("No se encontró la ruta de la parte", 7500030);
+        const auto ruta = Ruta(ui->txtTipoEquipo->Text(), parteActual, 7500030);
+        if (!ruta)
             return;
-        }
         frmServicio editor(this);
         editor.Nuevo = false;
-        PrepararEditor(editor, ruta["Descripcion"]);
+        PrepararEditor(editor, *ruta);
         editor.Cargar();
         if (DadaDeBaja(ui->tvPartes->SelectedItem()))
             editor.SoloLectura();
@@ -99,16 +95,12 @@ bool frmKT580::Nuevo_Servicio()
             Advertir("No se puede crear un serviciop de la raíz", 7500028);
             return true;
         }
-        strSQL = "SELECT dbo.Get_Ruta_Parte_Tipo_Equipo('" + ui->txtTipoEquipo->Text() + "','" + parteActual
-                 + "')AS Descripcion ";
-        const auto ruta = Sistema->Conexion().Execute(strSQL);
-        if (ruta.Eof()) {
-            Advertir("No se encontró la ruta de la parte", 7500029);
+        const auto ruta = Ruta(ui->txtTipoEquipo->Text(), parteActual, 7500029);
+        if (!ruta)
             return true;
-        }
         frmServicio editor(this);
         editor.Nuevo = true;
-        PrepararEditor(editor, ruta["Descripcion"]);
+        PrepararEditor(editor, *ruta);
         editor.Cargar();
         if (editor.TieneClave())
             editor.MostrarModal();
