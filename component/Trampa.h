@@ -60,7 +60,7 @@ void delHost(FormularioConPadre &formulario, Pasos &&pasos)
         pasos();
     } catch (const qvx::ErrorEjecucion &error) {
         Publico::Sistema->Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", formulario.hWnd(), "QVX",
-                                  "ERR-ID:1000000");
+                                  "ERR-ID:1000005");
     }
 }
 
