@@ -1,39 +1,17 @@
 // Writing the plan of the equipment type on the screen as an XML document. Changes nothing in the database.
 
+#include "component/Lineas.h"
 #include "component/Trampa.h"
 #include "controls/CommonDialog.h"
 #include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
+#include "frmKT580/PlanXml.h"
 #include "frmKT580/frmKT580.h"
 #include "ui_frmKT580.h"
-#include "xml/Documento.h"
 
 using namespace Publico;
 using qvx::Elemento;
-
-namespace
-{
-
-struct Columna {
-    const char *atributo;
-    const char *campo;
-};
-
-// In the document's order: the import reads them by position. Key and downtime of a service are left out on purpose:
-// the import gives new keys, and derives the downtime.
-constexpr Columna ColumnasServicio[] = {
-    {"Id", "Ts_Cve_Tipo_Servicio"},
-    {"UnidadLectura", "Pm_Unidad_Lectura"},
-    {"FrecuenciaLectura", "Pm_Lectura"},
-    {"FrecuenciaDias", "Pm_Frecuencia"},
-    {"RequiereParo", "Pm_Requiere_Paro"},
-    {"Duracion", "Pm_Tiempo_Estimado"},
-    {"Precio", "Pm_Precio"},
-    {"Prioridad", "Pm_Prioridad"},
-};
-
-} // namespace
 
 bool frmKT580::Exportar_xml()
 {
@@ -81,9 +59,8 @@ bool frmKT580::Exportar_Partes(const Elemento &padre, const QString &parte)
         for (auto servicios = Sistema->Conexion().Execute(strSQL); !servicios.Eof(); servicios.MoveNext()) {
             const QString pmId = servicios["Pm_ID"];
             const Elemento servicio = padre.Crear("TipoServicio");
-            for (const Columna &columna : ColumnasServicio)
-                servicio.setAtributo(columna.atributo, servicios[columna.campo],
-                                     "Parte " + parte + ", servicio " + pmId);
+            for (const auto &[atributo, campo] : planXml::ColumnasServicio)
+                servicio.setAtributo(atributo, servicios[campo], "Parte " + parte + ", servicio " + pmId);
             Exportar_Lineas(servicio, parte, pmId);
         }
         for (; !partes.Eof(); partes.MoveNext()) {
@@ -98,29 +75,25 @@ bool frmKT580::Exportar_Partes(const Elemento &padre, const QString &parte)
     });
 }
 
-// Adds the three groups of lines, empty ones too. Lines of any other kind are left out.
+// Adds a group of lines for each kind, empty ones too. Lines of any other kind are left out.
 void frmKT580::Exportar_Lineas(const Elemento &servicio, const QString &parte, const QString &pmId)
 {
     strSQL = "Select * FROM Plan_Mantenimiento_Detalle WHERE Tep_ID = '" + parte + "' AND Pm_ID = '" + pmId
              + "' AND Te_Cve_Tipo_Equipo = '" + ui->txtTipoEquipo->Text() + "' ORDER BY Pm_ID ASC";
     auto lineas = Sistema->Conexion().Execute(strSQL);
-    const Elemento manoObra = servicio.Crear("ManoObra");
-    const Elemento refacciones = servicio.Crear("Refacciones");
-    const Elemento herramientas = servicio.Crear("Herramientas");
-    const auto agregar = [&](const Elemento &grupo, const QString &nombre) {
-        const QString duenio = "Parte " + parte + ", servicio " + pmId;
-        const Elemento linea = grupo.Crear(nombre);
-        linea.setAtributo("Id", lineas["Pr_Cve_Producto"], duenio);
-        linea.setAtributo("Cantidad", lineas["Pmd_Cantidad"], duenio);
-        return linea;
-    };
-    for (; !lineas.Eof(); lineas.MoveNext()) {
-        const QString tipo = lineas["Pmd_Tipo"];
-        if (tipo == "01")
-            agregar(manoObra, "Servicio");
-        if (tipo == "02")
-            agregar(refacciones, "Refaccion").setAtributo("TipoGasto", "", ""); // never exported, on purpose
-        if (tipo == "03")
-            agregar(herramientas, "Herramienta");
-    }
+    std::vector<Elemento> grupos;
+    for (const ClaseDeLinea &clase : ClasesDeLinea)
+        grupos.push_back(servicio.Crear(clase.grupo));
+    const QString duenio = "Parte " + parte + ", servicio " + pmId;
+    for (; !lineas.Eof(); lineas.MoveNext())
+        for (std::size_t i = 0; i < grupos.size(); ++i) {
+            const ClaseDeLinea &clase = ClasesDeLinea.at(i);
+            if (lineas["Pmd_Tipo"] != clase.tipo)
+                continue;
+            const Elemento linea = grupos.at(i).Crear(clase.elemento);
+            linea.setAtributo("Id", lineas["Pr_Cve_Producto"], duenio);
+            linea.setAtributo("Cantidad", lineas["Pmd_Cantidad"], duenio);
+            if (clase.conGasto)
+                linea.setAtributo("TipoGasto", "", ""); // never exported, on purpose
+        }
 }

@@ -2,6 +2,7 @@
 // and an import that fails, leave the present plan as it was.
 
 #include "component/Esquema.h"
+#include "component/Lineas.h"
 #include "component/PunteroReloj.h"
 #include "component/Trampa.h"
 #include "controls/CommonDialog.h"
@@ -10,11 +11,13 @@
 #include "data/Conexion.h"
 #include "data/Texto.h"
 #include "frmKT580/Ordenes.h"
+#include "frmKT580/PlanXml.h"
 #include "frmKT580/frmKT580.h"
 #include "system/UnidadC.h"
 #include "ui_frmKT580.h"
 #include "xml/EsquemaXml.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Publico;
@@ -25,15 +28,36 @@ namespace
 
 constexpr int ErroresEnDetalles = 50;
 
-// Values stand unescaped between quotes, and literals says how many pairs the statement has by itself. One stray quote
-// breaks its statement, as everywhere; an even number of them would let a document write parts of the statement.
-qvx::Recordset Ejecutar(int literales)
+// The statement that is built in strSQL. Values stand in it unescaped between quotes: one stray quote breaks it, as
+// everywhere; an even number of them would let a document write parts of the statement.
+class Sentencia
 {
-    const auto comillas = strSQL.count(QLatin1Char('\''));
-    if (comillas % 2 == 0 && comillas != 2LL * literales)
-        throw qvx::ErrorEjecucion(qvx::errores::Datos, "Un valor del documento lleva comillas", strSQL);
-    return Sistema->Conexion().Execute(strSQL);
-}
+public:
+    Sentencia() { strSQL.clear(); }
+    Sentencia &operator<<(const char *propio)
+    {
+        strSQL += QString::fromUtf8(propio);
+        return *this;
+    }
+    Sentencia &operator<<(const QString &valor)
+    {
+        comillas += valor.count(QLatin1Char('\''));
+        strSQL += valor;
+        return *this;
+    }
+    Sentencia &Citado(const QString &valor) { return *this << "   '" << valor << "', "; }
+    Sentencia &Suelto(const QString &numero) { return *this << "   " << numero << ", "; }
+
+    qvx::Recordset Ejecutar() const
+    {
+        if (comillas > 0 && comillas % 2 == 0)
+            throw qvx::ErrorEjecucion(qvx::errores::Datos, "Un valor del documento lleva comillas", strSQL);
+        return Sistema->Conexion().Execute(strSQL);
+    }
+
+private:
+    qsizetype comillas = 0; // of the values
+};
 
 double Numero(const QString &texto)
 {
@@ -48,16 +72,6 @@ QString Importe(double numero)
     if (!std::isfinite(numero))
         throw qvx::ErrorEjecucion(qvx::errores::Desbordamiento, "Desbordamiento");
     return qvx::NumeroATexto(numero);
-}
-
-QString Citado(const QString &valor)
-{
-    return "   '" + valor + "', ";
-}
-
-QString Suelto(double numero)
-{
-    return "   " + qvx::NumeroATexto(numero) + ", ";
 }
 
 QString Detalles(const QList<qvx::ErrorXml> &errores)
@@ -127,9 +141,10 @@ bool frmKT580::Importar_Documento(const QString &ruta)
         rechazar(sinFormato, 7500026);
         return false;
     }
-    const QString clave = tipo.Atributo(0);
-    strSQL = " SELECT * FROM Tipo_Equipo WHERE Te_Cve_Tipo_Equipo = '" + clave + "' AND Es_Cve_Estado <> 'CA' ";
-    if (Ejecutar(2).Eof()) {
+    const QString clave = tipo.Atributo(planXml::Id);
+    Sentencia sentencia;
+    sentencia << " SELECT * FROM Tipo_Equipo WHERE Te_Cve_Tipo_Equipo = '" << clave << "' AND Es_Cve_Estado <> 'CA' ";
+    if (sentencia.Ejecutar().Eof()) {
         rechazar("No existe el tipo de equipo '" + clave + "' en la bas de datos", 7500027);
         return true;
     }
@@ -141,17 +156,9 @@ bool frmKT580::Importar_Documento(const QString &ruta)
     }
 
     const PunteroReloj reloj;
-    strSQL = "DELETE FROM Plan_Mantenimiento_Detalle ";
-    strSQL += "WHERE ";
-    strSQL += "   Te_Cve_Tipo_Equipo = '" + clave + "' ";
-    Ejecutar(1);
-    strSQL = "DELETE FROM Plan_Mantenimiento ";
-    strSQL += "WHERE ";
-    strSQL += "   Te_Cve_Tipo_Equipo = '" + clave + "' ";
-    Ejecutar(1);
-    strSQL = "DELETE FROM Tipo_Equipo_Parte ";
-    strSQL += "WHERE Te_Cve_Tipo_Equipo = '" + clave + "' ";
-    Ejecutar(1);
+    for (const char *borrado : {"DELETE FROM Plan_Mantenimiento_Detalle WHERE    ",
+                                "DELETE FROM Plan_Mantenimiento WHERE    ", "DELETE FROM Tipo_Equipo_Parte WHERE "})
+        (Sentencia() << borrado << "Te_Cve_Tipo_Equipo = '" << clave << "' ").Ejecutar();
     if (!Importar_Partes(tipo, clave, ClaveRaiz)) {
         Sistema->Conexion().RollbackTrans();
         return false;
@@ -179,24 +186,26 @@ bool frmKT580::Importar_Partes(const Elemento &elemento, const QString &tipoEqui
         for (const Elemento &hijo : hijos) {
             // Right under the equipment type this is the type's own key, on purpose.
             if (hijo.Nombre() == "TipoServicio")
-                Importar_Servicio(hijo, tipoEquipo, elemento.Atributo(0), operador, fecha);
+                Importar_Servicio(hijo, tipoEquipo, elemento.Atributo(planXml::Id), operador, fecha);
             if (hijo.Nombre() == "Parte") {
-                strSQL = "INSERT INTO Tipo_Equipo_Parte (";
-                strSQL += "       Te_Cve_Tipo_Equipo, ";
-                strSQL += "       Tep_ID, ";
-                strSQL += "       Tep_Descripcion, ";
-                strSQL += "       Tep_Padre, ";
-                strSQL += "       Oper_Alta, ";
-                strSQL += "       Fecha_Alta, ";
-                strSQL += "       Oper_Ult_Modif, ";
-                strSQL += "       Fecha_Ult_Modif ";
-                strSQL += ") VALUES (";
+                const QString parte = hijo.Atributo(planXml::Id);
+                Sentencia sentencia;
+                sentencia << "INSERT INTO Tipo_Equipo_Parte ("
+                             "       Te_Cve_Tipo_Equipo, "
+                             "       Tep_ID, "
+                             "       Tep_Descripcion, "
+                             "       Tep_Padre, "
+                             "       Oper_Alta, "
+                             "       Fecha_Alta, "
+                             "       Oper_Ult_Modif, "
+                             "       Fecha_Ult_Modif "
+                             ") VALUES (";
                 for (const QString &valor :
-                     {tipoEquipo, hijo.Atributo(0), hijo.Atributo(1), padre, operador, fecha, operador})
-                    strSQL += "'" + valor + "', ";
-                strSQL += "'" + fecha + "' )";
-                Ejecutar(8);
-                if (!Importar_Partes(hijo, tipoEquipo, hijo.Atributo(0)))
+                     {tipoEquipo, parte, hijo.Atributo(planXml::Descripcion), padre, operador, fecha, operador})
+                    sentencia << "'" << valor << "', ";
+                sentencia << "'" << fecha << "' )";
+                sentencia.Ejecutar();
+                if (!Importar_Partes(hijo, tipoEquipo, parte))
                     return false;
             }
         }
@@ -209,43 +218,36 @@ void frmKT580::Importar_Servicio(const Elemento &servicio, const QString &tipoEq
 {
     const QString pmId =
         Utilerias->SiguienteClaveTexto("Plan_Mantenimiento", "Pm_ID", "Te_Cve_Tipo_Equipo", tipoEquipo, "", "");
-    const double duracion = Numero(servicio.Atributo(5));
-    strSQL = "INSERT INTO Plan_Mantenimiento (";
-    strSQL += "   Te_Cve_Tipo_Equipo, ";
-    strSQL += "   Tep_ID ,";
-    strSQL += "   Pm_ID ,";
-    strSQL += "   Ts_Cve_Tipo_Servicio ,";
-    strSQL += "   Pm_Frecuencia ,";
-    strSQL += "   Pm_Lectura , ";
-    strSQL += "   Pm_Unidad_Lectura ,";
-    strSQL += "   Pm_Precio ,";
-    strSQL += "   Pm_Tiempo_Estimado ,";
-    strSQL += "   Pm_Prioridad ,";
-    strSQL += "   Pm_Requiere_Paro ,";
-    strSQL += "   Pm_Tiempo_Paro ,";
-    strSQL += "   Oper_Alta ,";
-    strSQL += "   Fecha_Alta ,";
-    strSQL += "   Oper_Ult_Modif ,";
-    strSQL += "   Fecha_Ult_Modif ) ";
-    strSQL += "VALUES (";
-    strSQL += Citado(tipoEquipo);
-    strSQL += Citado(parte);
-    strSQL += Citado(pmId);
-    strSQL += Citado(servicio.Atributo(0));
-    strSQL += Suelto(Numero(servicio.Atributo(3)));
-    strSQL += Suelto(Numero(servicio.Atributo(2)));
-    strSQL += Citado(servicio.Atributo(1));
-    strSQL += Suelto(Numero(servicio.Atributo(6)));
-    strSQL += Suelto(duracion);
-    strSQL += Citado(servicio.Atributo(7));
-    strSQL += Citado(servicio.Atributo(4));
+    const auto valor = [&](const char *campo) { return planXml::Valor(servicio, campo); };
+    const auto numero = [&](const char *campo) { return qvx::NumeroATexto(Numero(valor(campo))); };
+    const QString duracion = numero("Pm_Tiempo_Estimado");
+    const QString conParo = valor("Pm_Requiere_Paro");
+    Sentencia sentencia;
+    sentencia << "INSERT INTO Plan_Mantenimiento ("
+                 "   Te_Cve_Tipo_Equipo, "
+                 "   Tep_ID ,"
+                 "   Pm_ID ,"
+                 "   Ts_Cve_Tipo_Servicio ,"
+                 "   Pm_Frecuencia ,"
+                 "   Pm_Lectura , "
+                 "   Pm_Unidad_Lectura ,"
+                 "   Pm_Precio ,"
+                 "   Pm_Tiempo_Estimado ,"
+                 "   Pm_Prioridad ,"
+                 "   Pm_Requiere_Paro ,"
+                 "   Pm_Tiempo_Paro ,"
+                 "   Oper_Alta ,"
+                 "   Fecha_Alta ,"
+                 "   Oper_Ult_Modif ,"
+                 "   Fecha_Ult_Modif ) "
+                 "VALUES (";
+    sentencia.Citado(tipoEquipo).Citado(parte).Citado(pmId).Citado(valor("Ts_Cve_Tipo_Servicio"));
+    sentencia.Suelto(numero("Pm_Frecuencia")).Suelto(numero("Pm_Lectura")).Citado(valor("Pm_Unidad_Lectura"));
+    sentencia.Suelto(numero("Pm_Precio")).Suelto(duracion).Citado(valor("Pm_Prioridad")).Citado(conParo);
     // A service that stops the equipment is taken to stop it for its whole duration.
-    strSQL += Suelto(servicio.Atributo(4) == "SI" ? duracion : 0);
-    strSQL += Citado(operador);
-    strSQL += Citado(fecha);
-    strSQL += Citado(operador);
-    strSQL += "   ' " + fecha + "' )"; // the blank after the quote is meant
-    Ejecutar(11);
+    sentencia.Suelto(conParo == "SI" ? duracion : "0");
+    sentencia.Citado(operador).Citado(fecha).Citado(operador) << "   ' " << fecha << "' )"; // with that blank
+    sentencia.Ejecutar();
     Importar_Lineas(servicio, tipoEquipo, parte, pmId);
 }
 
@@ -253,53 +255,47 @@ void frmKT580::Importar_Servicio(const Elemento &servicio, const QString &tipoEq
 void frmKT580::Importar_Lineas(const Elemento &servicio, const QString &tipoEquipo, const QString &parte,
                                const QString &pmId)
 {
-    QString tipo;
     for (const Elemento &grupo : servicio.Hijos()) {
-        const bool conGasto = grupo.Nombre() == "Refacciones";
-        if (grupo.Nombre() == "ManoObra")
-            tipo = "01";
-        else if (conGasto)
-            tipo = "02";
-        else if (grupo.Nombre() == "Herramientas")
-            tipo = "03";
+        const auto *clase = std::find_if(ClasesDeLinea.begin(), ClasesDeLinea.end(),
+                                         [&](const ClaseDeLinea &otra) { return grupo.Nombre() == otra.grupo; });
+        if (clase == ClasesDeLinea.end()) // the schema knows none
+            continue;
         for (const Elemento &linea : grupo.Hijos()) {
             const QString pmdId = Utilerias->SiguienteClaveTexto("Plan_Mantenimiento_Detalle", "Pmd_ID",
                                                                  "Te_Cve_Tipo_Equipo", tipoEquipo, "Pm_ID", pmId);
-            const QString producto = linea.Atributo(0);
-            strSQL = " SELECT Pr_Unidad_Control_1 AS Unidad, Pr_Costo_Estandar AS Costo FROM Producto WHERE "
-                     "Pr_Cve_Producto = '"
-                     + producto + "' ";
-            const auto catalogo = Ejecutar(1);
+            const QString producto = linea.Atributo(planXml::Id);
+            Sentencia consulta;
+            consulta << " SELECT Pr_Unidad_Control_1 AS Unidad, Pr_Costo_Estandar AS Costo FROM Producto WHERE "
+                        "Pr_Cve_Producto = '"
+                     << producto << "' ";
+            const auto catalogo = consulta.Ejecutar();
             if (catalogo.Eof()) {
                 textoError += " ," + producto;
                 continue;
             }
-            const double cantidad = Numero(linea.Atributo(1));
-            strSQL = "INSERT INTO Plan_Mantenimiento_Detalle (";
-            strSQL += "   Te_Cve_Tipo_Equipo ,";
-            strSQL += "   Tep_ID ,";
-            strSQL += "   Pm_ID ,";
-            strSQL += "   Pmd_ID ,";
-            strSQL += "   Pmd_Tipo ,";
-            strSQL += "   Pr_Cve_Producto ,";
-            strSQL += "   Pmd_Cantidad ,";
-            strSQL += "   Pmd_Unidad ,";
-            strSQL += "   Pmd_Costo ,";
-            strSQL += "   Pmd_Importe ";
-            if (conGasto)
-                strSQL += "   , Pmd_Tipo_Gasto ";
-            strSQL += " ) ";
-            strSQL += "VALUES (";
-            for (const QString &valor : {tipoEquipo, parte, pmId, pmdId, tipo, producto})
-                strSQL += Citado(valor);
-            strSQL += Suelto(cantidad);
-            strSQL += Citado(catalogo["Unidad"]);
-            strSQL += "   " + catalogo["Costo"] + ", ";
-            strSQL += "   " + Importe(catalogo.Numero("Costo") * cantidad) + " ";
-            if (conGasto)
-                strSQL += " ,  '" + linea.Atributo(2) + "' ";
-            strSQL += " ) ";
-            Ejecutar(conGasto ? 8 : 7);
+            const double cantidad = Numero(linea.Atributo(planXml::Cantidad));
+            Sentencia sentencia;
+            sentencia << "INSERT INTO Plan_Mantenimiento_Detalle ("
+                         "   Te_Cve_Tipo_Equipo ,"
+                         "   Tep_ID ,"
+                         "   Pm_ID ,"
+                         "   Pmd_ID ,"
+                         "   Pmd_Tipo ,"
+                         "   Pr_Cve_Producto ,"
+                         "   Pmd_Cantidad ,"
+                         "   Pmd_Unidad ,"
+                         "   Pmd_Costo ,"
+                         "   Pmd_Importe ";
+            if (clase->conGasto)
+                sentencia << "   , Pmd_Tipo_Gasto ";
+            sentencia << " ) VALUES (";
+            sentencia.Citado(tipoEquipo).Citado(parte).Citado(pmId).Citado(pmdId).Citado(clase->tipo).Citado(producto);
+            sentencia.Suelto(qvx::NumeroATexto(cantidad)).Citado(catalogo["Unidad"]).Suelto(catalogo["Costo"]);
+            sentencia << "   " << Importe(catalogo.Numero("Costo") * cantidad) << " ";
+            if (clase->conGasto)
+                sentencia << " ,  '" << linea.Atributo(planXml::TipoGasto) << "' ";
+            sentencia << " ) ";
+            sentencia.Ejecutar();
         }
     }
 }
