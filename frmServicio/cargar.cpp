@@ -50,43 +50,35 @@ void frmServicio::PonerFrecuencia(textoQVX::txtQVX &caja, double frecuencia)
 
 void frmServicio::CargarLineas(const QString &tipoEquipo, const QString &parte, const QString &servicio)
 {
-    ui->ssManoObra->RemoveAll();
-    ui->ssRefacciones->RemoveAll();
-    ui->ssHerramientas->RemoveAll();
+    for (const Recurso &recurso : recursos)
+        recurso.grid->RemoveAll();
     strSQL = "SELECT * FROM Plan_Mantenimiento_Detalle ";
     strSQL += "WHERE Te_Cve_Tipo_Equipo = '" + tipoEquipo + "'";
     strSQL += "   AND Tep_ID = '" + parte + "'";
     strSQL += "   AND Pm_ID = '" + servicio + "' ";
-    for (auto linea = Sistema->Conexion().Execute(strSQL); !linea.Eof(); linea.MoveNext()) {
-        const QString tipo = linea["Pmd_Tipo"];
-        if (tipo == "01") {
-            CargarCosto(*ui->ssManoObra, CargarLinea(*ui->ssManoObra, linea), linea);
-        } else if (tipo == "02") {
-            const int fila = CargarLinea(*ui->ssRefacciones, linea);
-            CargarCosto(*ui->ssRefacciones, fila, linea);
-            const QString gasto = linea["Pmd_Tipo_Gasto"];
-            ui->ssRefacciones->setCelda(fila, "Gasto", gasto);
-            ui->ssRefacciones->setCelda(fila, "DESCRIPCIONTG",
-                                        Utilerias->ValorDe("TIPO_GASTO", "Tg_Cve_Tipo_Gasto", "Tg_Descripcion", gasto));
-        } else if (tipo == "03") {
-            CargarLinea(*ui->ssHerramientas, linea);
-        }
-    }
+    for (auto linea = Sistema->Conexion().Execute(strSQL); !linea.Eof(); linea.MoveNext())
+        for (const Recurso &recurso : recursos)
+            if (linea["Pmd_Tipo"] == recurso.clase.tipo)
+                CargarLinea(recurso, linea);
 }
 
-int frmServicio::CargarLinea(Grid &grid, const qvx::Recordset &linea)
+void frmServicio::CargarLinea(const Recurso &recurso, const qvx::Recordset &linea)
 {
+    Grid &grid = *recurso.grid;
     const QString producto = linea["Pr_Cve_Producto"];
     const int fila = grid.AddItem();
     grid.setCelda(fila, "Producto", producto);
     grid.setCelda(fila, "Descripción", Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Pr_Descripcion", producto));
     grid.setCelda(fila, "Cantidad", linea["Pmd_Cantidad"]);
     grid.setCelda(fila, "Unidad", linea["Pmd_Unidad"]);
-    return fila;
-}
-
-void frmServicio::CargarCosto(Grid &grid, int fila, const qvx::Recordset &linea)
-{
-    grid.setCelda(fila, "COSTO", linea["Pmd_Costo"]);
-    grid.setCelda(fila, "Importe", linea["Pmd_Importe"]);
+    if (recurso.clase.conCosto) {
+        grid.setCelda(fila, "COSTO", linea["Pmd_Costo"]);
+        grid.setCelda(fila, "Importe", linea["Pmd_Importe"]);
+    }
+    if (recurso.clase.conGasto) {
+        const QString gasto = linea["Pmd_Tipo_Gasto"];
+        grid.setCelda(fila, "Gasto", gasto);
+        grid.setCelda(fila, "DESCRIPCIONTG",
+                      Utilerias->ValorDe("TIPO_GASTO", "Tg_Cve_Tipo_Gasto", "Tg_Descripcion", gasto));
+    }
 }

@@ -24,6 +24,15 @@ const QString FormatoImporte = "$#,##0.00#######";
 
 void frmServicio::DefinirGrids()
 {
+    const auto &[manoObra, refaccion, herramienta] = ClasesDeLinea;
+    recursos = {
+        {manoObra, ui->ssManoObra, 1, &frmServicio::ssManoObra_AfterColUpdate, "mano de obra", "mano de onbra", 7500066,
+         7500067, 7500068, 7500069, 7500081},
+        {refaccion, ui->ssRefacciones, 2, &frmServicio::ssRefacciones_AfterColUpdate, "refacción", "refacción", 7500070,
+         7500071, 7500072, 7500075, 7500082},
+        {herramienta, ui->ssHerramientas, 3, &frmServicio::ssHerramientas_AfterColUpdate, "herramienta", "herramienta",
+         7500076, 7500077, 7500078, 7500079, 7500083},
+    };
     const QList<Columna> comunes{
         {.nombre = "Producto", .titulo = "Clave", .ancho = 120, .boton = true},
         {.nombre = "Descripción", .titulo = "Producto", .ancho = 220, .bloqueada = true},
@@ -44,47 +53,42 @@ void frmServicio::DefinirGrids()
     ui->ssHerramientas->DefinirColumnas(comunes + sinImporte);
 }
 
-void frmServicio::ssManoObra_AfterColUpdate(int columna)
+void frmServicio::ssManoObra_AfterColUpdate(const Recurso &recurso, int columna)
 {
-    Trampa::enEditor(*this, "ssManoObra_BeforeRowColChange()", 7500087, [&] {
-        const QString nombre = ui->ssManoObra->NombreColumna(columna).toUpper();
-        if (nombre == "PRODUCTO" && ui->ssManoObra->EsNumerico(ui->ssManoObra->Row(), "Producto"))
-            Buscar_Producto_MR("MANOOBRA");
-        if (nombre == "CANTIDAD")
-            CalcularImporte(*ui->ssManoObra, ui->ssManoObra->Row());
-    });
+    Trampa::enEditor(*this, "ssManoObra_BeforeRowColChange()", 7500087, [&] { CambiarColumna(recurso, columna); });
 }
 
 // This grid's event has no identifier of its own.
-void frmServicio::ssRefacciones_AfterColUpdate(int columna)
+void frmServicio::ssRefacciones_AfterColUpdate(const Recurso &recurso, int columna)
 {
-    Trampa::delHost(*this, [&] {
-        const QString nombre = ui->ssRefacciones->NombreColumna(columna).toUpper();
-        if (nombre == "PRODUCTO" && ui->ssRefacciones->EsNumerico(ui->ssRefacciones->Row(), "Producto"))
-            Buscar_Producto_MR("REFACCIONES");
-        if (nombre == "GASTO")
-            Buscar_Gasto();
-        if (nombre == "CANTIDAD")
-            CalcularImporte(*ui->ssRefacciones, ui->ssRefacciones->Row());
-    });
+    Trampa::delHost(*this, [&] { CambiarColumna(recurso, columna); });
 }
 
-void frmServicio::ssHerramientas_AfterColUpdate(int columna)
+void frmServicio::ssHerramientas_AfterColUpdate(const Recurso &recurso, int columna)
 {
-    Trampa::enEditor(*this, "ssHerramientas_BeforeRowColChange()", 7500086, [&] {
-        const QString nombre = ui->ssHerramientas->NombreColumna(columna).toUpper();
-        if (nombre == "PRODUCTO" && ui->ssHerramientas->EsNumerico(ui->ssHerramientas->Row(), "Producto"))
-            Buscar_Producto_Herramientas();
-    });
+    Trampa::enEditor(*this, "ssHerramientas_BeforeRowColChange()", 7500086, [&] { CambiarColumna(recurso, columna); });
+}
+
+void frmServicio::CambiarColumna(const Recurso &recurso, int columna)
+{
+    Grid &grid = *recurso.grid;
+    const QString nombre = grid.NombreColumna(columna).toUpper();
+    if (nombre == "PRODUCTO" && grid.EsNumerico(grid.Row(), "Producto"))
+        Buscar_Producto(recurso);
+    if (nombre == "GASTO")
+        Buscar_Gasto();
+    if (nombre == "CANTIDAD" && recurso.clase.conCosto)
+        CalcularImporte(grid, grid.Row());
 }
 
 // A key chosen in the search dialog counts as typed.
-void frmServicio::Grid_BtnClick(Grid &grid, int columna, const QString &catalogo)
+void frmServicio::Grid_BtnClick(const Recurso &recurso, int columna)
 {
     Trampa::delHost(*this, [&] {
+        Grid &grid = *recurso.grid;
         const QString nombre = grid.NombreColumna(columna);
-        const QString clave =
-            Utilerias->BuscarEnCatalogo(nombre == "Gasto" ? QString("TIPO_GASTO") : catalogo, 0, "", QFont(), this);
+        const QString clave = Utilerias->BuscarEnCatalogo(nombre == "Gasto" ? "TIPO_GASTO" : recurso.clase.catalogo, 0,
+                                                          "", QFont(), this);
         if (clave.isEmpty())
             return;
         grid.setCelda(grid.Row(), nombre, clave);
@@ -92,66 +96,48 @@ void frmServicio::Grid_BtnClick(Grid &grid, int columna, const QString &catalogo
     });
 }
 
-// A row that was touched always has a quantity, and an amount where the grid has amounts.
-void frmServicio::Grid_BeforeUpdate(Grid &grid)
+// A row that was touched always has a quantity, and an amount where the kind has amounts.
+void frmServicio::Grid_BeforeUpdate(const Recurso &recurso)
 {
+    Grid &grid = *recurso.grid;
     const int fila = grid.Row();
     if (!grid.Celda(fila, "Cantidad").isEmpty())
         return;
     grid.setCelda(fila, "Cantidad", "0");
-    if (&grid != ui->ssHerramientas)
+    if (recurso.clase.conCosto)
         grid.setCelda(fila, "Importe", "0");
 }
 
-namespace
+// The product on offer with the key of the row, which takes the form of the product keys. A key that is unknown or
+// retired leaves the row's other cells as they are.
+void frmServicio::Buscar_Producto(const Recurso &recurso)
 {
-
-// The product on offer with the key of a row, which takes the form of the product keys.
-qvx::Recordset LeerProducto(SSDataWidgets_B_OLEDB::SSOleDBGrid &grid, int fila, const QString &formato)
-{
-    const QString clave = qvx::ClaveConFormato(grid.Celda(fila, "Producto"), formato);
-    grid.setCelda(fila, "Producto", clave);
-    strSQL = " SELECT Pr_Cve_Producto AS Clave ,";
-    strSQL += "   Pr_Descripcion AS Descripcion,  ";
-    strSQL += "   Pr_Unidad_Control_1 AS Unidad,  ";
-    strSQL += "   Pr_Costo_Estandar  as Costo ";
-    strSQL += " FROM Producto ";
-    strSQL += " WHERE  Pr_Cve_Producto  = '" + clave + "'";
-    strSQL += "   AND Es_Cve_Estado <> 'BA'";
-    return Sistema->Conexion().Execute(strSQL);
-}
-
-} // namespace
-
-// A key that is unknown or retired leaves the row's other cells as they are.
-void frmServicio::Buscar_Producto_Herramientas()
-{
-    Trampa::enEditor(*this, "Buscar_Producto_Herramientas()", 7500088, [&] {
-        const int fila = ui->ssHerramientas->Row();
-        const auto producto = LeerProducto(*ui->ssHerramientas, fila, formatoProducto);
-        if (producto.Eof())
-            return;
-        ui->ssHerramientas->setCelda(fila, "Descripción", producto["Descripcion"]);
-        ui->ssHerramientas->setCelda(fila, "Unidad", producto["Unidad"]);
-    });
-}
-
-void frmServicio::Buscar_Producto_MR(const QString &tipo)
-{
-    Trampa::enEditor(*this, "Buscar_Producto_MR()", 7500089, [&] {
-        const bool manoObra = tipo.toUpper() == "MANOOBRA";
-        if (!manoObra && tipo.toUpper() != "REFACCIONES")
-            return;
-        Grid &grid = manoObra ? *ui->ssManoObra : *ui->ssRefacciones;
+    const auto buscar = [&] {
+        Grid &grid = *recurso.grid;
         const int fila = grid.Row();
-        const auto producto = LeerProducto(grid, fila, formatoProducto);
+        const QString clave = qvx::ClaveConFormato(grid.Celda(fila, "Producto"), formatoProducto);
+        grid.setCelda(fila, "Producto", clave);
+        strSQL = " SELECT Pr_Cve_Producto AS Clave ,";
+        strSQL += "   Pr_Descripcion AS Descripcion,  ";
+        strSQL += "   Pr_Unidad_Control_1 AS Unidad,  ";
+        strSQL += "   Pr_Costo_Estandar  as Costo ";
+        strSQL += " FROM Producto ";
+        strSQL += " WHERE  Pr_Cve_Producto  = '" + clave + "'";
+        strSQL += "   AND Es_Cve_Estado <> 'BA'";
+        const auto producto = Sistema->Conexion().Execute(strSQL);
         if (producto.Eof())
             return;
         grid.setCelda(fila, "Descripción", producto["Descripcion"]);
         grid.setCelda(fila, "Unidad", producto["Unidad"]);
+        if (!recurso.clase.conCosto)
+            return;
         grid.setCelda(fila, "COSTO", producto["Costo"]);
         CalcularImporte(grid, fila); // another product, another cost: the amount must not stay the old one
-    });
+    };
+    if (recurso.clase.conCosto)
+        Trampa::enEditor(*this, "Buscar_Producto_MR()", 7500089, buscar);
+    else
+        Trampa::enEditor(*this, "Buscar_Producto_Herramientas()", 7500088, buscar);
 }
 
 void frmServicio::Buscar_Gasto()
@@ -181,7 +167,7 @@ void frmServicio::CalcularImporte(Grid &grid, int fila)
     grid.setCelda(fila, "Importe", qvx::NumeroATexto(importe));
 }
 
-double frmServicio::SumaImportes(const Grid &grid) const
+double frmServicio::SumaImportes(const Grid &grid)
 {
     double suma = 0;
     for (Contador16 fila; fila < grid.Rows(); ++fila)

@@ -14,7 +14,6 @@
 #include <QShortcut>
 
 using namespace Publico;
-using SSDataWidgets_B_OLEDB::SSOleDBGrid;
 using ssTabQvx::ssTbQvx;
 using textoQVX::txtQVX;
 using toolbarQVX::Controles;
@@ -44,21 +43,18 @@ void frmServicio::ConectarEventos()
     connect(ui->ssTabQvx, &ssTbQvx::Click, this, &frmServicio::ssTabQvx_Click);
     connect(ui->ssTabQvx, &ssTbQvx::KeyPress, this, &frmServicio::Grid_KeyPress);
 
-    ConectarGrid(
-        ui->ssManoObra, [this](int columna) { ssManoObra_AfterColUpdate(columna); }, "PRODUCTO_MANO_OBRA");
-    ConectarGrid(
-        ui->ssRefacciones, [this](int columna) { ssRefacciones_AfterColUpdate(columna); }, "PRODUCTO_REFACCION");
-    ConectarGrid(
-        ui->ssHerramientas, [this](int columna) { ssHerramientas_AfterColUpdate(columna); }, "PRODUCTO_HERRAMIENTA");
+    for (const Recurso &recurso : recursos)
+        ConectarGrid(recurso);
 }
 
-void frmServicio::ConectarGrid(SSOleDBGrid *grid, const std::function<void(int)> &cambio, const QString &catalogo)
+void frmServicio::ConectarGrid(const Recurso &recurso)
 {
-    connect(grid, &SSOleDBGrid::AfterColUpdate, this, cambio);
-    connect(grid, &SSOleDBGrid::BeforeUpdate, this, [this, grid] { Grid_BeforeUpdate(*grid); });
-    connect(grid, &SSOleDBGrid::BtnClick, this,
-            [this, grid, catalogo](int columna) { Grid_BtnClick(*grid, columna, catalogo); });
-    connect(grid, &SSOleDBGrid::KeyPress, this, &frmServicio::Grid_KeyPress);
+    const Grid *grid = recurso.grid;
+    connect(grid, &Grid::AfterColUpdate, this,
+            [this, &recurso](int columna) { (this->*recurso.alCambiar)(recurso, columna); });
+    connect(grid, &Grid::BeforeUpdate, this, [&recurso] { Grid_BeforeUpdate(recurso); });
+    connect(grid, &Grid::BtnClick, this, [this, &recurso](int columna) { Grid_BtnClick(recurso, columna); });
+    connect(grid, &Grid::KeyPress, this, &frmServicio::Grid_KeyPress);
 }
 
 void frmServicio::ConectarTeclas()

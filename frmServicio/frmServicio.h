@@ -1,9 +1,9 @@
 #pragma once
 
 #include "component/FormularioConPadre.h"
+#include "component/Lineas.h"
 #include "data/Conexion.h"
 
-#include <functional>
 #include <memory>
 
 namespace Ui
@@ -50,6 +50,18 @@ protected:
 private:
     using Grid = SSDataWidgets_B_OLEDB::SSOleDBGrid;
 
+    // A kind of lines in the editor.
+    struct Recurso {
+        ClaseDeLinea clase;
+        Grid *grid;
+        int pagina; // of the tabs
+        void (frmServicio::*alCambiar)(const Recurso &recurso, int columna);
+        QString nombre;
+        QString nombreDeBaja; // as the message of a retired product writes it
+        // Identifiers of the messages.
+        int desconocido, deBaja, sinCantidad, repetido, sinGuardar;
+    };
+
     // What an accept writes the same way in every statement.
     struct Auditoria {
         QString operador;
@@ -59,7 +71,7 @@ private:
     void ConectarEventos();
     void Numerar();
     void ConectarTeclas();
-    void ConectarGrid(Grid *grid, const std::function<void(int)> &cambio, const QString &catalogo);
+    void ConectarGrid(const Recurso &recurso);
     void DefinirGrids();
 
     void chkRequiereParo_Click();
@@ -68,35 +80,31 @@ private:
     void ssTabQvx_Click(int pagina);
     void Grid_KeyPress(int codigo);
     void CargarLineas(const QString &tipoEquipo, const QString &parte, const QString &servicio);
-    int CargarLinea(Grid &grid, const qvx::Recordset &linea);
-    static void CargarCosto(Grid &grid, int fila, const qvx::Recordset &linea);
+    static void CargarLinea(const Recurso &recurso, const qvx::Recordset &linea);
     static void PonerFrecuencia(textoQVX::txtQVX &caja, double frecuencia);
 
     // Grids and costing
-    void ssManoObra_AfterColUpdate(int columna);
-    void ssRefacciones_AfterColUpdate(int columna);
-    void ssHerramientas_AfterColUpdate(int columna);
-    void Grid_BtnClick(Grid &grid, int columna, const QString &catalogo);
-    void Grid_BeforeUpdate(Grid &grid);
-    void Buscar_Producto_Herramientas();
-    void Buscar_Producto_MR(const QString &tipo);
+    void ssManoObra_AfterColUpdate(const Recurso &recurso, int columna);
+    void ssRefacciones_AfterColUpdate(const Recurso &recurso, int columna);
+    void ssHerramientas_AfterColUpdate(const Recurso &recurso, int columna);
+    void CambiarColumna(const Recurso &recurso, int columna);
+    void Grid_BtnClick(const Recurso &recurso, int columna);
+    static void Grid_BeforeUpdate(const Recurso &recurso);
+    void Buscar_Producto(const Recurso &recurso);
     void Buscar_Gasto();
-    void CalcularImporte(Grid &grid, int fila);
-    double SumaImportes(const Grid &grid) const;
+    static void CalcularImporte(Grid &grid, int fila);
+    static double SumaImportes(const Grid &grid);
     void Importe();
 
     // Validation
     bool Validar();
     bool ValidarEncabezado();
     bool ValidarHayLineas();
-    bool ValidarManoObra();
-    bool ValidarRefacciones();
-    bool ValidarHerramientas();
+    bool ValidarLineas(const Recurso &recurso);
     bool RechazarCampo(textoQVX::txtQVX *campo, const QString &texto, int identificador);
     bool RechazarLinea(int pagina, const QString &texto, int identificador);
-    QString EstadoProducto(const Grid &grid, int fila) const;
-    bool SinCantidad(const Grid &grid, int fila) const;
-    QString DescripcionProducto(const Grid &grid, int fila) const;
+    bool DeBaja(const Grid &grid, int fila) const;
+    bool GastoDeBaja(const Grid &grid, int fila) const;
 
     // Saving
     void cmdAceptar();
@@ -105,13 +113,12 @@ private:
     QString ActualizarServicio(const Auditoria &auditoria) const;
     QString RequiereParo() const;
     QString ClavesDeLinea() const;
-    bool GuardarManoObra();
-    bool GuardarRefacciones();
-    bool GuardarHerramientas();
-    bool GuardarLineas(const Grid &grid, int identificador, const std::function<QString(int fila)> &sentencia);
+    QString InsertarLinea(const Recurso &recurso, int fila) const;
+    bool GuardarLineas(const Recurso &recurso);
     void controles1_Cancelar();
 
     std::unique_ptr<Ui::frmServicio> ui;
+    QList<Recurso> recursos;
     QString formatoProducto;
     QString formatoGasto;
 };

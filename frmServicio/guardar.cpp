@@ -25,8 +25,9 @@ void frmServicio::cmdAceptar()
         strSQL += "AND Tep_ID = '" + ui->txtParte->Text() + "' ";
         strSQL += "AND Pm_ID = '" + ui->txtID->Text() + "' ";
         Sistema->Conexion().Execute(strSQL);
-        if (!GuardarManoObra() || !GuardarRefacciones() || !GuardarHerramientas())
-            return;
+        for (const Recurso &recurso : recursos)
+            if (!GuardarLineas(recurso))
+                return;
         Sistema->Conexion().CommitTrans();
         controles1_Cancelar();
     });
@@ -123,96 +124,47 @@ QString frmServicio::ClavesDeLinea() const
            + "', ";
 }
 
-// Rows without a description are no lines and are dropped. False when one could not be written; that has been reported.
-bool frmServicio::GuardarLineas(const Grid &grid, int identificador, const std::function<QString(int fila)> &sentencia)
+// Tools are stored without cost, and in another order of columns than the other kinds.
+QString frmServicio::InsertarLinea(const Recurso &recurso, int fila) const
 {
-    return Trampa::deshaciendo(*this, "cmdAceptar()", identificador, [&] {
-        for (Contador16 fila; fila < grid.Rows(); ++fila) {
-            if (grid.Celda(fila, "Descripción").isEmpty())
+    const Grid &grid = *recurso.grid;
+    const auto numero = [&](const QString &columna) { return qvx::NumeroATexto(grid.Numero(fila, columna)); };
+    const auto texto = [&](const QString &columna) { return "'" + grid.Celda(fila, columna) + "'"; };
+    QString sql = "INSERT INTO Plan_Mantenimiento_Detalle (";
+    sql += "Te_Cve_Tipo_Equipo, ";
+    sql += "Tep_ID, ";
+    sql += "Pm_ID, ";
+    sql += "Pmd_ID, ";
+    sql += "Pmd_Tipo, ";
+    sql += "Pr_Cve_Producto, ";
+    sql += recurso.clase.conCosto ? "Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe"
+                                  : "Pmd_Costo, Pmd_Cantidad, Pmd_Importe, Pmd_Unidad";
+    if (recurso.clase.conGasto)
+        sql += ", Pmd_Tipo_Gasto";
+    sql += " ) VALUES (";
+    sql += ClavesDeLinea();
+    sql += QString("'") + recurso.clase.tipo + "', ";
+    sql += texto("Producto") + ", ";
+    if (recurso.clase.conCosto)
+        sql += numero("Cantidad") + ", " + texto("Unidad") + ", " + numero("COSTO") + ", " + numero("Importe");
+    else
+        sql += "0, " + numero("Cantidad") + ", 0, " + texto("Unidad");
+    if (recurso.clase.conGasto)
+        sql += ", " + texto("Gasto");
+    return sql + ") ";
+}
+
+// Rows without a description are no lines and are dropped. False when one could not be written; that has been reported.
+bool frmServicio::GuardarLineas(const Recurso &recurso)
+{
+    return Trampa::deshaciendo(*this, "cmdAceptar()", recurso.sinGuardar, [&] {
+        for (Contador16 fila; fila < recurso.grid->Rows(); ++fila) {
+            if (recurso.grid->Celda(fila, "Descripción").isEmpty())
                 continue;
-            strSQL = sentencia(fila);
+            strSQL = InsertarLinea(recurso, fila);
             Sistema->Conexion().Execute(strSQL);
             // The screen may be drawn again; keys and clicks wait, or a second accept would begin inside this one.
             qvx::Trabajo::Dibujar();
         }
-    });
-}
-
-namespace
-{
-
-const QString InicioDeInsercion = QString("INSERT INTO Plan_Mantenimiento_Detalle (") + "Te_Cve_Tipo_Equipo, "
-                                  + "Tep_ID, " + "Pm_ID, " + "Pmd_ID, " + "Pmd_Tipo, " + "Pr_Cve_Producto, ";
-
-QString Numero(const SSDataWidgets_B_OLEDB::SSOleDBGrid &grid, int fila, const QString &columna)
-{
-    return qvx::NumeroATexto(grid.Numero(fila, columna));
-}
-
-} // namespace
-
-bool frmServicio::GuardarManoObra()
-{
-    const Grid &grid = *ui->ssManoObra;
-    return GuardarLineas(grid, 7500081, [&](int fila) {
-        QString sql = InicioDeInsercion;
-        sql += "Pmd_Cantidad, ";
-        sql += "Pmd_Unidad, ";
-        sql += "Pmd_Costo, ";
-        sql += "Pmd_Importe ";
-        sql += ") VALUES (";
-        sql += ClavesDeLinea();
-        sql += "'01', ";
-        sql += "'" + grid.Celda(fila, "Producto") + "', ";
-        sql += Numero(grid, fila, "Cantidad") + ", ";
-        sql += "'" + grid.Celda(fila, "Unidad") + "', ";
-        sql += Numero(grid, fila, "COSTO") + ", ";
-        sql += Numero(grid, fila, "Importe") + ") ";
-        return sql;
-    });
-}
-
-bool frmServicio::GuardarRefacciones()
-{
-    const Grid &grid = *ui->ssRefacciones;
-    return GuardarLineas(grid, 7500082, [&](int fila) {
-        QString sql = InicioDeInsercion;
-        sql += "Pmd_Cantidad, ";
-        sql += "Pmd_Unidad, ";
-        sql += "Pmd_Costo, ";
-        sql += "Pmd_Importe, ";
-        sql += "Pmd_Tipo_Gasto ";
-        sql += ") VALUES (";
-        sql += ClavesDeLinea();
-        sql += "'02', ";
-        sql += "'" + grid.Celda(fila, "Producto") + "', ";
-        sql += Numero(grid, fila, "Cantidad") + ", ";
-        sql += "'" + grid.Celda(fila, "Unidad") + "', ";
-        sql += Numero(grid, fila, "COSTO") + ", ";
-        sql += Numero(grid, fila, "Importe") + ", ";
-        sql += "'" + grid.Celda(fila, "Gasto") + "') ";
-        return sql;
-    });
-}
-
-// Tools are stored without cost, and in another order of columns than the other kinds.
-bool frmServicio::GuardarHerramientas()
-{
-    const Grid &grid = *ui->ssHerramientas;
-    return GuardarLineas(grid, 7500083, [&](int fila) {
-        QString sql = InicioDeInsercion;
-        sql += "Pmd_Costo, ";
-        sql += "Pmd_Cantidad, ";
-        sql += "Pmd_Importe, ";
-        sql += "Pmd_Unidad ";
-        sql += ") VALUES (";
-        sql += ClavesDeLinea();
-        sql += "'03', ";
-        sql += "'" + grid.Celda(fila, "Producto") + "', ";
-        sql += "0, ";
-        sql += Numero(grid, fila, "Cantidad") + ", ";
-        sql += "0, ";
-        sql += "'" + grid.Celda(fila, "Unidad") + "') ";
-        return sql;
     });
 }

@@ -10,6 +10,7 @@
 #include "ui_frmServicio.h"
 
 #include <QHash>
+#include <algorithm>
 
 using namespace Publico;
 
@@ -21,6 +22,16 @@ using Grid = SSDataWidgets_B_OLEDB::SSOleDBGrid;
 bool SinDescripcion(const Grid &grid, int fila)
 {
     return !grid.Celda(fila, "Producto").isEmpty() && grid.Celda(fila, "Descripción").isEmpty();
+}
+
+bool SinCantidad(const Grid &grid, int fila)
+{
+    return !grid.Celda(fila, "Descripción").isEmpty() && grid.Numero(fila, "Cantidad") == 0;
+}
+
+QString DescripcionProducto(const Grid &grid, int fila)
+{
+    return Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Pr_Descripcion", grid.Celda(fila, "Producto"));
 }
 
 // The products of a grid, with the last row of each. Rows without a product are no products.
@@ -50,8 +61,8 @@ private:
 
 bool frmServicio::Validar()
 {
-    return ValidarEncabezado() && ValidarHayLineas() && ValidarManoObra() && ValidarRefacciones()
-           && ValidarHerramientas();
+    return ValidarEncabezado() && ValidarHayLineas()
+           && std::all_of(recursos.cbegin(), recursos.cend(), [this](const Recurso &r) { return ValidarLineas(r); });
 }
 
 bool frmServicio::RechazarCampo(textoQVX::txtQVX *campo, const QString &texto, int identificador)
@@ -123,89 +134,44 @@ bool frmServicio::ValidarHayLineas()
     return true;
 }
 
-QString frmServicio::EstadoProducto(const Grid &grid, int fila) const
+bool frmServicio::DeBaja(const Grid &grid, int fila) const
 {
-    return Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Es_Cve_Estado",
-                              qvx::ClaveConFormato(grid.Celda(fila, "Producto"), formatoProducto));
+    const QString clave = qvx::ClaveConFormato(grid.Celda(fila, "Producto"), formatoProducto);
+    return Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Es_Cve_Estado", clave) == "BA";
 }
 
-bool frmServicio::SinCantidad(const Grid &grid, int fila) const
+bool frmServicio::GastoDeBaja(const Grid &grid, int fila) const
 {
-    return !grid.Celda(fila, "Descripción").isEmpty() && grid.Numero(fila, "Cantidad") == 0;
+    const QString clave = qvx::ClaveConFormato(grid.Celda(fila, "Gasto"), formatoGasto);
+    return Utilerias->ValorDe("Tipo_Gasto", "Tg_Cve_Tipo_Gasto", "Es_Cve_Estado", clave) == "BA";
 }
 
-QString frmServicio::DescripcionProducto(const Grid &grid, int fila) const
+bool frmServicio::ValidarLineas(const Recurso &recurso)
 {
-    return Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Pr_Descripcion", grid.Celda(fila, "Producto"));
-}
-
-bool frmServicio::ValidarManoObra()
-{
-    const Grid &grid = *ui->ssManoObra;
+    const Grid &grid = *recurso.grid;
     const Productos productos(grid);
+    const bool conGasto = recurso.clase.conGasto;
+    const auto rechazar = [&](const QString &texto, int identificador) {
+        return RechazarLinea(recurso.pagina, texto, identificador);
+    };
     for (Contador16 fila; fila < grid.Rows(); ++fila) {
         if (SinDescripcion(grid, fila))
-            return RechazarLinea(1, "Debe especificar una mano de obra válida", 7500066);
-        if (EstadoProducto(grid, fila) == "BA")
-            return RechazarLinea(1,
-                                 "La mano de onbra: " + grid.Celda(fila, "Descripción")
-                                     + " no se puede registrar porque está dada de baja",
-                                 7500067);
+            return rechazar("Debe especificar una " + recurso.nombre + " válida", recurso.desconocido);
+        if (conGasto && grid.Celda(fila, "DESCRIPCIONTG").isEmpty())
+            return rechazar("Debe especificar un tipo de gasto válido", 7500073);
+        if (DeBaja(grid, fila))
+            return rechazar("La " + recurso.nombreDeBaja + ": " + grid.Celda(fila, "Descripción")
+                                + " no se puede registrar porque está dada de baja",
+                            recurso.deBaja);
         if (SinCantidad(grid, fila))
-            return RechazarLinea(1, "Debe especificar una cantidad para la mano de obra", 7500068);
+            return rechazar("Debe especificar una cantidad para la " + recurso.nombre, recurso.sinCantidad);
+        if (conGasto && GastoDeBaja(grid, fila))
+            return rechazar("El tipo de gasto: " + grid.Celda(fila, "DESCRIPCIONTG")
+                                + " no se puede registrar porque está dado de baja",
+                            7500074);
         if (productos.Repetido(fila))
-            return RechazarLinea(1, "La mano de obra " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
-                                 7500069);
-    }
-    return true;
-}
-
-bool frmServicio::ValidarRefacciones()
-{
-    const Grid &grid = *ui->ssRefacciones;
-    const Productos productos(grid);
-    for (Contador16 fila; fila < grid.Rows(); ++fila) {
-        if (SinDescripcion(grid, fila))
-            return RechazarLinea(2, "Debe especificar una refacción válida", 7500070);
-        if (grid.Celda(fila, "DESCRIPCIONTG").isEmpty())
-            return RechazarLinea(2, "Debe especificar un tipo de gasto válido", 7500073);
-        if (EstadoProducto(grid, fila) == "BA")
-            return RechazarLinea(2,
-                                 "La refacción: " + grid.Celda(fila, "Descripción")
-                                     + " no se puede registrar porque está dada de baja",
-                                 7500071);
-        if (SinCantidad(grid, fila))
-            return RechazarLinea(2, "Debe especificar una cantidad para la refacción", 7500072);
-        const QString gasto = qvx::ClaveConFormato(grid.Celda(fila, "Gasto"), formatoGasto);
-        if (Utilerias->ValorDe("Tipo_Gasto", "Tg_Cve_Tipo_Gasto", "Es_Cve_Estado", gasto) == "BA")
-            return RechazarLinea(2,
-                                 "El tipo de gasto: " + grid.Celda(fila, "DESCRIPCIONTG")
-                                     + " no se puede registrar porque está dado de baja",
-                                 7500074);
-        if (productos.Repetido(fila))
-            return RechazarLinea(2, "La refacción " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
-                                 7500075);
-    }
-    return true;
-}
-
-bool frmServicio::ValidarHerramientas()
-{
-    const Grid &grid = *ui->ssHerramientas;
-    const Productos productos(grid);
-    for (Contador16 fila; fila < grid.Rows(); ++fila) {
-        if (SinDescripcion(grid, fila))
-            return RechazarLinea(3, "Debe especificar una herramienta válida", 7500076);
-        if (EstadoProducto(grid, fila) == "BA")
-            return RechazarLinea(3,
-                                 "La herramienta: " + grid.Celda(fila, "Descripción")
-                                     + " no se puede registrar porque está dada de baja",
-                                 7500077);
-        if (SinCantidad(grid, fila))
-            return RechazarLinea(3, "Debe especificar una cantidad para la herramienta", 7500078);
-        if (productos.Repetido(fila))
-            return RechazarLinea(3, "La herramienta " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
-                                 7500079);
+            return rechazar("La " + recurso.nombre + " " + DescripcionProducto(grid, fila) + " ya ha sido ingresada!",
+                            recurso.repetido);
     }
     return true;
 }
