@@ -9,17 +9,7 @@
 namespace comunesQVX
 {
 
-namespace
-{
-
 constexpr int EsperaDespliegue = 700; // milliseconds over a closed node before a drag opens it
-
-[[noreturn]] void NoEncontrado(const QString &clave)
-{
-    throw qvx::ErrorEjecucion(qvx::errores::NodoNoEncontrado, "No se encontró el nodo " + clave + " en el árbol");
-}
-
-} // namespace
 
 // Keeps what was typed into a label instead of writing it to the node, and paints the drop highlight.
 class TreeView::Delegado : public QStyledItemDelegate
@@ -129,7 +119,7 @@ Nodo *TreeView::Item(const QString &clave) const
 {
     Nodo *nodo = porClave.value(clave);
     if (!nodo)
-        NoEncontrado(clave);
+        throw qvx::ErrorEjecucion(qvx::errores::NodoNoEncontrado, "No se encontró el nodo " + clave + " en el árbol");
     return nodo;
 }
 

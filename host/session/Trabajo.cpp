@@ -34,7 +34,7 @@ void DibujarVentanas()
 Trabajo::Trabajo(Aplicacion &aplicacion_) : aplicacion(aplicacion_), anterior(actual), nivel(Nivel())
 {
     if (anterior)
-        anterior->Apartar();
+        anterior->Ceder();
     reloj.start();
     siguiente = Espera;
     actual = this;
@@ -42,7 +42,7 @@ Trabajo::Trabajo(Aplicacion &aplicacion_) : aplicacion(aplicacion_), anterior(ac
 
 Trabajo::~Trabajo()
 {
-    Apartar();
+    Ceder();
     Soltar(true);
     actual = anterior;
 }
@@ -90,8 +90,9 @@ bool Trabajo::Dibujando()
     return actual && actual->dibujando && Nivel() == actual->nivel;
 }
 
-// Calls that were queued cannot be kept: nobody else can copy them. Those that input has left behind were made before
-// the job began.
+// What the window system says that the person did, its wish to close a window among it, waits in the toolkit already;
+// posted keys and clicks do not. Calls that were queued cannot be kept: nobody else can copy them. Those that input has
+// left behind were made before the job began.
 bool Trabajo::Retener(QObject *receptor, QEvent *evento)
 {
     switch (evento->type()) {
@@ -102,13 +103,10 @@ bool Trabajo::Retener(QObject *receptor, QEvent *evento)
     case QEvent::Drop: // what is dragged would be gone later
         evento->ignore();
         return true;
-    case QEvent::Close:
-    case QEvent::DeferredDelete: // of objects that the job may still be using
+    case QEvent::DeferredDelete: // asked for by a loop inside the job, which may still be using the object
     case QEvent::FocusIn:
-    case QEvent::FocusOut: // ends the editing of a label
-    case QEvent::InputMethod:
-    case QEvent::Quit:
-    case QEvent::Shortcut:
+    case QEvent::FocusOut:    // ends the editing of a label
+    case QEvent::InputMethod: // from another program
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:
         break;
@@ -122,7 +120,7 @@ bool Trabajo::Retener(QObject *receptor, QEvent *evento)
 }
 
 // Gives the word to the loop inside the job, or to whoever comes after it.
-void Trabajo::Apartar()
+void Trabajo::Ceder()
 {
     reloj.invalidate();
     if (std::exchange(visible, false)) {

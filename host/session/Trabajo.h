@@ -39,7 +39,7 @@ private:
     };
 
     void Contar();
-    void Apartar();
+    void Ceder();
     void Soltar(bool destrucciones);
 
     Aplicacion &aplicacion;
