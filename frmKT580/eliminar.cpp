@@ -9,8 +9,8 @@
 
 using namespace Publico;
 
-// The row is selected by its own key, so that the nested call meets it already gone: the parts below stay in their
-// table, out of the tree's reach. That selection is the required one.
+// The row is selected by its own key, on purpose: the nested call meets it already gone, and the parts below stay in
+// their table, out of the tree's reach.
 bool frmKT580::Eliminar_Partes(const QString &tipoEquipo, const QString &parte)
 {
     return Trampa::guardando(textoError, [&] {

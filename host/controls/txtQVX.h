@@ -19,8 +19,8 @@ class ValidadorNumero;
 namespace textoQVX
 {
 
-// The host's text box. Plain, numeric, or a lookup over a catalogue: then it carries a search button (also F3), shapes
-// the key with its mask when it is left, and fills its description box ("" when the key is unknown or retired).
+// The host's text box: plain, numeric, or a lookup over a catalogue, which carries a search button (also F3) and fills
+// its description box ("" when the key is unknown or retired). A box with a mask shapes its key when it is left.
 class txtQVX : public QWidget, public qvx::EntradaPendiente
 {
     Q_OBJECT
@@ -40,7 +40,7 @@ public:
     // Puts a text; a lookup box then fills its description at once. Raises Change when the text becomes another one.
     void setText(const QString &texto);
 
-    // Of a numeric box: the number it holds, 0 when it is empty.
+    // The number that the box holds, 0 when it is empty or holds none.
     double Numero() const;
     // Shows the number in FormatoNumero ("" : plain text form), and holds it unrounded.
     void setNumero(double nuevo);
@@ -55,10 +55,10 @@ public:
     QString Catalogo() const { return catalogo; }
     void setCatalogo(const QString &codigo);
     QString CajaDescripcion() const { return cajaDescripcion; }
-    // Name of the text box of the same window that shows the description.
+    // Name of the text box of the same form that shows the description.
     void setCajaDescripcion(const QString &nombre) { cajaDescripcion = nombre; }
     bool Numerico() const { return numerico; }
-    // A numeric box takes digits, one decimal mark and thousands separators, and nothing else.
+    // A numeric box takes digits, one decimal mark and thousands separators; a sign only where code put one.
     void setNumerico(bool valor);
     QString FormatoNumero() const { return formatoNumero; }
     void setFormatoNumero(const QString &nuevo) { formatoNumero = nuevo; }
