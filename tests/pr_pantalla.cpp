@@ -133,6 +133,11 @@ void PrPantalla::etiqueta()
 {
     const QStringList antes = escenario->Tablas();
     ElegirNodo(Arbol(), "N0002");
+    ElegirNodo(Arbol(), "N0002"); // begins to edit, unless the person has gone on
+    Lista().setFocus();
+    QTest::qWait(QApplication::doubleClickInterval() + 100);
+    QVERIFY(!Arbol().findChild<QLineEdit *>());
+    Arbol().setFocus();
     const auto rotular = [&](const QString &texto) {
         QTest::keyClick(&Arbol(), Qt::Key_F2);
         auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());

@@ -83,6 +83,8 @@ Q_SIGNALS:
     void OLEDragDrop(const QString &texto);
 
 protected:
+    using QTreeWidget::edit;
+    bool edit(const QModelIndex &indice, EditTrigger motivo, QEvent *evento) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &indice,
                                                          const QEvent *evento = nullptr) const override;
     void focusInEvent(QFocusEvent *evento) override;

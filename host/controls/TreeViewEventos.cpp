@@ -21,6 +21,13 @@ QItemSelectionModel::SelectionFlags TreeView::selectionCommand(const QModelIndex
     return quita ? QItemSelectionModel::NoUpdate : orden;
 }
 
+// A click on the selected node begins the editing a while later: by then the person may be elsewhere, and a label that
+// nobody looks at would be written when the tree is used next.
+bool TreeView::edit(const QModelIndex &indice, EditTrigger motivo, QEvent *evento)
+{
+    return hasFocus() && QTreeWidget::edit(indice, motivo, evento);
+}
+
 void TreeView::keyPressEvent(QKeyEvent *evento)
 {
     const int codigo = CodigoTecla(evento->key());
