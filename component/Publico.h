@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plan/Claves.h"
 #include "session/Sistema.h"
 #include "session/Utilerias.h"
 
@@ -21,7 +22,7 @@ extern QString strSQL;
 void Main();
 
 // The root of every tree of parts: the key that its first parts have as their parent's, and its text. It is no row.
-inline const QString ClaveRaiz = "0000";
+inline const QString &ClaveRaiz = qvx::claves::Raiz;
 inline const QString TextoRaiz = "RAIZ";
 
 // The mask of a catalogue's keys; predeterminada where the host has none. Raises data errors.
