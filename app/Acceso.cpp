@@ -12,7 +12,7 @@ using qvx::Servidor;
 namespace
 {
 
-[[noreturn]] void Negar(const Servidor &servidor, const QString &motivo)
+[[noreturn]] void Rechazar(const Servidor &servidor, const QString &motivo)
 {
     throw SinAcceso("No se pudo entrar a la base de datos " + servidor.Nombre() + ".", motivo);
 }
@@ -22,17 +22,17 @@ void EntrarSinPreguntar(const Servidor &servidor)
 {
     const auto [acceso, motivo] = servidor.Probar();
     if (acceso == Servidor::Acceso::PideContrasena && motivo.isEmpty())
-        Negar(servidor, "El servidor pide la contraseña de " + servidor.Usuario()
+        Rechazar(servidor, "El servidor pide la contraseña de " + servidor.Usuario()
                             + ": póngala en la variable PGPASSWORD o en el archivo de contraseñas.");
     if (acceso != Servidor::Acceso::Abierto)
-        Negar(servidor, motivo);
+        Rechazar(servidor, motivo);
 }
 
 bool EntrarPreguntando(Servidor &servidor)
 {
     const auto [acceso, motivo] = ProbarEnEspera(servidor);
     if (acceso == Servidor::Acceso::Rechazado)
-        Negar(servidor, motivo);
+        Rechazar(servidor, motivo);
     return acceso == Servidor::Acceso::Abierto || DialogoEntrada(servidor, motivo).exec() == QDialog::Accepted;
 }
 

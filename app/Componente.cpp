@@ -13,7 +13,7 @@
 namespace
 {
 
-[[noreturn]] void Fallar(const QString &que)
+[[noreturn]] void Rechazar(const QString &que)
 {
     throw qvx::ErrorEjecucion(qvx::errores::ObjetoNoEstablecido, "No se pudo cargar la pantalla KT580: " + que);
 }
@@ -22,7 +22,7 @@ QFunctionPointer Entrada(QLibrary &biblioteca, const char *nombre)
 {
     const QFunctionPointer entrada = biblioteca.resolve(nombre);
     if (!entrada)
-        Fallar(biblioteca.errorString());
+        Rechazar(biblioteca.errorString());
     return entrada;
 }
 
@@ -36,10 +36,10 @@ QString Biblioteca()
     QLibrary vecina(QCoreApplication::applicationDirPath() + "/libKT580.so");
     const auto registrar = reinterpret_cast<com::FnSinArgumentos>(Entrada(vecina, "DllRegisterServer"));
     if (registrar() != com::S_OK)
-        Fallar("no se pudo registrar en " + qvx::registro::Archivo());
+        Rechazar("no se pudo registrar en " + qvx::registro::Archivo());
     registrada = qvx::registro::Buscar(KT580::ClavePantalla);
     if (!registrada)
-        Fallar("su clase no quedó registrada");
+        Rechazar("su clase no quedó registrada");
     return registrada->biblioteca;
 }
 
@@ -52,12 +52,12 @@ QWidget *CrearPantalla()
 
     void *objeto = nullptr;
     if (objetoDeClase(KT580::CLSID_Pantalla, com::IID_IClassFactory, &objeto) != com::S_OK)
-        Fallar("no tiene la clase Pantalla");
+        Rechazar("no tiene la clase Pantalla");
     auto *fabrica = static_cast<com::IClassFactory *>(objeto);
     const com::HRESULT creada = fabrica->CreateInstance(nullptr, KT580::IID_IPantalla, &objeto);
     fabrica->Release();
     if (creada != com::S_OK)
-        Fallar("no se pudo crear la clase Pantalla");
+        Rechazar("no se pudo crear la clase Pantalla");
 
     auto *clase = static_cast<KT580::IPantalla *>(objeto);
     QVariant pantalla;
@@ -65,6 +65,6 @@ QWidget *CrearPantalla()
     clase->Release();
     auto *ventana = qobject_cast<QWidget *>(pantalla.value<QObject *>());
     if (obtenida != com::S_OK || !ventana)
-        Fallar("la clase Pantalla no dio su pantalla");
+        Rechazar("la clase Pantalla no dio su pantalla");
     return ventana;
 }
