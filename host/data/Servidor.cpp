@@ -1,10 +1,10 @@
 #include "data/Servidor.h"
 
 #include "data/BaseAbierta.h"
+#include "data/ClienteServidor.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Instalador.h"
-#include "data/Libpq.h"
 #include "plan/Formas.h"
 
 #include <QRegularExpression>
@@ -23,7 +23,7 @@ const QString SinPermiso = "42501";
 
 // Those that an address need not name. A server that went away is noticed by the kernel, a lock that is not given ends
 // the wait, and names mean the schema's own objects and nothing that somebody else may have put before them.
-const QList<QPair<QString, QString>> Predeterminadas{
+const Servidor::Opciones Predeterminadas{
     {"connect_timeout", "10"}, {"keepalives_idle", "30"},     {"keepalives_interval", "10"},
     {"keepalives_count", "3"}, {"tcp_user_timeout", "20000"}, {"application_name", "quorvex"},
 };
@@ -102,19 +102,6 @@ bool LlevaContrasena(const QString &direccion)
     return trasElUsuario.match(direccion).hasMatch() || entreLasOpciones.match(direccion).hasMatch();
 }
 
-// Whom libpq takes for the user of an address that names none.
-QString UsuarioPredeterminado()
-{
-    const Libpq &pq = LibreriaPq();
-    QString usuario;
-    PQconninfoOption *predeterminadas = pq.PQconndefaults();
-    for (const PQconninfoOption *opcion = predeterminadas; opcion && opcion->keyword; ++opcion)
-        if (qstrcmp(opcion->keyword, "user") == 0)
-            usuario = QString::fromUtf8(opcion->val);
-    pq.PQconninfoFree(predeterminadas);
-    return usuario;
-}
-
 } // namespace
 
 Servidor::Servidor(const QString &direccion)
@@ -123,18 +110,7 @@ Servidor::Servidor(const QString &direccion)
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar la contraseña.");
     if (!direccion.startsWith("postgresql://") && !direccion.startsWith("postgres://"))
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor es postgresql://USUARIO@EQUIPO:PUERTO/BASE.");
-    const Libpq &pq = LibreriaPq();
-    char *error = nullptr;
-    PQconninfoOption *leidas = pq.PQconninfoParse(direccion.toUtf8().constData(), &error);
-    if (!leidas) {
-        const QString motivo = QString::fromUtf8(error).trimmed();
-        pq.PQfreemem(error);
-        throw ErrorEjecucion(errores::Datos, "La dirección del servidor no es válida: " + motivo);
-    }
-    for (const PQconninfoOption *opcion = leidas; opcion->keyword; ++opcion)
-        if (opcion->val)
-            opciones.append({QString::fromUtf8(opcion->keyword), QString::fromUtf8(opcion->val)});
-    pq.PQconninfoFree(leidas);
+    opciones = Cliente().LeerDireccion(direccion);
     if (!Opcion("password").isEmpty() || !Opcion("sslpassword").isEmpty())
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar la contraseña.");
     Completar();
@@ -145,7 +121,7 @@ void Servidor::Completar()
     if (Opcion("dbname").isEmpty())
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor no dice qué base de datos.");
     if (Usuario().isEmpty())
-        setUsuario(UsuarioPredeterminado());
+        setUsuario(Cliente().UsuarioPredeterminado());
     Poner("options", (OpcionesDeSesion + QLatin1Char(' ') + Opcion("options")).trimmed());
     for (const auto &[nombre, valor] : Predeterminadas)
         if (Opcion(nombre).isEmpty())
@@ -201,32 +177,7 @@ void Servidor::Preparar(QSqlDatabase &base) const
 
 Servidor::Prueba Servidor::Probar() const
 {
-    std::vector<QByteArray> textos;
-    for (const auto &[nombre, valor] : opciones) {
-        textos.push_back(nombre.toUtf8());
-        textos.push_back(valor.toUtf8());
-    }
-    std::vector<const char *> nombres;
-    std::vector<const char *> valores;
-    for (std::size_t i = 0; i < textos.size(); i += 2) {
-        nombres.push_back(textos[i].constData());
-        valores.push_back(textos[i + 1].constData());
-    }
-    nombres.push_back(nullptr);
-    valores.push_back(nullptr);
-    const Libpq &pq = LibreriaPq();
-    const std::unique_ptr<PGconn, decltype(&PQfinish)> enlace(pq.PQconnectdbParams(nombres.data(), valores.data(), 0),
-                                                              pq.PQfinish);
-    if (pq.PQstatus(enlace.get()) == CONNECTION_OK)
-        return {Acceso::Abierto, {}};
-    if (pq.PQconnectionNeedsPassword(enlace.get()))
-        return {Acceso::PideContrasena, {}};
-    // Tried with and without TLS, it says the same twice.
-    QStringList motivo = QString::fromUtf8(pq.PQerrorMessage(enlace.get())).trimmed().split(QLatin1Char('\n'));
-    motivo.removeDuplicates();
-    // Also one that was not accepted.
-    return {pq.PQconnectionUsedPassword(enlace.get()) ? Acceso::PideContrasena : Acceso::Rechazado,
-            motivo.join(QLatin1Char('\n'))};
+    return Cliente().Probar(opciones);
 }
 
 std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor)

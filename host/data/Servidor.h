@@ -17,6 +17,8 @@ class Conexion;
 class Servidor
 {
 public:
+    using Opciones = QList<QPair<QString, QString>>; // name and value
+
     // From postgresql://USER@HOST:PORT/DB?sslmode=... Raises an ErrorEjecucion in Spanish for a text that is no such
     // address, and for one with a password, which everybody on the machine could read. Without a user it is the one
     // that libpq would take.
@@ -49,7 +51,7 @@ private:
     QString Opcion(const QString &nombre) const;
     void Poner(const QString &nombre, const QString &valor);
 
-    QList<QPair<QString, QString>> opciones;
+    Opciones opciones;
 };
 
 // Opens the database of a server for the screen. Raises an ErrorEjecucion in Spanish for the person: no server, no

@@ -1,13 +1,14 @@
 // The shared server's dialect. The server knows "dbo." functions itself.
 
-#include "data/Dialecto.h"
-#include "data/Libpq.h"
+#include "servidor/DialectoPostgres.h"
+
 
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QVariant>
+#include <libpq-fe.h>
 #include <poll.h>
 
 namespace qvx
@@ -65,32 +66,30 @@ public:
     // Parsed by the server on its own, since a text sent to be run may hold several statements.
     QSqlError Examinar(QSqlDatabase &base, const QString &sql) const override
     {
-        const Libpq &pq = LibreriaPq();
-        PGresult *resultado = pq.PQprepare(Enlace(base), "", sql.toUtf8().constData(), 0, nullptr);
+        PGresult *resultado = PQprepare(Enlace(base), "", sql.toUtf8().constData(), 0, nullptr);
         QSqlError error;
-        if (pq.PQresultStatus(resultado) != PGRES_COMMAND_OK)
-            error = QSqlError({}, QString::fromUtf8(pq.PQresultErrorMessage(resultado)), QSqlError::StatementError,
-                              QString::fromLatin1(pq.PQresultErrorField(resultado, PG_DIAG_SQLSTATE)));
-        pq.PQclear(resultado);
+        if (PQresultStatus(resultado) != PGRES_COMMAND_OK)
+            error = QSqlError({}, QString::fromUtf8(PQresultErrorMessage(resultado)), QSqlError::StatementError,
+                              QString::fromLatin1(PQresultErrorField(resultado, PG_DIAG_SQLSTATE)));
+        PQclear(resultado);
         return error;
     }
 
     // Nothing is due on an idle connection: what there is to read is its end, perhaps after the server's farewell.
     bool SigueAbierta(const QSqlDatabase &base) const override
     {
-        const Libpq &pq = LibreriaPq();
         PGconn *enlace = Enlace(base);
-        if (!base.isOpen() || pq.PQstatus(enlace) != CONNECTION_OK)
+        if (!base.isOpen() || PQstatus(enlace) != CONNECTION_OK)
             return false;
-        pollfd enchufe{pq.PQsocket(enlace), POLLIN, 0};
-        while (poll(&enchufe, 1, 0) > 0 && pq.PQconsumeInput(enlace) == 1) {
+        pollfd enchufe{PQsocket(enlace), POLLIN, 0};
+        while (poll(&enchufe, 1, 0) > 0 && PQconsumeInput(enlace) == 1) {
         }
-        return pq.PQstatus(enlace) == CONNECTION_OK;
+        return PQstatus(enlace) == CONNECTION_OK;
     }
 
     bool SigueEnTransaccion(const QSqlDatabase &base) const override
     {
-        return LibreriaPq().PQtransactionStatus(Enlace(base)) == PQTRANS_INTRANS;
+        return PQtransactionStatus(Enlace(base)) == PQTRANS_INTRANS;
     }
 
     QStringList Funciones() const override
@@ -113,7 +112,7 @@ public:
 
 } // namespace
 
-std::unique_ptr<Dialecto> DialectoPostgres()
+std::unique_ptr<Dialecto> NuevoDialectoPostgres()
 {
     return std::make_unique<Postgres>();
 }
