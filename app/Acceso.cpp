@@ -3,7 +3,7 @@
 #include "app/Argumentos.h"
 #include "app/DialogoEntrada.h"
 #include "data/Conexion.h"
-#include "data/Instalador.h"
+#include "plan/Instalador.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
 
@@ -23,7 +23,7 @@ void EntrarSinPreguntar(const Servidor &servidor)
     const auto [acceso, motivo] = servidor.Probar();
     if (acceso == Servidor::Acceso::PideContrasena && motivo.isEmpty())
         Rechazar(servidor, "El servidor pide la contraseña de " + servidor.Usuario()
-                            + ": póngala en la variable PGPASSWORD o en el archivo de contraseñas.");
+                               + ": póngala en la variable PGPASSWORD o en el archivo de contraseñas.");
     if (acceso != Servidor::Acceso::Abierto)
         Rechazar(servidor, motivo);
 }
@@ -56,10 +56,11 @@ std::unique_ptr<qvx::Conexion> AbrirBaseConVentana(const Argumentos &argumentos)
     return qvx::AbrirServidor(servidor);
 }
 
-bool CrearEsquema(const Argumentos &argumentos)
+qvx::CambioDeEsquema CambiarEsquema(const Argumentos &argumentos)
 {
     EntrarSinPreguntar(*argumentos.servidor);
-    return qvx::CrearEsquema(*argumentos.servidor, argumentos.conEjemplos);
+    return argumentos.crearEsquema ? qvx::CrearEsquema(*argumentos.servidor, argumentos.conEjemplos)
+                                   : qvx::ActualizarEsquema(*argumentos.servidor);
 }
 
 std::unique_ptr<qvx::Sesion> IniciarSesion(const Argumentos &argumentos, std::unique_ptr<qvx::Conexion> conexion,

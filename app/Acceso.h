@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/ErrorEjecucion.h"
+#include "plan/EsquemaServidor.h"
 
 #include <memory>
 
@@ -33,8 +34,8 @@ std::unique_ptr<qvx::Conexion> AbrirBase(const Argumentos &argumentos);
 // Likewise for a window: the person is asked for the password. Nothing when he gave up.
 std::unique_ptr<qvx::Conexion> AbrirBaseConVentana(const Argumentos &argumentos);
 
-// Creates the schema on the server that the command line names. False when it was there.
-bool CrearEsquema(const Argumentos &argumentos);
+// Creates the schema on the server that the command line names, or brings it to this program's version.
+qvx::CambioDeEsquema CambiarEsquema(const Argumentos &argumentos);
 
 // Signs in: on a server its user is the operator, and its clock counts.
 std::unique_ptr<qvx::Sesion> IniciarSesion(const Argumentos &argumentos, std::unique_ptr<qvx::Conexion> conexion,

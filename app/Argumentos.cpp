@@ -37,17 +37,20 @@ void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
     argumentos.conEjemplos = lector.isSet("con-ejemplos");
     if (argumentos.conEjemplos && !argumentos.crearEsquema)
         argumentos.error = "--con-ejemplos solo va con --crear-esquema.";
+    argumentos.actualizarEsquema = lector.isSet("actualizar-esquema");
+    QString orden;
+    if (argumentos.crearEsquema || argumentos.actualizarEsquema)
+        orden = argumentos.crearEsquema ? "crear-esquema" : "actualizar-esquema";
     if (!lector.isSet("servidor")) {
-        if (argumentos.crearEsquema)
-            argumentos.error = "--crear-esquema necesita --servidor.";
+        if (!orden.isEmpty())
+            argumentos.error = "--" + orden + " necesita --servidor.";
         return;
     }
     QStringList otras = lector.optionNames();
-    otras.removeIf([](const QString &opcion) {
-        return opcion == "servidor" || opcion == "crear-esquema" || opcion == "con-ejemplos";
-    });
-    if (argumentos.crearEsquema && !otras.isEmpty())
-        argumentos.error = "--crear-esquema va sin otra orden: --" + otras.constFirst() + " sobra.";
+    otras.removeIf(
+        [&](const QString &opcion) { return opcion == "servidor" || opcion == orden || opcion == "con-ejemplos"; });
+    if (!orden.isEmpty() && !otras.isEmpty())
+        argumentos.error = "--" + orden + " va sin otra orden: --" + otras.constFirst() + " sobra.";
     else if (lector.isSet("base-datos"))
         argumentos.error = "--servidor y --base-datos no van juntos.";
     else if (lector.isSet("operador"))
@@ -86,6 +89,7 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     lector.addOptions({{"base-datos", "", "FILE"},
                        {"servidor", "", "ADDRESS"},
                        {"crear-esquema", ""},
+                       {"actualizar-esquema", ""},
                        {"con-ejemplos", ""},
                        {"tipo-equipo", "", "KEY"},
                        {"operador", "", "NAME"},

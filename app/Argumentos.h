@@ -20,7 +20,8 @@ struct Argumentos {
     QString archivo;
     bool si = false;           // questions of the import are answered Yes
     bool revisar = false;      // without a window: what the trees do not reach
-    bool crearEsquema = false; // without a window: on the server
+    bool crearEsquema = false; // without a window: on the server, at most one of the two
+    bool actualizarEsquema = false;
     bool conEjemplos = false;
     bool ayuda = false;
     bool version = false;

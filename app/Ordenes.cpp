@@ -7,6 +7,7 @@
 #include "app/VentanaPrincipal.h"
 #include "controls/InteraccionQt.h"
 #include "data/Conexion.h"
+#include "plan/Guion.h"
 #include "plan/Integridad.h"
 #include "session/Sesion.h"
 
@@ -22,6 +23,19 @@ QString EnUnRenglon(const qvx::Suelto &suelto)
     return ("Tipo de equipo " + suelto.tipoEquipo + ", " + clase + " " + suelto.clave + " " + suelto.descripcion)
                .simplified()
            + ": " + suelto.motivo + ".";
+}
+
+QString LoHecho(const qvx::CambioDeEsquema &cambio, const Argumentos &argumentos)
+{
+    const QString nombre = argumentos.servidor->Nombre();
+    if (cambio.antes == 0)
+        return "Se creó el esquema de Quorvex en la base de datos " + nombre
+               + ", con los roles quorvex_planificadores y quorvex_lectores.";
+    if (cambio.antes < qvx::VersionEsquema)
+        return QString("Se actualizó el esquema de Quorvex en la base de datos %1, de la versión %2 a la %3.")
+            .arg(nombre, QString::number(cambio.antes), QString::number(qvx::VersionEsquema));
+    return argumentos.actualizarEsquema ? QString("El esquema ya está al día. Se repusieron los permisos de los roles.")
+                                        : QString("El esquema ya está al día.");
 }
 
 } // namespace
@@ -55,11 +69,12 @@ int Revisar(const Argumentos &argumentos)
     return sueltos.isEmpty() ? salida::Hecho : salida::Fallido;
 }
 
-int Crear(const Argumentos &argumentos)
+int CambiarElEsquema(const Argumentos &argumentos)
 {
-    const QString nombre = argumentos.servidor->Nombre();
-    Escribir(stdout, CrearEsquema(argumentos) ? "Se creó el esquema de Quorvex en la base de datos " + nombre
-                                                    + ", con los roles quorvex_planificadores y quorvex_lectores."
-                                              : QString("El esquema ya está al día."));
+    const qvx::CambioDeEsquema cambio = CambiarEsquema(argumentos);
+    Escribir(stdout, LoHecho(cambio, argumentos));
+    if (cambio.objetosGrandes)
+        Escribir(stdout, "Quien puede entrar a la base de datos puede guardar en ella objetos grandes; lo quita un "
+                         "superusuario del servidor con --actualizar-esquema.");
     return salida::Hecho;
 }

@@ -9,5 +9,5 @@ struct Argumentos;
 int Mostrar(const Argumentos &argumentos);
 // What the trees do not reach, without a window. Finding nothing is the good end.
 int Revisar(const Argumentos &argumentos);
-// The schema on a server, without a window.
-int Crear(const Argumentos &argumentos);
+// The schema on a server, made or brought to this program's version, without a window.
+int CambiarElEsquema(const Argumentos &argumentos);

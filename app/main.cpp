@@ -23,9 +23,9 @@ int main(int argc, char **argv)
         Escribir(stdout, argumentos.ayuda ? Argumentos::Ayuda() : QString("Quorvex " QVX_VERSION));
         return salida::Hecho;
     }
-    if (argumentos.revisar || argumentos.crearEsquema) {
+    if (argumentos.revisar || argumentos.crearEsquema || argumentos.actualizarEsquema) {
         const QCoreApplication sinPantalla(argc, argv);
-        return ConReporte([&] { return argumentos.revisar ? Revisar(argumentos) : Crear(argumentos); });
+        return ConReporte([&] { return argumentos.revisar ? Revisar(argumentos) : CambiarElEsquema(argumentos); });
     }
     if (argumentos.EsIntercambio())
         qputenv("QT_QPA_PLATFORM", "offscreen"); // runs where there is no display

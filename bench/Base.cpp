@@ -2,8 +2,9 @@
 
 #include "bench/Siembra.h"
 #include "data/Conexion.h"
-#include "data/Instalador.h"
-#include "data/Servidor.h"
+#include "plan/EsquemaServidor.h"
+#include "plan/Guion.h"
+#include "plan/Instalador.h"
 
 #include <QUuid>
 
@@ -77,7 +78,8 @@ private:
     QString DePlanificador() const
     {
         return QString("postgresql://banco@127.0.0.1:%1/%2?sslmode=disable")
-            .arg(qEnvironmentVariable("QVX_PRUEBA_PUERTO"), nombre);
+                   .arg(qEnvironmentVariable("QVX_PRUEBA_PUERTO"), nombre)
+               + "&options=-c%20quorvex.esquema%3D" + QString::number(qvx::VersionEsquema);
     }
 
     QString nombre;

@@ -1,11 +1,17 @@
 #include "data/ErrorEjecucion.h"
-#include "data/Instalador.h"
+#include "plan/Instalador.h"
 #include "support/Averia.h"
 #include "support/Tabla.h"
 
 #include <QDir>
+#include <QProcess>
+#include <cerrno>
+#include <csignal>
+#include <dlfcn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
-// The database file: made on first use, refused when it is not ours or damaged.
+// The database file: made on first use, brought up from an older version, refused when it is not ours or damaged.
 class PrInstalador : public QObject
 {
     Q_OBJECT
@@ -15,10 +21,30 @@ private Q_SLOTS:
     void rechazada_data();
     void rechazada();
     void sinEspacio();
+    void actualizada();
+    void sinActualizar();
+    void interrumpida();
+    void aLaVez();
+    void protegida();
 };
 
 namespace
 {
+
+// From the n-th change on the disk on, the process is killed or the disk is full.
+int cambiosHastaLaFalla = -1;
+bool discoLleno = false;
+
+bool DiscoFalla()
+{
+    if (cambiosHastaLaFalla < 0 || --cambiosHastaLaFalla > 0)
+        return false;
+    if (!discoLleno)
+        kill(getpid(), SIGKILL);
+    cambiosHastaLaFalla = 1;
+    errno = ENOSPC;
+    return true;
+}
 
 QByteArray Contenido(const QString &archivo)
 {
@@ -36,7 +62,91 @@ QString ErrorAlAbrir(const QString &archivo)
     }
 }
 
+// A file as version 2 left it, with what planners may have put into it.
+QString Vieja(const QTemporaryDir &carpeta)
+{
+    const QString archivo = carpeta.filePath("plan.db");
+    if (QProcess::execute("sqlite3", {archivo, ".read " CARPETA_DATOS "/version_2.sqlite.sql"}) != 0)
+        qFatal("sqlite3 no hizo el archivo");
+    return archivo;
+}
+
+std::unique_ptr<OtroPrograma> Mirar(const QString &archivo)
+{
+    qvx::BaseAbierta base(
+        "QSQLITE", [&](QSqlDatabase &nueva) { nueva.setDatabaseName(archivo); },
+        [](const QSqlError &error) { qFatal("%s", qPrintable(error.text())); });
+    return std::make_unique<OtroPrograma>(base.Entregar());
+}
+
+// Every row of every table with its own number.
+QStringList Filas(const QString &archivo)
+{
+    const auto base = Mirar(archivo);
+    QStringList filas;
+    for (const QString &tabla : base->Filas("SELECT name FROM sqlite_schema WHERE type = 'table' ORDER BY name")) {
+        QStringList columnas;
+        for (const QString &columna : base->Filas("SELECT name FROM pragma_table_xinfo('" + tabla + "')"))
+            columnas.append("quote(" + columna + ")");
+        filas += base->Filas("SELECT '" + tabla + "', rowid, " + columnas.join(", ") + " FROM " + tabla);
+    }
+    return filas;
+}
+
+QString Version(const QString &archivo)
+{
+    return Mirar(archivo)
+        ->Filas("SELECT user_version, integrity_check FROM pragma_user_version, "
+                "pragma_integrity_check")
+        .join('\n');
+}
+
+QStringList Copias(const QTemporaryDir &carpeta)
+{
+    return QDir(carpeta.path()).entryList({"plan.db.*"}, QDir::Files);
+}
+
+// In a process of its own, which ends with 0 when it opened the file.
+pid_t AbrirAparte(const QString &archivo, int cambios)
+{
+    const pid_t proceso = fork();
+    if (proceso == 0) {
+        cambiosHastaLaFalla = cambios;
+        _exit(ErrorAlAbrir(archivo) == "abrió" ? 0 : 1);
+    }
+    return proceso;
+}
+
+int Terminar(pid_t proceso)
+{
+    int estado = 0;
+    waitpid(proceso, &estado, 0);
+    return estado;
+}
+
 } // namespace
+
+// What the engine does to the disk goes through here: this program's functions come before the system's.
+
+extern "C" ssize_t pwrite64(int archivo, const void *octetos, size_t cuantos, off64_t lugar)
+{
+    static const auto verdadera = reinterpret_cast<decltype(&pwrite64)>(dlsym(RTLD_NEXT, "pwrite64"));
+    return DiscoFalla() ? -1 : verdadera(archivo, octetos, cuantos, lugar);
+}
+
+extern "C" int fdatasync(int archivo)
+{
+    static const auto verdadera = reinterpret_cast<decltype(&fdatasync)>(dlsym(RTLD_NEXT, "fdatasync"));
+    return DiscoFalla() ? -1 : verdadera(archivo);
+}
+
+extern "C" int unlink(const char *archivo) noexcept
+{
+    static const auto verdadera = reinterpret_cast<decltype(&unlink)>(dlsym(RTLD_NEXT, "unlink"));
+    if (!discoLleno) // there is always room to delete
+        DiscoFalla();
+    return verdadera(archivo);
+}
 
 // For its owner alone; opened again, it is as it was left.
 void PrInstalador::creada()
@@ -95,6 +205,114 @@ void PrInstalador::sinEspacio()
     QVERIFY2(error.contains("nueva.db»"), qPrintable(error));
     QCOMPARE(QDir(carpeta.path()).entryList(QDir::Files), QStringList());
     QCOMPARE(ErrorAlAbrir(archivo), "abrió");
+}
+
+// No row changes, what is made is what a new file has, and the file as it was stands beside it.
+void PrInstalador::actualizada()
+{
+    const QTemporaryDir carpeta;
+    const QString archivo = Vieja(carpeta);
+    const QStringList antes = Filas(archivo);
+    QCOMPARE(ErrorAlAbrir(archivo), "abrió");
+    QCOMPARE(Version(archivo), "3|ok");
+    QCOMPARE(Filas(archivo), antes);
+    const QString nueva = carpeta.filePath("nueva.db");
+    qvx::AbrirBaseDeDatos(nueva, true);
+    const QString objetos = "SELECT type, name, tbl_name, sql FROM sqlite_schema ORDER BY type, name";
+    QCOMPARE(Mirar(archivo)->Filas(objetos), Mirar(nueva)->Filas(objetos));
+    const QString consulta = "SELECT Co_Texto FROM Consulta WHERE Co_Nombre = 'PLAN_MANTENIMIENTO'";
+    QCOMPARE(Mirar(nueva)->Filas(consulta), Mirar(archivo)->Filas(consulta));
+
+    const QStringList copias = Copias(carpeta);
+    QVERIFY2(QRegularExpression("^plan\\.db\\.v2-\\d{4}-\\d\\d-\\d\\d_\\d{4}$").match(copias.join(' ')).hasMatch(),
+             qPrintable(copias.join(' ')));
+    const QString copia = carpeta.filePath(copias.constFirst());
+    QCOMPARE(QFile::permissions(copia) & 0x0077, QFile::Permissions());
+    QCOMPARE(Version(copia), "2|ok");
+    QCOMPARE(Filas(copia), antes);
+    // Put back and brought up again within the minute: the first copy stays.
+    QVERIFY(QFile::remove(archivo) && QFile::copy(copia, archivo));
+    QCOMPARE(ErrorAlAbrir(archivo), "abrió");
+    QCOMPARE(Copias(carpeta).size(), 2);
+}
+
+// Held by another program, on a disk that fills up at any moment: told, and left as it was with nothing beside it.
+void PrInstalador::sinActualizar()
+{
+    const QTemporaryDir carpeta;
+    const QString archivo = Vieja(carpeta);
+    const QStringList antes = Filas(archivo);
+    {
+        const auto otro = Mirar(archivo);
+        otro->Correr("BEGIN IMMEDIATE");
+        const QString error = ErrorAlAbrir(archivo);
+        QVERIFY2(error.contains("está ocupada por otro programa"), qPrintable(error));
+        QCOMPARE(Copias(carpeta), QStringList());
+    }
+    QStringList errores;
+    for (int n = 1;; ++n) {
+        discoLleno = true;
+        cambiosHastaLaFalla = n;
+        const QString error = ErrorAlAbrir(archivo);
+        cambiosHastaLaFalla = -1;
+        discoLleno = false;
+        if (Version(archivo) == "3|ok")
+            break;
+        QVERIFY2(error.startsWith("La base de datos «" + archivo + "» "), qPrintable(error));
+        errores.append(error);
+        QCOMPARE(Version(archivo), "2|ok");
+        QCOMPARE(Filas(archivo), antes);
+        QCOMPARE(Copias(carpeta), QStringList());
+    }
+    QVERIFY2(errores.size() > 20 && errores.filter("disco lleno").size() > 10, qPrintable(errores.join('\n')));
+    QCOMPARE(Filas(archivo), antes);
+}
+
+// Killed at any change on the disk, the file is of one version or the other, and whole.
+void PrInstalador::interrumpida()
+{
+    QMap<QString, int> versiones;
+    for (int n = 1;; ++n) {
+        const QTemporaryDir carpeta;
+        const QString archivo = Vieja(carpeta);
+        const QStringList antes = Filas(archivo);
+        if (Terminar(AbrirAparte(archivo, n)) == 0)
+            break;
+        const QString version = Version(archivo);
+        QVERIFY2(version == "2|ok" || version == "3|ok", qPrintable(QString::number(n) + ": " + version));
+        ++versiones[version];
+        QCOMPARE(Filas(archivo), antes);
+        QCOMPARE(ErrorAlAbrir(archivo), "abrió");
+    }
+    QVERIFY(versiones["2|ok"] > 20 && versiones["3|ok"] > 0);
+}
+
+// Programs that start together: one brings the file up, the others find it so.
+void PrInstalador::aLaVez()
+{
+    const QTemporaryDir carpeta;
+    const QString archivo = Vieja(carpeta);
+    QList<pid_t> procesos;
+    for (int i = 0; i < 4; ++i)
+        procesos.append(AbrirAparte(archivo, -1));
+    for (const pid_t proceso : procesos)
+        QCOMPARE(Terminar(proceso), 0);
+    QCOMPARE(Version(archivo), "3|ok");
+    QCOMPARE(Copias(carpeta).size(), 1);
+}
+
+// The root's key is nobody's, and what was logged stays.
+void PrInstalador::protegida()
+{
+    const Escenario escenario(true);
+    const auto otro = escenario.Base().Otro();
+    otro->Correr("INSERT INTO Bitacora VALUES (1, 'a', 'b', 'c', 'd', 'e')");
+    const QString parte = "INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) ";
+    for (const QString &orden : {parte + "VALUES ('0001', '0000  ', '0000', 'RAIZ')",
+                                 QString("UPDATE Tipo_Equipo_Parte SET Tep_ID = '0000' WHERE Tep_ID = '0001'"),
+                                 QString("INSERT INTO Bitacora VALUES (7, 'a', 'b', 'c', 'd', 'e')"),
+                                 QString("UPDATE Bitacora SET Bi_Oper = 'otro'"), QString("DELETE FROM Bitacora")})
+        QVERIFY2(!otro->Puede(orden), qPrintable(orden));
 }
 
 PRUEBA_MAIN(PrInstalador)

@@ -2,6 +2,7 @@
 #include "app/Argumentos.h"
 #include "data/Conexion.h"
 #include "data/Texto.h"
+#include "plan/EsquemaServidor.h"
 #include "session/Sesion.h"
 #include "support/Cluster.h"
 #include "support/Escenario.h"

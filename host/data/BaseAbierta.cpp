@@ -1,8 +1,5 @@
 #include "data/BaseAbierta.h"
 
-#include "data/ErrorEjecucion.h"
-
-#include <QFile>
 #include <QSqlQuery>
 #include <QUuid>
 #include <QVariant>
@@ -49,14 +46,6 @@ QString BaseAbierta::Valor(const QString &sql)
     if (!consulta.exec(sql))
         rechazar(consulta.lastError());
     return consulta.next() ? consulta.value(0).toString() : QString();
-}
-
-QString BaseAbierta::Guion(const QString &nombre)
-{
-    QFile guion(":/schema/" + nombre);
-    if (!guion.open(QIODevice::ReadOnly))
-        throw ErrorEjecucion(errores::Datos, "Falta el guion " + nombre);
-    return QString::fromUtf8(guion.readAll());
 }
 
 QSqlDatabase BaseAbierta::Entregar()

@@ -25,8 +25,6 @@ public:
     void Ejecutar(const QString &sql);
     // The first value of the first row, "" when there is none.
     QString Valor(const QString &sql);
-    // The text of a script of the schema.
-    static QString Guion(const QString &nombre);
 
     QSqlDatabase Entregar();
     // Closes and forgets a connection, of which this must be the last copy.

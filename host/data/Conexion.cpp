@@ -32,7 +32,7 @@ QString EnUnRenglon(QString sql)
 
 Conexion::Conexion(const QSqlDatabase &base_, std::unique_ptr<Dialecto> dialecto_, std::unique_ptr<Reglas> reglas_,
                    const QString &archivoTraza)
-    : base(base_), dialecto(std::move(dialecto_)), reglas(std::move(reglas_)), reserva(dialecto->Reservas())
+    : base(base_), dialecto(std::move(dialecto_)), reglas(std::move(reglas_))
 {
     if (archivoTraza.isEmpty())
         return;
@@ -64,7 +64,7 @@ Recordset Conexion::Execute(const QString &sql)
         const auto preparada = Preparar(sentencia.forma, sql);
         if (!sentencia.lectura)
             reglas->RevisarIguales(preparada->conocida, sentencia, sql);
-        if (estado == Estado::Abierta && reserva)
+        if (estado == Estado::Abierta && reglas->ComoReservar())
             for (const int lugar : preparada->conocida.reservas)
                 Reservar(SinBlancosAlFinal(sentencia.valores.value(lugar).toString()));
         for (int i = 0; i < sentencia.valores.size(); ++i)
@@ -183,14 +183,15 @@ void Conexion::Reservar(const QString &clave)
 {
     if (reservadas.contains(clave))
         return;
-    if (!Preguntar(reserva->intento, clave).toBool()) {
-        const QString ocupante = Preguntar(reserva->ocupante, clave).toString();
+    const Reserva &reserva = *reglas->ComoReservar();
+    if (!Preguntar(reserva.intento, clave).toBool()) {
+        const QString ocupante = Preguntar(reserva.ocupante, clave).toString();
         try {
-            Preguntar(reserva->espera, clave);
+            Preguntar(reserva.espera, clave);
         } catch (const ErrorEjecucion &error) {
             if (!base.isOpen() || !dialecto->SeAgotoLaEspera(error.CodigoMotor()) || ocupante.isEmpty())
                 throw;
-            throw ErrorEjecucion(errores::Datos, reglas->Ocupado(ocupante, clave, reserva->segundos), error.Sentencia(),
+            throw ErrorEjecucion(errores::Datos, reglas->Ocupado(ocupante, clave), error.Sentencia(),
                                  error.CodigoMotor());
         }
     }

@@ -11,7 +11,6 @@
 #include <QSqlQuery>
 #include <functional>
 #include <memory>
-#include <optional>
 
 namespace qvx
 {
@@ -78,7 +77,6 @@ private:
     std::unique_ptr<Dialecto> dialecto;
     std::unique_ptr<Reglas> reglas;
     QHash<QString, std::shared_ptr<Preparada>> preparadas;
-    std::optional<Dialecto::Reserva> reserva;
     QSet<QString> reservadas; // keys of what the transaction keeps to itself
     QFile traza;
     Estado estado = Estado::Libre;

@@ -3,7 +3,6 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
-#include <optional>
 
 class QSqlDatabase;
 class QSqlError;
@@ -34,15 +33,6 @@ public:
     // The functions that a query may call: they only read what they are given. Others wait, hold locks, change the
     // session's settings, or never end.
     virtual QStringList Funciones() const;
-    // The statements by which a transaction keeps what a key stands for to itself, each with a place for the key:
-    // keeping it if nobody does, who does, and waiting for it. None where the engine has one writer at a time anyway.
-    struct Reserva {
-        QString intento;
-        QString ocupante;
-        QString espera;
-        int segundos = 0; // how long is waited
-    };
-    virtual std::optional<Reserva> Reservas() const { return std::nullopt; }
     // Whether an error of the engine's is that a wait ran out.
     virtual bool SeAgotoLaEspera(const QString & /*codigo*/) const { return false; }
 };

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 namespace qvx
 {
@@ -16,6 +17,14 @@ struct Conocida {
     bool permitida = false;
     QList<int> iguales;  // where among its literals keys stand that must all be one
     QList<int> reservas; // where keys stand of what a transaction keeps to itself until it ends
+};
+
+// The statements by which a transaction keeps what a key stands for to itself, each with a place for the key: keeping
+// it if nobody does, who does, and waiting for it.
+struct Reserva {
+    QString intento;
+    QString ocupante;
+    QString espera;
 };
 
 // The owner of the tables: knows once of each shape what it may do and touch, and hears of what is read. The connection
@@ -32,7 +41,9 @@ public:
     // The rows of a query that ran.
     virtual void AlLeer(const Recordset &filas) = 0;
     // What a person is told whose transaction did not get what another user keeps to himself.
-    virtual QString Ocupado(const QString &usuario, const QString &clave, int segundos) const = 0;
+    virtual QString Ocupado(const QString &usuario, const QString &clave) const = 0;
+    // Nothing where the engine has one writer at a time anyway.
+    virtual const std::optional<Reserva> &ComoReservar() const = 0;
 };
 
 } // namespace qvx

@@ -1,17 +1,13 @@
 #pragma once
 
-#include <QDateTime>
 #include <QList>
 #include <QPair>
 #include <QString>
-#include <memory>
 
 class QSqlDatabase;
 
 namespace qvx
 {
-
-class Conexion;
 
 // A shared server and a database of it: the options of a connection as libpq names them.
 class Servidor
@@ -43,8 +39,9 @@ public:
     // Signs in once and leaves. A password that is not set is looked for in PGPASSWORD and in the password file.
     Prueba Probar() const;
 
-    // Gives them to a connection that is not open yet.
-    void Preparar(QSqlDatabase &base) const;
+    // Gives them to a connection that is not open yet; deSesion: settings of its session ("-c NAME=VALUE"), "" for
+    // none.
+    void Preparar(QSqlDatabase &base, const QString &deSesion = {}) const;
 
 private:
     void Completar();
@@ -53,19 +50,5 @@ private:
 
     Opciones opciones;
 };
-
-// Opens the database of a server for the screen. Raises an ErrorEjecucion in Spanish for the person: no server, no
-// access, no schema, a schema of another version, no rights on it.
-std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor);
-
-// Creates the schema with its catalogues, and with example plans if asked, and the roles of planners and readers, all
-// of it or nothing. False when this version of it was there already; then nothing changes. Raises an ErrorEjecucion,
-// also for who does not own the database or may not create roles.
-bool CrearEsquema(const Servidor &servidor, bool conEjemplos);
-
-// The user of the database, who signs the changes.
-QString OperadorDelServidor(Conexion &conexion);
-// The server's clock: planners' own may differ.
-QDateTime HoraDelServidor(Conexion &conexion);
 
 } // namespace qvx

@@ -80,11 +80,11 @@ void Formas::RevisarIguales(const Conocida &conocida, const Sentencia &sentencia
             throw ErrorEjecucion(errores::Datos, "La sentencia cambiaría el tipo de equipo de un registro", texto);
 }
 
-QString Formas::Ocupado(const QString &usuario, const QString &clave, int segundos) const
+QString Formas::Ocupado(const QString &usuario, const QString &clave) const
 {
     return QString("%1 está cambiando el plan del tipo de equipo %2 y no terminó en %3 segundos. Inténtelo de nuevo "
                    "más tarde.")
-        .arg(usuario, clave, QString::number(segundos));
+        .arg(usuario, clave, QString::number(SegundosDeEspera));
 }
 
 const Versiones &Formas::Leidas(const Conexion &conexion)

@@ -16,16 +16,20 @@ class Conexion;
 class Formas : public Reglas
 {
 public:
+    explicit Formas(std::optional<Reserva> reserva_ = {}) : reserva(std::move(reserva_)) {}
+
     Conocida Conocer(const QString &forma, const QStringList &funciones) const override;
     // No row is given to another equipment type: a change that names two of them was not composed by a screen.
     void RevisarIguales(const Conocida &conocida, const Sentencia &sentencia, const QString &texto) const override;
     void AlLeer(const Recordset &filas) override { leidas.Anotar(filas); }
-    QString Ocupado(const QString &usuario, const QString &clave, int segundos) const override;
+    QString Ocupado(const QString &usuario, const QString &clave) const override;
+    const std::optional<Reserva> &ComoReservar() const override { return reserva; }
 
     // The versions that a connection has read last, which its changes are based on.
     static const Versiones &Leidas(const Conexion &conexion);
 
 private:
+    const std::optional<Reserva> reserva;
     Versiones leidas;
 };
 

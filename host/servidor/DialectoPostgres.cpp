@@ -2,7 +2,6 @@
 
 #include "servidor/DialectoPostgres.h"
 
-
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlDriver>
@@ -95,16 +94,6 @@ public:
     QStringList Funciones() const override
     {
         return Dialecto::Funciones() + QStringList{"TIMESTAMP", "CLOCK_TIMESTAMP", "TRIM_SCALE"};
-    }
-
-    std::optional<Reserva> Reservas() const override
-    {
-        return Reserva{
-            "SELECT pg_try_advisory_xact_lock(580, hashtext(?))",
-            "SELECT usename FROM pg_locks JOIN pg_stat_activity USING (pid) WHERE locktype = 'advisory' AND granted "
-            "AND pg_locks.database = (SELECT oid FROM pg_database WHERE datname = current_database()) "
-            "AND classid = 580 AND objid = CAST(CAST(hashtext(?) AS bit(32)) AS bigint)",
-            "SELECT pg_advisory_xact_lock(580, hashtext(?))", SegundosDeEspera};
     }
 
     bool SeAgotoLaEspera(const QString &codigo) const override { return codigo == NoSeDio; }

@@ -1,9 +1,11 @@
--- Quorvex, shared server: who may do what. Planners have what the statements of the screen need, readers may look.
--- Both are roles of the whole server: they may be there already for another database of it.
+-- Quorvex, shared server: who may do what, in whole: it is run after the steps, and again whenever the owner asks for it.
+-- Planners have what the statements of the screen need, readers may look. Both are roles of the whole server: they may
+-- be there already for another database of it.
 
 DO $$
 DECLARE
     rol text;
+    funcion regprocedure;
 BEGIN
     FOREACH rol IN ARRAY ARRAY['quorvex_planificadores', 'quorvex_lectores'] LOOP
         CONTINUE WHEN EXISTS (SELECT FROM pg_roles WHERE rolname = rol);
@@ -13,29 +15,54 @@ BEGIN
             NULL; -- by another database's administrator, at the same time
         END;
     END LOOP;
-    EXECUTE format('REVOKE CREATE, TEMPORARY ON DATABASE %I FROM PUBLIC', current_database());
+    EXECUTE format('REVOKE CONNECT, CREATE, TEMPORARY ON DATABASE %I FROM PUBLIC', current_database());
+    EXECUTE format('GRANT CONNECT ON DATABASE %I TO quorvex_planificadores, quorvex_lectores', current_database());
     IF to_regnamespace('public') IS NOT NULL THEN
         REVOKE CREATE ON SCHEMA public FROM PUBLIC;
     END IF;
     -- Only the owner takes rights away; from anybody else the server keeps them with a warning.
+    IF has_database_privilege('public', current_database(), 'CONNECT') THEN
+        RAISE insufficient_privilege USING MESSAGE = 'everybody could still connect to the database';
+    END IF;
     FOREACH rol IN ARRAY ARRAY['quorvex_planificadores', 'quorvex_lectores'] LOOP
         IF has_database_privilege(rol, current_database(), 'CREATE, TEMPORARY')
            OR has_schema_privilege(rol, to_regnamespace('public'), 'CREATE') THEN
             RAISE insufficient_privilege USING MESSAGE = 'role ' || rol || ' could create tables of its own';
         END IF;
     END LOOP;
+    -- Large objects belong to no schema: whoever may sign in could fill the disk with them. The functions are the
+    -- server's own, so that only a superuser takes them away.
+    IF (SELECT rolsuper FROM pg_roles WHERE rolname = current_user) THEN
+        FOR funcion IN SELECT oid FROM pg_proc
+                        WHERE pronamespace = 'pg_catalog'::regnamespace AND proname IN
+                              ('lo_creat', 'lo_create', 'lo_from_bytea', 'lo_import', 'lo_put', 'lowrite') LOOP
+            EXECUTE format('REVOKE EXECUTE ON FUNCTION %s FROM PUBLIC', funcion);
+        END LOOP;
+    END IF;
 END
 $$;
 
 REVOKE ALL ON SCHEMA dbo FROM PUBLIC;
-REVOKE ALL ON ALL FUNCTIONS IN SCHEMA dbo FROM PUBLIC;
+REVOKE ALL ON ALL FUNCTIONS IN SCHEMA dbo FROM PUBLIC, quorvex_planificadores, quorvex_lectores;
+REVOKE ALL ON ALL TABLES IN SCHEMA dbo FROM PUBLIC, quorvex_planificadores, quorvex_lectores;
 
 GRANT USAGE ON SCHEMA dbo TO quorvex_planificadores, quorvex_lectores;
 GRANT EXECUTE ON FUNCTION Get_Ruta_Parte_Tipo_Equipo(bpchar, bpchar), Numero_De_Clave(bpchar)
     TO quorvex_planificadores, quorvex_lectores;
+GRANT EXECUTE ON FUNCTION Reservar_Plan(bpchar, boolean) TO quorvex_planificadores;
 GRANT SELECT ON Esquema, Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad, Formato_Clave,
     Consulta, Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
     TO quorvex_planificadores, quorvex_lectores;
+GRANT SELECT ON Plan_Reserva TO quorvex_planificadores;
 GRANT INSERT, UPDATE, DELETE ON Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
     TO quorvex_planificadores;
-GRANT INSERT ON Registro_Cambio, Bitacora TO quorvex_planificadores;
+-- Their numbers are the database's.
+GRANT INSERT (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) ON Registro_Cambio TO quorvex_planificadores;
+GRANT INSERT (Bi_Tabla, Bi_Clave, Bi_Accion, Bi_Oper, Bi_Fecha) ON Bitacora TO quorvex_planificadores;
+
+CREATE OR REPLACE TRIGGER Tep_Programa BEFORE INSERT OR UPDATE OR DELETE ON Tipo_Equipo_Parte FOR EACH STATEMENT
+    WHEN (current_setting('quorvex.esquema', true) IS DISTINCT FROM '{version}') EXECUTE FUNCTION Rechazar_Programa();
+CREATE OR REPLACE TRIGGER Pm_Programa BEFORE INSERT OR UPDATE OR DELETE ON Plan_Mantenimiento FOR EACH STATEMENT
+    WHEN (current_setting('quorvex.esquema', true) IS DISTINCT FROM '{version}') EXECUTE FUNCTION Rechazar_Programa();
+CREATE OR REPLACE TRIGGER Pmd_Programa BEFORE INSERT OR UPDATE OR DELETE ON Plan_Mantenimiento_Detalle FOR EACH STATEMENT
+    WHEN (current_setting('quorvex.esquema', true) IS DISTINCT FROM '{version}') EXECUTE FUNCTION Rechazar_Programa();

@@ -1,6 +1,7 @@
 #include "support/Motor.h"
 
-#include "data/Instalador.h"
+#include "plan/EsquemaServidor.h"
+#include "plan/Instalador.h"
 #include "support/Cluster.h"
 
 #include <QSqlError>

@@ -1,4 +1,5 @@
--- Quorvex, embedded engine: tables, indexes and host tables of the maintenance plan. Schema version 2.
+-- Quorvex, embedded engine: tables, indexes and host tables of the maintenance plan, in the oldest version that
+-- programs still read. Later ones change it step by step, here and in files of older programs alike.
 -- Keys compare without their trailing blanks (RTRIM). Services and parts are deliberately not tied by foreign
 -- keys: the screen leaves rows without a parent behind and relies on being able to.
 -- Row ids stay: without them, and without statistics, the engine walks the primary key for the tree's statement.
@@ -157,21 +158,3 @@ CREATE TABLE Bitacora (
     Bi_Fecha   TEXT NOT NULL
 );
 CREATE INDEX Bi_Por_Clave ON Bitacora (Bi_Tabla, Bi_Clave, Bi_ID);
-
-INSERT INTO Consulta VALUES ('PLAN_MANTENIMIENTO',
-'SELECT Plan_Mantenimiento.Pm_ID AS Folio,
-       Plan_Mantenimiento.Ts_Cve_Tipo_Servicio AS Servicio,
-       Tipo_Servicio.Ts_Descripcion AS Descripcion,
-       CASE WHEN Plan_Mantenimiento.Pm_Frecuencia = 0 THEN '''' ELSE Plan_Mantenimiento.Pm_Frecuencia END AS Dias,
-       CASE WHEN Plan_Mantenimiento.Pm_Lectura = 0 THEN ''''
-            ELSE Plan_Mantenimiento.Pm_Lectura || '' '' || Plan_Mantenimiento.Pm_Unidad_Lectura END AS Lectura,
-       Plan_Mantenimiento.Pm_Tiempo_Estimado AS Tiempo_Estimado,
-       CASE WHEN Plan_Mantenimiento.Pm_Requiere_Paro = ''SI'' THEN ''Sí'' ELSE ''No'' END AS Requiere_Paro,
-       Prioridad_Servicio.Ps_Descripcion AS Prioridad
-  FROM Plan_Mantenimiento
-  LEFT JOIN Tipo_Servicio
-    ON Tipo_Servicio.Ts_Cve_Tipo_Servicio = Plan_Mantenimiento.Ts_Cve_Tipo_Servicio
-  LEFT JOIN Prioridad_Servicio
-    ON Prioridad_Servicio.Ps_Cve_Prioridad = Plan_Mantenimiento.Pm_Prioridad
- WHERE {PARAMETROS}
- ORDER BY Plan_Mantenimiento.Pm_ID');

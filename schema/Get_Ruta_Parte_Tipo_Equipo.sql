@@ -2,7 +2,7 @@
 -- No row when there is no such part. The root "0000" has no row of its own and gives its name. The level ends rings.
 WITH RECURSIVE argumentos (tipo, parte) AS (VALUES ({1}, {2})),
 ruta (tipo, padre, texto, nivel) AS (
-    SELECT p.Te_Cve_Tipo_Equipo, p.Tep_Padre, p.Tep_Descripcion, 1
+    SELECT p.Te_Cve_Tipo_Equipo, p.Tep_Padre, CAST(p.Tep_Descripcion AS text), 1
       FROM argumentos
       JOIN Tipo_Equipo_Parte p ON p.Te_Cve_Tipo_Equipo = argumentos.tipo AND p.Tep_ID = argumentos.parte
     UNION ALL

@@ -1,4 +1,5 @@
--- Quorvex, shared server: schema, tables, indexes and host tables of the maintenance plan. Schema version 2.
+-- Quorvex, shared server: schema, tables, indexes and host tables of the maintenance plan, in the oldest
+-- version that programs still read. Later ones change it step by step, here and in databases of older programs alike.
 -- Keys compare without their trailing blanks, as bpchar without a length does, and texts sort by their code points.
 -- Services and parts are deliberately not tied by foreign keys: the screen leaves rows without a parent behind and
 -- relies on being able to.
@@ -141,27 +142,6 @@ $$;
 CREATE TRIGGER Tep_Version BEFORE UPDATE ON Tipo_Equipo_Parte FOR EACH ROW EXECUTE FUNCTION Sellar_Version();
 CREATE TRIGGER Pm_Version BEFORE UPDATE ON Plan_Mantenimiento FOR EACH ROW EXECUTE FUNCTION Sellar_Version();
 
--- The descriptions from the top part down to the part. No row when there is no such part. The root "0000" has no row of
--- its own and gives its name. The level ends rings.
-
-CREATE FUNCTION Get_Ruta_Parte_Tipo_Equipo(tipo bpchar, parte bpchar) RETURNS SETOF text
-    LANGUAGE sql STABLE SET search_path = dbo, pg_temp
-    AS $$
-WITH RECURSIVE ruta (padre, texto, nivel) AS (
-    SELECT p.Tep_Padre, CAST(p.Tep_Descripcion AS text), 1
-      FROM Tipo_Equipo_Parte p
-     WHERE p.Te_Cve_Tipo_Equipo = tipo AND p.Tep_ID = parte
-    UNION ALL
-    SELECT p.Tep_Padre, p.Tep_Descripcion || ' / ' || ruta.texto, ruta.nivel + 1
-      FROM ruta
-      JOIN Tipo_Equipo_Parte p ON p.Te_Cve_Tipo_Equipo = tipo AND p.Tep_ID = ruta.padre
-     WHERE ruta.nivel < 500
-)
-SELECT 'RAIZ' WHERE parte = '0000'
-UNION ALL
-SELECT texto FROM ruta WHERE nivel = (SELECT max(nivel) FROM ruta)
-$$;
-
 -- The host's own: masks of keys, stored queries, logs of changes and of states.
 
 CREATE TABLE Formato_Clave (
@@ -192,23 +172,3 @@ CREATE TABLE Bitacora (
     Bi_Fecha   Texto NOT NULL
 );
 CREATE INDEX Bi_Por_Clave ON Bitacora (Bi_Tabla, Bi_Clave, Bi_ID);
-
-INSERT INTO Consulta VALUES ('PLAN_MANTENIMIENTO',
-'SELECT Plan_Mantenimiento.Pm_ID AS Folio,
-       Plan_Mantenimiento.Ts_Cve_Tipo_Servicio AS Servicio,
-       Tipo_Servicio.Ts_Descripcion AS Descripcion,
-       CASE WHEN Plan_Mantenimiento.Pm_Frecuencia = 0 THEN ''''
-            ELSE CAST(trim_scale(Plan_Mantenimiento.Pm_Frecuencia) AS text) END AS Dias,
-       CASE WHEN Plan_Mantenimiento.Pm_Lectura = 0 THEN ''''
-            ELSE trim_scale(Plan_Mantenimiento.Pm_Lectura) || '' '' || Plan_Mantenimiento.Pm_Unidad_Lectura
-            END AS Lectura,
-       Plan_Mantenimiento.Pm_Tiempo_Estimado AS Tiempo_Estimado,
-       CASE WHEN Plan_Mantenimiento.Pm_Requiere_Paro = ''SI'' THEN ''Sí'' ELSE ''No'' END AS Requiere_Paro,
-       Prioridad_Servicio.Ps_Descripcion AS Prioridad
-  FROM Plan_Mantenimiento
-  LEFT JOIN Tipo_Servicio
-    ON Tipo_Servicio.Ts_Cve_Tipo_Servicio = Plan_Mantenimiento.Ts_Cve_Tipo_Servicio
-  LEFT JOIN Prioridad_Servicio
-    ON Prioridad_Servicio.Ps_Cve_Prioridad = Plan_Mantenimiento.Pm_Prioridad
- WHERE {PARAMETROS}
- ORDER BY Plan_Mantenimiento.Pm_ID');

@@ -1,15 +1,18 @@
-#include "data/Instalador.h"
+#include "plan/Instalador.h"
 
 #include "data/BaseAbierta.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "plan/Formas.h"
+#include "plan/Guion.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlError>
 #include <QTemporaryFile>
+#include <unistd.h>
 
 namespace qvx
 {
@@ -60,7 +63,7 @@ BaseAbierta Abrir(const QString &ruta, const QString &archivo)
 void EjecutarGuion(BaseAbierta &base, const QString &nombre)
 {
     QString sentencia;
-    const QStringList renglones = BaseAbierta::Guion(nombre).split(QLatin1Char('\n'));
+    const QStringList renglones = Guion(nombre, Motor::Incrustado).split(QLatin1Char('\n'));
     for (const QString &renglon : renglones) {
         if (renglon.startsWith("--"))
             continue;
@@ -72,16 +75,22 @@ void EjecutarGuion(BaseAbierta &base, const QString &nombre)
     }
 }
 
+void DarPasos(BaseAbierta &base, int desde)
+{
+    for (const QString &guion : GuionesDesde(desde, Motor::Incrustado))
+        EjecutarGuion(base, guion);
+    base.Ejecutar(QString("PRAGMA user_version = %1").arg(VersionEsquema));
+}
+
 void Llenar(const QString &ruta, const QString &archivo, bool conEjemplos)
 {
     BaseAbierta base = Abrir(ruta, archivo);
     base.Ejecutar("BEGIN");
-    EjecutarGuion(base, "sqlite/esquema.sql");
+    DarPasos(base, 0);
     EjecutarGuion(base, "catalogos.sql");
     if (conEjemplos)
         EjecutarGuion(base, "ejemplos.sql");
     base.Ejecutar(QString("PRAGMA application_id = %1").arg(Firma));
-    base.Ejecutar(QString("PRAGMA user_version = %1").arg(VersionEsquema));
     base.Ejecutar("COMMIT");
 }
 
@@ -112,6 +121,66 @@ void RevisarCabecera(const QString &archivo)
         Rechazar(archivo, "es de solo lectura: no se podrían guardar cambios");
 }
 
+int VersionDe(BaseAbierta &base)
+{
+    return base.Valor("PRAGMA user_version").toInt();
+}
+
+// A copy of the file as it was, by the engine's own means, so that it is whole whatever journal there is. It gets its
+// name when it is on the disk, and never another's. Its path.
+QString Copiar(BaseAbierta &base, const QString &archivo, int version)
+{
+    const auto rechazar = [&](const QString &motivo) {
+        Rechazar(archivo, "no se puede copiar antes de actualizarla: " + motivo);
+    };
+    QTemporaryFile copia(archivo + ".XXXXXX");
+    if (!copia.open())
+        rechazar(copia.errorString());
+    base.Ejecutar("VACUUM INTO '" + copia.fileName().replace(QLatin1Char('\''), "''") + "'");
+    if (fsync(copia.handle()) != 0)
+        rechazar(QString::fromLocal8Bit(strerror(errno)));
+    const QString nombre =
+        archivo + QString(".v%1-").arg(version) + QDateTime::currentDateTime().toString("yyyy-MM-dd_HHmm");
+    QString libre = nombre;
+    for (int n = 2; QFileInfo::exists(libre); ++n)
+        libre = nombre + QString("_%1").arg(n);
+    if (!copia.rename(libre))
+        rechazar(copia.errorString());
+    copia.setAutoRemove(false);
+    return libre;
+}
+
+// Raises an error where the file is not as the steps must leave it.
+void RevisarActualizada(BaseAbierta &base, const QString &archivo)
+{
+    const QString dano = base.Valor("PRAGMA integrity_check");
+    if (dano != "ok" || !base.Valor("PRAGMA foreign_key_check").isEmpty() || VersionDe(base) != VersionEsquema)
+        Rechazar(archivo, "no se puede actualizar: está dañada (" + dano + ")");
+}
+
+// Brings a file of an older version to this one. The lock is taken before the copy and kept to the end: what is
+// upgraded is what was copied. Whoever waited for it may find the work done.
+void Actualizar(const QString &archivo)
+{
+    BaseAbierta base = Abrir(archivo, archivo);
+    base.Ejecutar("BEGIN IMMEDIATE");
+    const int version = VersionDe(base);
+    if (version == VersionEsquema)
+        return;
+    base.Ejecutar("PRAGMA locking_mode = EXCLUSIVE"); // the copy is not made inside a transaction
+    base.Ejecutar("COMMIT");
+    const QString copia = Copiar(base, archivo, version);
+    try {
+        base.Ejecutar("BEGIN IMMEDIATE");
+        DarPasos(base, version);
+        RevisarActualizada(base, archivo);
+        base.Ejecutar("COMMIT");
+    } catch (const ErrorEjecucion &) {
+        QFile::remove(copia);
+        throw;
+    }
+}
+
 // Writes and takes back: the engine must first save the page that changes, which a full disk or a write-protected
 // folder does not let it.
 void RevisarQueSeEscribe(BaseAbierta &base)
@@ -133,11 +202,13 @@ std::unique_ptr<Conexion> AbrirBaseDeDatos(const QString &archivo, bool conEjemp
     BaseAbierta base = Abrir(archivo, archivo);
     if (base.Valor("PRAGMA application_id").toInt() != Firma)
         Rechazar(archivo, "no es de Quorvex");
-    const int version = base.Valor("PRAGMA user_version").toInt();
+    const int version = VersionDe(base);
     if (version > VersionEsquema)
         Rechazar(archivo, "es de una versión más reciente de Quorvex: actualice el programa");
-    if (version < VersionEsquema)
+    if (version < VersionMasVieja)
         Rechazar(archivo, "es de una versión de Quorvex que este programa ya no lee");
+    if (version < VersionEsquema)
+        Actualizar(archivo);
     RevisarQueSeEscribe(base);
     // In KiB. With the engine's own 2 MiB a plan of some 10,000 parts is read from the file again and again.
     base.Ejecutar("PRAGMA cache_size = -65536");
