@@ -8,8 +8,6 @@
 #include "data/Texto.h"
 #include "ui_frmAddParte.h"
 
-#include <QShortcut>
-
 using namespace Publico;
 using toolbarQVX::Controles;
 
@@ -20,10 +18,6 @@ frmAddParte::frmAddParte(FormularioConPadre &pantalla_)
     ui->Controles->setJuegoComandos(Controles::Dialogo);
     connect(ui->Controles, &Controles::Aceptar, this, &frmAddParte::cmdAceptar);
     connect(ui->Controles, &Controles::Cancelar, this, &frmAddParte::Descargar);
-    connect(new QShortcut(QKeySequence(Qt::Key_F4), this), &QShortcut::activated, ui->Controles,
-            &Controles::PulsarAceptar);
-    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, ui->Controles,
-            &Controles::PulsarCancelar);
 }
 
 frmAddParte::~frmAddParte() = default;

@@ -62,10 +62,6 @@ void frmServicio::ConectarTeclas()
     for (int pagina = 0; pagina < 4; ++pagina)
         connect(new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + pagina)), this),
                 &QShortcut::activated, this, [this, pagina] { ui->ssTabQvx->setTab(pagina); });
-    connect(new QShortcut(QKeySequence(Qt::Key_F4), this), &QShortcut::activated, ui->Controles1,
-            &Controles::PulsarAceptar);
-    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, ui->Controles1,
-            &Controles::PulsarCancelar);
 }
 
 void frmServicio::Contexto(const QString &tipoEquipo, const QString &nombreTipo, const QString &parte,

@@ -39,14 +39,12 @@ Controles::Controles(QWidget *padre) : QToolBar(padre)
     extras = {Agregar("B1", "", "", Qt::CTRL | Qt::Key_1, &Controles::B1Click),
               Agregar("B2", "", "", Qt::CTRL | Qt::Key_2, &Controles::B2Click),
               Agregar("B3", "", "", Qt::CTRL | Qt::Key_3, &Controles::B3Click)};
-    aceptar = Agregar("Aceptar", "Aceptar", "aceptar", {}, &Controles::Aceptar);
-    cancelar = Agregar("Cancelar", "Cancelar", "cancelar", {}, &Controles::Cancelar);
+    aceptar = Agregar("Aceptar", "Aceptar", "aceptar", Qt::Key_F4, &Controles::Aceptar);
+    cancelar = Agregar("Cancelar", "Cancelar", "cancelar", Qt::Key_Escape, &Controles::Cancelar);
     auto *relleno = new QWidget;
     relleno->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     addWidget(relleno);
     cerrar = Agregar("Cerrar", "Cerrar", "cerrar", Qt::CTRL | Qt::Key_W, &Controles::Cerrar);
-    aceptar->setToolTip(Ayuda("Aceptar", "F4"));
-    cancelar->setToolTip(Ayuda("Cancelar", "Esc"));
 
     setJuegoComandos(Pantalla);
 
@@ -119,16 +117,6 @@ void Controles::setJuegoComandos(Juego nuevoJuego)
     for (QAction *orden : {aceptar, cancelar})
         orden->setVisible(juego == Dialogo);
     Ofrecer(estado);
-}
-
-void Controles::PulsarAceptar()
-{
-    aceptar->trigger();
-}
-
-void Controles::PulsarCancelar()
-{
-    cancelar->trigger();
 }
 
 } // namespace toolbarQVX

@@ -27,7 +27,7 @@ struct Estado {
 };
 
 // The host's toolbar. A screen's set of commands: new, edit, delete, reactivate, information, three extra buttons with
-// captions, close. A dialog's set: accept, cancel.
+// captions, close. A dialog's set: accept (F4), cancel (Esc).
 class Controles : public QToolBar
 {
     Q_OBJECT
@@ -42,10 +42,6 @@ public:
     // What the bar offers from now on, as a whole.
     void Ofrecer(const Estado &nuevoEstado);
     const Estado &Ofrecido() const { return estado; }
-
-    // Commands by key (F4, Esc): the same as pressing the button, nothing while the command is off.
-    void PulsarAceptar();
-    void PulsarCancelar();
 
 Q_SIGNALS:
     void Nuevo();
