@@ -121,7 +121,7 @@ private:
     std::unique_ptr<Ui::frmKT580> ui;
     QString formatoParte;
     QString parteActual;
-    QString textoError; // why a Boolean command function answered false, or products that an import did not know
-    bool tipoValido = false;
+    QString textoError;      // why a Boolean command function answered false, or products that an import did not know
+    bool tipoValido = false; // when the type was last changed or confirmed
     bool activada = false;
 };

@@ -24,11 +24,6 @@ constexpr int LargoNumero = 30;
 // The text that an editor began with, so that an edit counts once and only when it changed something.
 constexpr auto TextoInicial = "textoInicial";
 
-bool EsSalida(Qt::FocusReason motivo)
-{
-    return motivo != Qt::PopupFocusReason && motivo != Qt::ActiveWindowFocusReason;
-}
-
 } // namespace
 
 DelegadoCelda::DelegadoCelda(SSOleDBGrid &duena) : QStyledItemDelegate(&duena), grid(duena) {}
@@ -139,7 +134,8 @@ bool DelegadoCelda::eventFilter(QObject *objeto, QEvent *evento)
         return true;
     // A form that is being closed has no use for what was typed last.
     if (evento->type() == QEvent::FocusOut
-        && (!EsSalida(static_cast<QFocusEvent *>(evento)->reason()) || !grid.window()->isVisible()))
+        && (!qvx::EntradaPendiente::EsSalida(static_cast<QFocusEvent *>(evento)->reason())
+            || !grid.window()->isVisible()))
         return false;
     return QStyledItemDelegate::eventFilter(objeto, evento);
 }

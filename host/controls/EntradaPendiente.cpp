@@ -6,6 +6,11 @@
 namespace qvx
 {
 
+bool EntradaPendiente::EsSalida(Qt::FocusReason motivo)
+{
+    return motivo != Qt::PopupFocusReason && motivo != Qt::ActiveWindowFocusReason;
+}
+
 void EntradaPendiente::ConfirmarLaDelFoco()
 {
     for (QWidget *control = QApplication::focusWidget(); control; control = control->parentWidget()) {

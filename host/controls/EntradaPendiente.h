@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qt>
+
 namespace qvx
 {
 
@@ -11,6 +13,9 @@ public:
     virtual ~EntradaPendiente() = default;
     virtual void ConfirmarEntrada() = 0;
 
+    // Whether a control that lost the focus was left: a menu over it, or another window over the form, does not leave
+    // it.
+    static bool EsSalida(Qt::FocusReason motivo);
     // Confirms the entry of the control that has the focus, if it or a control around it has one pending.
     static void ConfirmarLaDelFoco();
 };

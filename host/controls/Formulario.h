@@ -23,7 +23,7 @@ public:
     bool Cargado() const { return cargado; }
     // Shows the form over its owner and returns when it is hidden or unloaded.
     void MostrarModal();
-    // Ends the form: Form_Unload, hidden. Whoever created it destroys it.
+    // Ends the form: Form_Unload, hidden. It is destroyed by whoever created it, or by its own Form_Unload.
     void Descargar();
 
     // Handle that messages are owned by.

@@ -18,7 +18,7 @@ struct Columna {
 };
 
 // The host's grid: named columns, cells that hold plain text (numbers unrounded, "1234.5") and show it in the column's
-// format, a blank line at the end in which a new row is typed. Only rows that were begun count. Enter is a Tab.
+// format, a blank line at the end in which a new row is typed. Only rows that were begun count.
 class SSOleDBGrid : public QTableWidget, public qvx::EntradaPendiente
 {
     Q_OBJECT

@@ -21,17 +21,6 @@
 namespace textoQVX
 {
 
-namespace
-{
-
-// A menu over the box, or another window over the form, does not leave the box.
-bool EsSalida(Qt::FocusReason motivo)
-{
-    return motivo != Qt::PopupFocusReason && motivo != Qt::ActiveWindowFocusReason;
-}
-
-} // namespace
-
 txtQVX::txtQVX(QWidget *padre)
     : QWidget(padre)
     , linea(new QLineEdit(this))
