@@ -84,11 +84,11 @@ private:
 Jornada::Jornada(const QStringList &argumentos)
     : escenario(argumentos.at(0))
     , numero(argumentos.at(1).toInt())
-    , planificador(escenario, {[this] { reloj.start(); },
-                               [this] {
-                                   esperado = reloj.elapsed();
-                                   return false;
-                               }})
+    , planificador(&escenario, {[this] { reloj.start(); },
+                                [this] {
+                                    esperado = reloj.elapsed();
+                                    return false;
+                                }})
 {
     escenario.Pantalla(QString::number(Compartido));
     Encontrarse(argumentos.at(2), argumentos.at(3));
@@ -123,11 +123,11 @@ void Jornada::Hacer(const QString &mando, const QString &nodo)
     const QString retirada = Uno(planificador.Nodos(true));
 
     if (mando == "parte nueva") {
-        const QString clave = planificador.EnLaParte(Al(4) == 0 ? "N0000" : nodo, "Nuevo", "NUEVA");
+        const QString clave = planificador.GuardarParte(Al(4) == 0 ? "N0000" : nodo, "Nuevo", "NUEVA");
         if (!clave.isEmpty())
             partes.append(tipo + "|" + clave);
     } else if (mando == "parte editada") {
-        planificador.EnLaParte(nodo, "Editar", "EDITADA POR " + QString::number(numero));
+        planificador.GuardarParte(nodo, "Editar", "EDITADA POR " + QString::number(numero));
     } else if (mando == "baja") {
         planificador.Mandar(nodo, "Eliminar");
     } else if (mando == "reactivación" && !retirada.isEmpty()) {

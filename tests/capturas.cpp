@@ -61,7 +61,7 @@ void RetratarPartes(const Escenario &escenario, QWidget &pantalla)
     Pulsar(barra, "Reactivar");
 
     arbol.expandAll();
-    escenario.Motor("DELETE FROM Plan_Mantenimiento WHERE Tep_ID = '0020'");
+    escenario.Correr("DELETE FROM Plan_Mantenimiento WHERE Tep_ID = '0020'");
     ElegirNodo(arbol, "N0020");
     RetratarPregunta(escenario, pantalla, 7500046, "pregunta_eliminar");
     Pulsar(barra, "B1");
@@ -129,15 +129,15 @@ int main(int argc, char **argv)
     arbol.expandAll();
     const QString parte = "N"
                           + escenario
-                                .Motor("SELECT Tep_ID FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0001' "
-                                       "GROUP BY Tep_ID ORDER BY count(*) DESC LIMIT 1")
+                                .Correr("SELECT Tep_ID FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0001' "
+                                        "GROUP BY Tep_ID ORDER BY count(*) DESC LIMIT 1")
                                 .toString();
     ElegirNodo(arbol, parte);
     QTest::mouseClick(lista.viewport(), Qt::LeftButton, {}, lista.visualItemRect(lista.topLevelItem(2)).center());
     Guardar(*pantalla.window(), "pantalla");
 
     EnElDialogo([&](QWidget &editor) {
-        auto &fichas = escenario.En<ssTabQvx::ssTbQvx>(editor, "ssTabQvx");
+        auto &fichas = En<ssTabQvx::ssTbQvx>(editor, "ssTabQvx");
         const char *nombres[] = {"servicio", "mano_de_obra", "refacciones", "herramientas_y_costos"};
         for (int pagina = 0; pagina < 4; ++pagina) {
             fichas.setTab(pagina);

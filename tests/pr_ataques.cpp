@@ -112,7 +112,7 @@ void PrAtaques::Pegar(QLineEdit *linea, const QString &texto)
 // After all of it, the screen still saves.
 void PrAtaques::GuardarSinMas()
 {
-    EnLaParte("Editar", "N0005", [&](QWidget &dialogo) {
+    EnLaParte("N0005", "Editar", [&](QWidget &dialogo) {
         Escribir(Caja(dialogo, "txtTexto"), "MOTOR NUEVO");
         Aceptar(dialogo);
         QVERIFY(!dialogo.isVisible());
@@ -170,18 +170,18 @@ void PrAtaques::formas()
             guardada = !forma.isVisible();
         };
         if (comando.isEmpty())
-            Abrir(0, llenar);
+            EnElServicio("N0002", "000001", llenar);
         else
-            EnLaParte(comando, "N0005", llenar);
+            EnLaParte("N0005", comando, llenar);
         QVERIFY2(guardada || !Mensajes().isEmpty(), qPrintable(texto.left(80)));
         Mensajes();
         Revisar(texto, guardada ? editadas : QStringList());
         if (guardada && !guardado.isEmpty())
-            QCOMPARE(escenario->Motor("SELECT " + guardado).toString(), escrito.replace("''", "'"));
+            QCOMPARE(escenario->Correr("SELECT " + guardado).toString(), escrito.replace("''", "'"));
         if (QTest::currentTestFailed())
             return;
-        escenario->Motor("DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND (Tep_ID < '0001' OR "
-                         "Tep_ID > '0006')");
+        escenario->Correr("DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND (Tep_ID < '0001' OR "
+                          "Tep_ID > '0006')");
     }
     GuardarSinMas();
 }
@@ -189,7 +189,7 @@ void PrAtaques::formas()
 void PrAtaques::etiqueta()
 {
     for (const QString &texto : Textos(3)) {
-        escenario->Motor("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'MOTOR' WHERE Tep_ID = '0005'");
+        escenario->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'MOTOR' WHERE Tep_ID = '0005'");
         Fotografiar();
         Arbol().setSelectedItem(Arbol().Item("N0005"));
         Arbol().setFocus();
@@ -240,7 +240,7 @@ void PrAtaques::documento()
         escenario->Personas().DarArchivo(archivo.fileName());
         if (qvx::Documento documento; documento.Cargar(archivo.fileName(), esquema))
             escenario->Personas().Responder(7500048, qvx::mensaje::Si);
-        Mandar("B2");
+        Pulsar(Barra(), "B2");
         QVERIFY2(!Mensajes().isEmpty(), qPrintable(texto.left(80)));
         Revisar(texto, {"Tipo_Equipo_Parte|0900|", "Plan_Mantenimiento|0900|", "Plan_Mantenimiento_Detalle|0900|"});
     }

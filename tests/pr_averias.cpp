@@ -1,5 +1,4 @@
 #include "support/Cluster.h"
-#include "support/Planificador.h"
 #include "support/Procesos.h"
 #include "support/PruebaPantalla.h"
 
@@ -49,9 +48,9 @@ const QMap<QString, Mando> &Mandos()
     const QString registro = "INSERT ON Registro_Cambio";
     const QString detalle = "INSERT ON Plan_Mantenimiento_Detalle";
     static const QMap<QString, Mando> mandos{
-        {"parte nueva", {[](P &p, const E &) { p.EnLaParte("N0005", "Nuevo", "BRIDA"); }, registro}},
-        {"parte editada", {[](P &p, const E &) { p.EnLaParte("N0005", "Editar", "BRIDA"); }, registro}},
-        {"etiqueta", {[](P &p, const E &) { p.Rotular("N0005", "BRIDA"); }, "UPDATE ON Tipo_Equipo_Parte"}},
+        {"parte nueva", {[](P &p, const E &) { p.GuardarParte("N0005", "Nuevo", "BRIDA"); }, registro}},
+        {"parte editada", {[](P &p, const E &) { p.GuardarParte("N0005", "Editar", "BRIDA"); }, registro}},
+        {"etiqueta", {[](P &p, const E &) { p.Rotular("N0005", "0005 - BRIDA"); }, "UPDATE ON Tipo_Equipo_Parte"}},
         {"baja", {[](P &p, const E &) { p.Mandar("N0001", "Eliminar"); }, registro}},
         {"reactivación",
          {[](P &p, const E &) { p.Mandar("N0003", "Reactivar", 7500045, qvx::mensaje::Aceptar); }, registro}},
@@ -176,16 +175,16 @@ void PrAverias::averias()
         despues = escenario->Tablas();
         return !hecho;
     };
-    Planificador planificador(*escenario, {probar, otraVez});
-    Mandos()[mando].correr(planificador, *escenario);
+    intento = {probar, otraVez};
+    Mandos()[mando].correr(*this, *escenario);
     QVERIFY2(mensaje.isEmpty() ? dichos.isEmpty() : dichos.size() == 1 && dichos.constFirst().contains(mensaje),
              qPrintable(dichos.join('\n')));
     QCOMPARE(despues == antes, !hecho);
     // A refusal takes its transaction back by itself.
     QVERIFY(mensaje.startsWith("16") || caida || !escenario->Traza().contains("-\tABANDONADA"));
     QVERIFY(escenario->Tablas() != antes);
-    planificador.ElegirTipo("0900");
-    planificador.Rotular("N0001", "OTRO CUERPO");
+    ElegirTipo("0900");
+    Rotular("N0001", "0001 - OTRO CUERPO");
     QCOMPARE(Dichos(), QStringList());
     QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0001'"), "OTRO CUERPO");
     if (motor::EsPostgres())

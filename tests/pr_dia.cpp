@@ -1,10 +1,14 @@
-// A working day at the screen: every command of it, and what it refuses. The statements, with the host's own look-ups
-// and the transactions' marks, stay what they are, letter for letter, and so do the messages and the document.
+// Two working days at the screen: every command of it, and what it refuses. The statements, with the host's own
+// look-ups and the transactions' marks, stay what they are, letter for letter, and so do the messages, the documents,
+// what forms and screen show, and what each command leaves in the plan's tables.
 
-#include "support/Planificador.h"
+#include "support/PruebaPantalla.h"
 
+#include <QCheckBox>
 #include <QFile>
 #include <QRegularExpression>
+
+using comunesQVX::Nodo;
 
 namespace
 {
@@ -12,144 +16,348 @@ namespace
 // Each engine begins, says its errors, and has the stored query in words of its own.
 QString SinMotor(QString renglon)
 {
-    static const QRegularExpression error("(7500097\\||  <)(near|.*\\bsyntax\\b|unterminated).*?(>?)$");
+    static const QRegularExpression error(
+        "(75000(?:23|97)\\||  <)(near|UNIQUE|duplicate|.*\\bsyntax\\b|unterminated).*?(>?)$");
     renglon.replace(error, "\\1…\\3").replace("BEGIN IMMEDIATE", "BEGIN");
     const auto inicio = renglon.indexOf("SELECT Plan_Mantenimiento.Pm_ID AS Folio");
     const auto filtro = renglon.indexOf(" Plan_Mantenimiento.Te_Cve_Tipo_Equipo = '");
     return inicio < 0 ? renglon : renglon.replace(inicio, filtro - inicio, "PLAN_MANTENIMIENTO");
 }
 
+// Each node with its depth in dots and its picture's number.
+QString Dibujo(const Nodo *nodo, int hondo = 0)
+{
+    if (!nodo)
+        return {};
+    QString dibujo = QString(hondo, '.') + nodo->Text() + " " + QString::number(nodo->Image());
+    for (int i = 0; i < nodo->childCount(); ++i)
+        dibujo += " / " + Dibujo(static_cast<const Nodo *>(nodo->child(i)), hondo + 1);
+    return dibujo;
+}
+
 } // namespace
 
-class PruebaDia : public QObject
+class PruebaDia : public PruebaPantalla
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void dia();
+    void primero();
+    void segundo();
 
 private:
-    void Partes(Planificador &planificador);
-    void Servicios(Planificador &planificador);
-    void Planes(Planificador &planificador);
+    void Entrar();
     void Tomar(const QString &que);
+    void TomarForma(const QWidget &forma);
+    QByteArray TomarDocumento(const QString &ruta);
+    QString Escrito(const QByteArray &documento);
+    void Comparar(const QString &nombre);
+    void Rotulos();
+    void Estados();
+    void Ediciones();
+    void Bajas();
 
-    std::unique_ptr<Escenario> escenario;
     QStringList cuaderno;
+    QStringList filas;
+    QString vista;
 };
 
-// What was said and run since the last time.
+void PruebaDia::Entrar()
+{
+    filas = escenario->Plan();
+    vista.clear();
+    Tomar("entrada");
+}
+
+// What was said, run and written since the last time, and what the screen shows when it is another than before.
 void PruebaDia::Tomar(const QString &que)
 {
     cuaderno.append("== " + que);
-    for (const QString &mensaje : escenario->Personas().Tomar())
+    for (const QString &mensaje : Mensajes())
         cuaderno.append("? " + SinMotor(QString(mensaje).replace(escenario->Ruta(""), "").replace("\r\n", "\\n")));
     for (const QString &renglon : escenario->Traza(true))
         cuaderno.append(SinMotor(renglon));
+    const QStringList antes = std::exchange(filas, escenario->Plan());
+    for (const QString &fila : antes)
+        if (!filas.contains(fila))
+            cuaderno.append("< " + QString(fila).replace('\n', "\\n"));
+    for (const QString &fila : std::as_const(filas))
+        if (!antes.contains(fila))
+            cuaderno.append("> " + QString(fila).replace('\n', "\\n"));
+    if (escenario->HayPantalla()) {
+        const Nodo *elegido = Arbol().SelectedItem();
+        QStringList partes{"| " + Tipo().Text() + " " + escenario->De<txtQVX>("txtNTipoEquipo").Text(), Barras(),
+                           Dibujo(Arbol().Primero()), elegido ? elegido->Key() : QString()};
+        for (int fila = 0; fila < Lista().Count(); ++fila) {
+            QStringList celdas;
+            for (int i = 0; i < Lista().columnCount(); ++i)
+                celdas.append(Lista().Texto(fila, i).replace('\n', "\\n"));
+            partes.append(celdas.join('|'));
+        }
+        if (const QString ahora = partes.join("\n| "); std::exchange(vista, ahora) != ahora)
+            cuaderno.append(ahora.split('\n'));
+    }
     escenario->ahora = escenario->ahora.addSecs(61);
 }
 
-void PruebaDia::Partes(Planificador &planificador)
+// The boxes of a form by their names, a dash behind those that nobody can type in, and the lines of its grids.
+void PruebaDia::TomarForma(const QWidget &forma)
 {
-    planificador.EnLaParte("N0005", "Nuevo", "FLECHA");
-    Tomar("parte nueva");
-    planificador.EnLaParte("N0007", "Nuevo", "CUÑA");
-    Tomar("parte bajo la nueva");
-    planificador.EnLaParte("N0000", "Nuevo", "");
-    Tomar("parte sin descripción");
-    planificador.EnLaParte("N0005", "Nuevo", "D'ARCY");
-    Tomar("parte con apóstrofo");
-    planificador.EnLaParte("N0007", "Editar", "FLECHA MOTRIZ");
-    Tomar("parte cambiada");
-    planificador.Rotular("N0008", "cuña plana");
-    Tomar("rótulo");
-    planificador.Mandar("N0001", "Info");
-    Tomar("información");
-    planificador.Mandar("N0001", "Eliminar");
-    Tomar("baja");
-    planificador.Mandar("N0002", "Reactivar", 7500045, qvx::mensaje::Aceptar);
-    Tomar("reactivación con la superior");
-    planificador.Mandar("N0003", "Reactivar");
-    Tomar("reactivación");
-    planificador.Mandar("N0008", "B1", 7500047, qvx::mensaje::No);
-    Tomar("eliminación rechazada");
-    planificador.Mandar("N0007", "B1", 7500046, qvx::mensaje::Si);
-    Tomar("eliminación con la inferior");
-    planificador.Mandar("N0002", "B1");
-    Tomar("eliminación de una parte con servicios");
+    QStringList textos;
+    for (const txtQVX *caja : forma.findChildren<txtQVX *>())
+        textos.append(caja->objectName() + (caja->isEnabled() && !caja->SoloLectura() ? "=" : "-=") + caja->Text());
+    for (const QCheckBox *casilla : forma.findChildren<QCheckBox *>())
+        textos.append(casilla->objectName() + (casilla->isChecked() ? "=x" : "="));
+    textos.sort();
+    cuaderno.append("# " + textos.join(' '));
+    for (const char *nombre : {"ssManoObra", "ssRefacciones", "ssHerramientas"})
+        if (const auto *grid = forma.findChild<SSOleDBGrid *>(nombre))
+            for (int fila = 0; fila < grid->Rows(); ++fila)
+                cuaderno.append(QString("# ") + nombre + ": " + Fila(*grid, fila));
 }
 
-void PruebaDia::Servicios(Planificador &planificador)
+QByteArray PruebaDia::TomarDocumento(const QString &ruta)
 {
-    planificador.NuevoServicio("N0002", "1234.5678");
-    Tomar("servicio nuevo");
-    planificador.CambiarServicio("N0002", "000004", "99.95");
-    Tomar("servicio cambiado");
-    planificador.CambiarServicio("N0002", "000001", "750");
-    Tomar("otro servicio cambiado");
-    planificador.Importar("");
-    Tomar("importación cancelada");
-    planificador.Mover("N0002", "000004", "N0005");
-    Tomar("arrastre");
-    planificador.Mover("N0002", "000002", "N0000");
-    Tomar("arrastre a la raíz");
-    planificador.Mover("N0005", "999999", "N0001");
-    Tomar("arrastre de nada");
-    planificador.EliminarServicio("N0005", "000004");
-    Tomar("servicio eliminado");
-}
-
-void PruebaDia::Planes(Planificador &planificador)
-{
-    const QString documento = escenario->Ruta("plan.xml");
-    planificador.Exportar(documento);
-    Tomar("exportación");
-    QFile exportado(documento);
-    QVERIFY(exportado.open(QIODevice::ReadOnly));
+    QFile exportado(ruta);
+    if (!exportado.open(QIODevice::ReadOnly))
+        return {};
     const QByteArray texto = exportado.readAll();
-    cuaderno.append(QString::fromUtf8(texto).split(QLatin1Char('\n'), Qt::SkipEmptyParts));
-    planificador.Copiar("0901");
-    Tomar("copia");
-    QFile cambiado(escenario->Ruta("cambiado.xml"));
-    QVERIFY(cambiado.open(QIODevice::WriteOnly));
-    cambiado.write(QByteArray(texto).replace("9000000004", "9999999999").replace("\"0900\"", "\"0901\""));
-    cambiado.close();
-    planificador.Importar(cambiado.fileName());
-    Tomar("importación");
-    planificador.Copiar("0901");
-    Tomar("copia a sí mismo");
-    planificador.ElegirTipo("0902");
-    Tomar("otro tipo");
-    planificador.ElegirTipo("7");
-    Tomar("tipo desconocido");
+    cuaderno.append(QString::fromUtf8(texto).split('\n', Qt::SkipEmptyParts));
+    return texto;
 }
 
-void PruebaDia::dia()
+QString PruebaDia::Escrito(const QByteArray &documento)
 {
-    escenario = std::make_unique<Escenario>();
-    SembrarPlan(*escenario);
-    escenario->Motor("INSERT INTO Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, "
-                     "Pr_Cve_Producto, Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe, Pmd_Tipo_Gasto) VALUES "
-                     "('0900', '0002', '000002', '000005', '02', '9000000004', 3, 'PZA', 10, 30, '9009')");
-    escenario->Pantalla("0900");
-    Tomar("entrada");
-    Planificador planificador(*escenario);
-    Partes(planificador);
-    Servicios(planificador);
-    Planes(planificador);
+    QFile archivo(escenario->Ruta("cambiado.xml"));
+    if (!archivo.open(QIODevice::WriteOnly) || archivo.write(documento) != documento.size())
+        qFatal("%s", qPrintable(archivo.errorString()));
+    return archivo.fileName();
+}
+
+// With what is on record. QVX_PRUEBA_ANOTAR writes the record anew.
+void PruebaDia::Comparar(const QString &nombre)
+{
     escenario->CerrarPantalla();
     Tomar("salida");
-
-    QFile meta(QString(CARPETA_DATOS) + "/dia.txt");
+    QFile meta(QString(CARPETA_DATOS) + "/" + nombre);
+    const QStringList hoy = std::exchange(cuaderno, {}).join('\n').split('\n', Qt::SkipEmptyParts);
     if (qEnvironmentVariableIsSet("QVX_PRUEBA_ANOTAR")) {
         QVERIFY(meta.open(QIODevice::WriteOnly));
-        meta.write((cuaderno.join('\n') + '\n').toUtf8());
+        meta.write((hoy.join('\n') + '\n').toUtf8());
         return;
     }
     QVERIFY(meta.open(QIODevice::ReadOnly));
     const QStringList esperado = QString::fromUtf8(meta.readAll()).split('\n', Qt::SkipEmptyParts);
-    for (qsizetype i = 0; i < qMax(esperado.size(), cuaderno.size()); ++i)
-        QCOMPARE(QString::number(i + 1) + ": " + cuaderno.value(i), QString::number(i + 1) + ": " + esperado.value(i));
+    for (qsizetype i = 0; i < qMax(esperado.size(), hoy.size()); ++i)
+        QCOMPARE(QString::number(i + 1) + ": " + hoy.value(i), QString::number(i + 1) + ": " + esperado.value(i));
+}
+
+void PruebaDia::primero()
+{
+    Entrar();
+    GuardarParte("N0005", "Nuevo", "FLECHA");
+    Tomar("parte nueva");
+    GuardarParte("N0007", "Nuevo", "CUÑA");
+    Tomar("parte bajo la nueva");
+    GuardarParte("N0000", "Nuevo", "");
+    Tomar("parte sin descripción");
+    GuardarParte("N0005", "Nuevo", "D'ARCY");
+    Tomar("parte con apóstrofo");
+    GuardarParte("N0007", "Editar", "FLECHA MOTRIZ");
+    Tomar("parte cambiada");
+    Rotular("N0008", "0008 - cuña plana");
+    Tomar("rótulo");
+    Mandar("N0001", "Info");
+    Tomar("información");
+    Mandar("N0001", "Eliminar");
+    Tomar("baja");
+    Mandar("N0002", "Reactivar", 7500045, qvx::mensaje::Aceptar);
+    Tomar("reactivación con la superior");
+    Mandar("N0003", "Reactivar");
+    Tomar("reactivación");
+    Mandar("N0008", "B1", 7500047, qvx::mensaje::No);
+    Tomar("eliminación rechazada");
+    Mandar("N0007", "B1", 7500046);
+    Tomar("eliminación con la inferior");
+    Mandar("N0002", "B1");
+    Tomar("eliminación de una parte con servicios");
+    NuevoServicio("N0002", "1234.5678");
+    Tomar("servicio nuevo");
+    CambiarServicio("N0002", "000004", "99.95");
+    Tomar("servicio cambiado");
+    CambiarServicio("N0002", "000001", "750");
+    Tomar("otro servicio cambiado");
+    Importar("");
+    Tomar("importación cancelada");
+    Mover("N0002", "000004", "N0005");
+    Tomar("arrastre");
+    Mover("N0002", "000002", "N0000");
+    Tomar("arrastre a la raíz");
+    Mover("N0005", "999999", "N0001");
+    Tomar("arrastre de nada");
+    EliminarServicio("N0005", "000004");
+    Tomar("servicio eliminado");
+    Exportar(escenario->Ruta("plan.xml"));
+    Tomar("exportación");
+    const QByteArray plan = TomarDocumento(escenario->Ruta("plan.xml"));
+    Copiar("0901");
+    Tomar("copia");
+    Importar(Escrito(QByteArray(plan).replace("9000000004", "9999999999").replace("\"0900\"", "\"0901\"")));
+    Tomar("importación");
+    Copiar("0901");
+    Tomar("copia a sí mismo");
+    ElegirTipo("0902");
+    Tomar("otro tipo");
+    ElegirTipo("7");
+    Tomar("tipo desconocido");
+    Comparar("dia.txt");
+}
+
+void PruebaDia::Rotulos()
+{
+    EnLaParte("N0004", "Nuevo", [&](QWidget &forma) {
+        TomarForma(forma);
+        Escribir(Caja(forma, "txtTexto"), "NADA");
+        QTest::keyClick(&forma, Qt::Key_Escape);
+        QVERIFY(!forma.isVisible());
+    });
+    Tomar("parte abandonada");
+    EnLaParte("N0000", "Nuevo", [&](QWidget &forma) {
+        for (const auto &[clave, texto] : {qMakePair("", "BRIDA"), {"9", ""}, {"0", "BRIDA"}, {"2", "BRIDA"}}) {
+            Escribir(Caja(forma, "txtClave"), clave);
+            Escribir(Caja(forma, "txtTexto"), texto);
+            Aceptar(forma);
+            TomarForma(forma);
+            Tomar("parte rechazada");
+        }
+        Escribir(Caja(forma, "txtClave"), "9");
+        QTest::keyClick(&forma, Qt::Key_F4);
+    });
+    Tomar("parte corregida");
+    EnLaParte("N0001", "Editar", [&](QWidget &forma) { // another type has one of this key too
+        Escribir(Caja(forma, "txtClave"), "99");       // locked
+        Escribir(Caja(forma, "txtTexto"), "Cuerpo - A");
+        TomarForma(forma);
+        Aceptar(forma);
+    });
+    Tomar("parte con la clave de otra");
+    Rotular("N0002", "");
+    Tomar("rótulo vacío");
+    Rotular("N0002", "0002 - Motor-Eléctrico"); // the hyphens are lost
+    Tomar("rótulo con guiones");
+}
+
+// Cancel spares the parent only; of the retired parents, only the next one comes back too. Right under the root, and
+// under an active part, nothing is asked.
+void PruebaDia::Estados()
+{
+    Mandar("N0001", "Eliminar");
+    Tomar("baja de la rama");
+    Mandar("N0003", "Reactivar", 7500045, qvx::mensaje::Cancelar);
+    Tomar("reactivación sin la superior");
+    Mandar("N0003", "Eliminar");
+    Tomar("baja de lo reactivado");
+    Mandar("N0004", "Reactivar", 7500045, qvx::mensaje::Aceptar);
+    Tomar("reactivación con una de las superiores");
+    Mandar("N0001", "Reactivar");
+    Tomar("reactivación de la rama");
+}
+
+// A line is taken out, another put in its place: the lines are written anew.
+void PruebaDia::Ediciones()
+{
+    EnElServicio("N0002", "000001", [&](QWidget &editor) {
+        TomarForma(editor);
+        for (const char *precio : {"400", "0", "750.25"}) {
+            Escribir(Caja(editor, "txtPrecio"), precio);
+            Fichas(editor).setTab(3);
+            TomarForma(editor);
+        }
+        Escribir(Caja(editor, "txtDias"), "");
+        Escribir(Caja(editor, "txtLectura"), "1250.5");
+        Escribir(Caja(editor, "txtUnidad"), "HRS");
+        Grid(editor, "ssRefacciones").RemoveAll();
+        Fichas(editor).setTab(1);
+        EscribirCelda(Grid(editor, "ssManoObra"), 0, "Cantidad", "1");
+        Aceptar(editor);
+    });
+    Tomar("servicio con otras líneas");
+    EnElServicio("N0002", {}, [&](QWidget &editor) {
+        LlenarServicio(editor);
+        EscribirCelda(Grid(editor, "ssHerramientas"), 1, "Cantidad", "7"); // no line: no description
+        En<QCheckBox>(editor, "chkRequiereParo").setChecked(true);
+        En<QCheckBox>(editor, "chkRequiereParo").setChecked(false); // and with it the downtime
+        TomarForma(editor);
+        QTest::keyClick(&editor, Qt::Key_F4);
+    });
+    Tomar("servicio sin paro");
+}
+
+// Until 0001 has no child left; another type has a part of this key too, with a service.
+void PruebaDia::Bajas()
+{
+    Mandar("N0004", "B1", 7500047);
+    Tomar("eliminación de la hoja");
+    EliminarServicio("N0003", "000003", qvx::mensaje::No);
+    Tomar("servicio que se queda");
+    for (const auto &[nodo, folio] :
+         {qMakePair("N0003", "000003"), {"N0002", "000001"}, {"N0002", "000002"}, {"N0002", "000004"}})
+        EliminarServicio(nodo, folio);
+    Tomar("servicios eliminados");
+    Mandar("N0003", "B1", 7500047);
+    Mandar("N0002", "B1", 7500047);
+    Tomar("eliminación de la última inferior");
+    Mandar("N0001", "B1", 7500047);
+    Tomar("eliminación de la parte con la clave de otra");
+}
+
+void PruebaDia::segundo()
+{
+    Entrar();
+    Rotulos();
+    Estados();
+    Ediciones();
+    escenario->Correr("UPDATE Plan_Mantenimiento SET Pm_Unidad_Lectura = ' \"<&>' || " + motor::Segun("char", "chr")
+                      + "(10) || 'ñ€' WHERE Pm_ID = "
+                        "'000003'");
+    Exportar(escenario->Ruta("plan.xml"));
+    Tomar("exportación con signos");
+    TomarDocumento(escenario->Ruta("plan.xml"));
+    Copiar("0902", qvx::mensaje::No);
+    Tomar("copia rechazada");
+    Copiar("");
+    Tomar("copia cancelada");
+    Copiar("0902");
+    Tomar("copia sobre un plan");
+    ElegirTipo("0901"); // its root alone offers nothing
+    escenario->Personas().Elegir("TIPO_EQUIPO", "0902");
+    escenario->Personas().Responder(7500049, qvx::mensaje::Si);
+    Pulsar(Barra(), "B3");
+    Tomar("copia de nada");
+    ElegirTipo("0900");
+    Tomar("de vuelta");
+    const QByteArray servicio = R"(<TipoServicio Id="9001" UnidadLectura="HRS" FrecuenciaLectura="1250.50"
+        FrecuenciaDias="030" RequiereParo="{}" Duracion="2.5" Precio="500" Prioridad="9001">)";
+    const QByteArray lineas =
+        R"(<ManoObra><Servicio Id="9000000001" Cantidad="2"/><Servicio Id="P1" Cantidad="2"/></ManoObra>
+        <Refacciones><Refaccion Id="9000000002" Cantidad="3" TipoGasto="9001"/></Refacciones>
+        <Herramientas><Herramienta Id="9000000003" Cantidad="1"/><Herramienta Id="P2" Cantidad="1"/></Herramientas>)";
+    const QByteArray documento = "<?xml version='1.0'?><PlanMantenimiento><TipoEquipo Id=\"0902\">"
+                                 + QByteArray(servicio).replace("{}", "NO")
+                                 + "<ManoObra/><Refacciones/><Herramientas/></TipoServicio><!-- a note --><Parte "
+                                   "Id=\"0001\" Descripción=\"EJE\">"
+                                 + QByteArray(servicio).replace("{}", "SI") + lineas
+                                 + "</TipoServicio><Parte Id=\"X\" Descripción=\"\"/></Parte></TipoEquipo>"
+                                   "</PlanMantenimiento>";
+    Importar(Escrito(documento), qvx::mensaje::No);
+    Tomar("importación rechazada");
+    Importar(Escrito(documento));
+    Tomar("importación con productos desconocidos");
+    Importar(Escrito(QByteArray(documento).replace("\"X\"", "\"0001\"")));
+    Tomar("importación que falla");
+    ElegirTipo("0900");
+    Bajas();
+    Comparar("segundo_dia.txt");
 }
 
 PRUEBA_MAIN(PruebaDia)

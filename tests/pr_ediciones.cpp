@@ -40,7 +40,7 @@ const QString ParteAjena = "INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, T
 void PrEdiciones::Ajeno(const QString &cambio) const
 {
     for (const QString &sentencia : cambio.split(QLatin1Char(';')))
-        escenario->Motor(QString(sentencia).replace(
+        escenario->Correr(QString(sentencia).replace(
             "{FIRMA}", ", Oper_Ult_Modif = 'jcruz', Fecha_Ult_Modif = '2026-03-14 09:20:00' "));
 }
 
@@ -97,9 +97,9 @@ void PrEdiciones::formas()
         QCOMPARE(caja.Text(), escrito);
     };
     if (comando.isEmpty())
-        Abrir(0, pasos);
+        EnElServicio("N0002", "000001", pasos);
     else
-        EnLaParte(comando, "N0002", pasos);
+        EnLaParte("N0002", comando, pasos);
 }
 
 // Retiring and bringing back write the row that the tree was read from.
@@ -109,13 +109,13 @@ void PrEdiciones::mando()
         ElegirNodo(Arbol(), nodo);
         Ajeno("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'AJENA'{FIRMA}");
         const QStringList antes = escenario->Tablas();
-        Mandar(comando);
+        Pulsar(Barra(), comando);
         const QString mensaje = Mensajes().join('\n');
         QVERIFY2(mensaje.endsWith(Motivo), qPrintable(mensaje));
         QCOMPARE(escenario->Tablas(), antes);
 
         QTest::keyClick(&Arbol(), Qt::Key_F5); // seen, it may be done
-        Mandar(comando, nodo);
+        Mandar(nodo, comando);
         QCOMPARE(Mensajes(), QStringList());
         QVERIFY(escenario->Tablas() != antes);
     }
@@ -125,32 +125,32 @@ void PrEdiciones::mando()
 // are no obstacle.
 void PrEdiciones::propia()
 {
-    Abrir(0, [&](QWidget &editor) {
+    EnElServicio("N0002", "000001", [&](QWidget &editor) {
         Ajeno("UPDATE Plan_Mantenimiento SET Pm_Precio = 7, Oper_Ult_Modif = 'mlopez', Fecha_Ult_Modif = '2026-03-14 "
               "09:20:00' "
               + ElServicio);
         Aceptar(editor);
         QVERIFY(Rechazo().startsWith("Usted mismo (mlopez) cambió este registro el 2026-03-14 09:20:00, "));
     });
-    Abrir(0, [&](QWidget &editor) {
+    EnElServicio("N0002", "000001", [&](QWidget &editor) {
         Escribir(Caja(editor, "txtPrecio"), "2001");
         Aceptar(editor);
     });
-    QCOMPARE(escenario->Motor("SELECT Pm_Precio FROM Plan_Mantenimiento " + ElServicio).toDouble(), 2001.0);
+    QCOMPARE(escenario->Correr("SELECT Pm_Precio FROM Plan_Mantenimiento " + ElServicio).toDouble(), 2001.0);
 }
 
 // The proposed keys of a part and of a service are taken while the planner types: the next ones are given without a
 // word. A key that the planner chose is kept, and refused when it is taken.
 void PrEdiciones::claveTomada()
 {
-    EnLaParte("Nuevo", "N0001", [&](QWidget &dialogo) {
+    EnLaParte("N0001", "Nuevo", [&](QWidget &dialogo) {
         QCOMPARE(Caja(dialogo, "txtClave").Text(), "0007");
         Ajeno(ParteAjena.arg("0007") + ";" + ParteAjena.arg("0008"));
         Escribir(Caja(dialogo, "txtTexto"), "PROPIA");
         Aceptar(dialogo);
     });
     QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0009'"), "PROPIA");
-    EnLaParte("Nuevo", "N0001", [&](QWidget &dialogo) {
+    EnLaParte("N0001", "Nuevo", [&](QWidget &dialogo) {
         Escribir(Caja(dialogo, "txtClave"), "20");
         Escribir(Caja(dialogo, "txtTexto"), "ELEGIDA");
         Ajeno(ParteAjena.arg("0020"));
@@ -158,11 +158,11 @@ void PrEdiciones::claveTomada()
         QVERIFY(Mensajes().join(QString()).startsWith("16|cmdAceptar()|KT580|ERR-ID:7500097|"));
         QCOMPARE(Caja(dialogo, "txtTexto").Text(), "ELEGIDA");
     });
-    Abrir(-1, [&](QWidget &editor) {
+    EnElServicio("N0002", {}, [&](QWidget &editor) {
         QCOMPARE(Caja(editor, "txtID").Text(), "000004");
         Ajeno("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) VALUES "
               "('0900', '0005', '000004', '9001')");
-        LlenarNuevo(editor);
+        LlenarServicio(editor);
         Aceptar(editor);
     });
     QCOMPARE(escenario->Filas("SELECT Tep_ID, Pm_ID FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND "
@@ -173,15 +173,12 @@ void PrEdiciones::claveTomada()
 // A new service, or one that is dropped there, would be out of reach.
 void PrEdiciones::parteBorrada()
 {
-    Abrir(
-        -1,
-        [&](QWidget &editor) {
-            Ajeno(BorrarParte + "'0005'");
-            LlenarNuevo(editor);
-            Aceptar(editor);
-            QCOMPARE(Rechazo(), SinParte);
-        },
-        "N0005");
+    EnElServicio("N0005", {}, [&](QWidget &editor) {
+        Ajeno(BorrarParte + "'0005'");
+        LlenarServicio(editor);
+        Aceptar(editor);
+        QCOMPARE(Rechazo(), SinParte);
+    });
     ElegirNodo(Arbol(), "N0002");
     Arbol().setDropHighlight(Arbol().Item("N0005"));
     Q_EMIT Arbol().OLEDragDrop("000001");

@@ -17,7 +17,7 @@ void PrIndices::indices()
     if (motor::EsPostgres()) { // the server chooses among indexes by its statistics
         for (const char *tipo : {"0904", "0905", "0906"})
             SembrarGrande(escenario, tipo, 1000);
-        escenario.Motor("ANALYZE");
+        escenario.Correr("ANALYZE");
     }
     const auto probar = [&](const QString &sentencia, const QString &indice) {
         const QString plan = escenario.PlanDe(QString(sentencia).replace("{T}", "Te_Cve_Tipo_Equipo = '0904'"));

@@ -178,7 +178,7 @@ void PrInstalador::rechazada()
     const QString clase = QTest::currentDataTag();
     const Escenario escenario;
     if (!orden.isEmpty())
-        escenario.Motor(orden);
+        escenario.Correr(orden);
     QFile archivo(escenario.Archivo());
     if (clase == "cortada")
         QVERIFY(archivo.resize(archivo.size() / 2));

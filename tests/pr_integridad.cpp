@@ -50,10 +50,10 @@ void PrIntegridad::ventana()
     bool abierto = false;
     EnElDialogo([&](QWidget &dialogo) {
         abierto = true;
-        auto &lista = escenario->En<QTreeWidget>(dialogo, "lvSueltos");
-        auto &parte = escenario->En<QComboBox>(dialogo, "cboParte");
-        auto &corregir = escenario->En<QPushButton>(dialogo, "cmdCorregir");
-        auto &aviso = escenario->En<QLabel>(dialogo, "lblAviso");
+        auto &lista = En<QTreeWidget>(dialogo, "lvSueltos");
+        auto &parte = En<QComboBox>(dialogo, "cboParte");
+        auto &corregir = En<QPushButton>(dialogo, "cmdCorregir");
+        auto &aviso = En<QLabel>(dialogo, "lblAviso");
         const auto renglones = [&] {
             QStringList textos;
             for (int fila = 0; fila < lista.topLevelItemCount(); ++fila) {
@@ -97,7 +97,7 @@ void PrIntegridad::ventana()
         // One of the ring is enough.
         QCOMPARE(aviso.text(), "Se corrigió: 3 partes y 1 servicio. Se encontraron: 1 renglón.");
         QCOMPARE(renglones(), QStringList{ajeno});
-        QTest::mouseClick(&escenario->En<QPushButton>(dialogo, "cmdCerrar"), Qt::LeftButton);
+        QTest::mouseClick(&En<QPushButton>(dialogo, "cmdCerrar"), Qt::LeftButton);
     });
     principal.findChild<QAction *>("mnuRevisarIntegridad")->trigger();
     QVERIFY(abierto);

@@ -30,12 +30,12 @@ void PrPlanificadores::init()
 {
     escenario = std::make_unique<Escenario>();
     SembrarPlan(*escenario);
-    escenario->Motor(
+    escenario->Correr(
         "INSERT INTO Tipo_Equipo SELECT CAST(t AS text), 'DE CARGA', 'AC' FROM (SELECT 1000 AS t UNION ALL "
         "SELECT 100 * s + n FROM generate_series(11, 13) s, generate_series(0, 7) n) todos");
-    escenario->Motor("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) SELECT "
-                     "Te_Cve_Tipo_Equipo, '000' || n, '0000', 'PARTE ' || n FROM Tipo_Equipo, generate_series(1, 3) n "
-                     "WHERE Te_Descripcion = 'DE CARGA' AND Te_Cve_Tipo_Equipo < '1200'");
+    escenario->Correr("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) SELECT "
+                      "Te_Cve_Tipo_Equipo, '000' || n, '0000', 'PARTE ' || n FROM Tipo_Equipo, generate_series(1, 3) n "
+                      "WHERE Te_Descripcion = 'DE CARGA' AND Te_Cve_Tipo_Equipo < '1200'");
 }
 
 // They begin together, as soon as all are ready.
@@ -68,7 +68,7 @@ QStringList PrPlanificadores::Correr(int cuantos, const QString &orden)
 void PrPlanificadores::carga()
 {
     QCOMPARE(Correr(Planificadores, "--planificador").join(QString()), "");
-    QVERIFY(escenario->Motor("SELECT count(*) FROM Plan_Mantenimiento").toInt() > Planificadores);
+    QVERIFY(escenario->Correr("SELECT count(*) FROM Plan_Mantenimiento").toInt() > Planificadores);
     for (const char *sql :
          {"SELECT 'parte', Te_Cve_Tipo_Equipo, Tep_Numero FROM Tipo_Equipo_Parte GROUP BY 1, 2, 3 HAVING count(*) > 1",
           "SELECT 'servicio', Te_Cve_Tipo_Equipo, Pm_Numero FROM Plan_Mantenimiento GROUP BY 1, 2, 3 HAVING count(*) "
@@ -92,7 +92,7 @@ int RepetirGuardado(const QStringList &argumentos)
 {
     Escenario escenario(argumentos.at(0));
     escenario.Pantalla(QString::number(Propios + argumentos.at(1).toInt()));
-    Planificador planificador(escenario);
+    Planificador planificador(&escenario);
     const QString folio = planificador.NuevoServicio("N0001", "70");
     if (planificador.CambiarServicio("N0001", folio, "71").isEmpty())
         return 1;
@@ -119,7 +119,7 @@ int RepetirGuardado(const QStringList &argumentos)
 void PrPlanificadores::guardados()
 {
     for (const int cuantos : {1, Planificadores}) {
-        escenario->Motor("DELETE FROM Registro_Cambio");
+        escenario->Correr("DELETE FROM Registro_Cambio");
         int total = 0;
         QString sentencias;
         for (const QString &dicho : Correr(cuantos, "--guardar")) {
@@ -129,7 +129,7 @@ void PrPlanificadores::guardados()
             sentencias = hallado.captured(2);
         }
         QVERIFY(total > 0);
-        QCOMPARE(escenario->Motor("SELECT count(*) FROM Registro_Cambio").toInt(), total + 2 * cuantos);
+        QCOMPARE(escenario->Correr("SELECT count(*) FROM Registro_Cambio").toInt(), total + 2 * cuantos);
         AnotarResultado({"guardados", QString::number(cuantos), QString::number(2 * total / Segundos()), sentencias});
     }
 }

@@ -118,7 +118,7 @@ void Averia::Caer(const QString &nombre, const QString &ultimo)
     if (nombre == "al confirmar")
         sentencias = Disparador("TRIGGER falla AFTER ", ultimo, "SET LOCAL synchronous_commit = on");
     for (const QString &sentencia : sentencias)
-        escenario.Motor(sentencia);
+        escenario.Correr(sentencia);
     vigia = std::thread(Vigilar, nombre.startsWith("reinicio"));
 }
 
@@ -128,48 +128,7 @@ void Averia::Reparar()
         vigia.join();
     disco.reset();
     otro.reset();
-    escenario.Motor(motor::Segun("DROP TRIGGER IF EXISTS falla", "DROP FUNCTION IF EXISTS falla CASCADE"));
+    escenario.Correr(motor::Segun("DROP TRIGGER IF EXISTS falla", "DROP FUNCTION IF EXISTS falla CASCADE"));
     if (motor::EsPostgres())
         cluster::Super("ALTER ROLE mlopez LOGIN");
 }
-
-namespace motor
-{
-
-bool EsPostgres()
-{
-    return Motor::EnServidor();
-}
-
-QString Segun(const QString &incrustado, const QString &servidor)
-{
-    return EsPostgres() ? servidor : incrustado;
-}
-
-QString NoHayTabla(const QString &tabla)
-{
-    return Segun("no such table: " + tabla, "relation \"" + tabla.toLower() + "\" does not exist");
-}
-
-QString NoHayColumna(const QString &columna)
-{
-    return Segun("no such column: " + columna, "column \"" + columna.toLower() + "\" does not exist");
-}
-
-QString Sintaxis(const QString &cerca)
-{
-    return Segun("near \"" + cerca + "\": syntax error", "syntax error at or near \"" + cerca + "\"");
-}
-
-QString ParteRepetida()
-{
-    return Segun("UNIQUE constraint failed: Tipo_Equipo_Parte.Te_Cve_Tipo_Equipo, Tipo_Equipo_Parte.Tep_ID",
-                 "duplicate key value violates unique constraint \"tipo_equipo_parte_pkey\"");
-}
-
-QString Inicio()
-{
-    return Segun("-\tBEGIN IMMEDIATE", "-\tBEGIN");
-}
-
-} // namespace motor

@@ -30,19 +30,3 @@ private:
     std::unique_ptr<DiscoLleno> disco;
     std::thread vigia;
 };
-
-// What the engine under test calls things.
-namespace motor
-{
-
-bool EsPostgres();
-// The first text on the embedded engine, the second on the server.
-QString Segun(const QString &incrustado, const QString &servidor);
-QString NoHayTabla(const QString &tabla);
-QString NoHayColumna(const QString &columna);
-QString Sintaxis(const QString &cerca);
-QString ParteRepetida();
-// In the trace.
-QString Inicio();
-
-} // namespace motor

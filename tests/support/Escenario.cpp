@@ -33,7 +33,7 @@ Escenario::~Escenario()
     personas->Revisar();
 }
 
-QVariant Escenario::Motor(const QString &sql) const
+QVariant Escenario::Correr(const QString &sql) const
 {
     const auto otro = base.Otro();
     QSqlQuery consulta = otro->Correr(sql);
@@ -59,17 +59,33 @@ QStringList Escenario::Tablas() const
     return todo;
 }
 
+QStringList Escenario::Plan() const
+{
+    const QString firma =
+        ", Oper_Alta, Fecha_Alta, Oper_Baja, Fecha_Baja, Oper_Ult_Modif, Fecha_Ult_Modif, Es_Cve_Estado";
+    const auto otro = base.Otro();
+    return otro->Filas("SELECT 'parte', Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion" + firma
+                       + " FROM Tipo_Equipo_Parte ORDER BY 2, 3")
+           + otro->Filas("SELECT 'servicio', Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, "
+                         "Pm_Lectura, Pm_Unidad_Lectura, Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, "
+                         "Pm_Requiere_Paro, Pm_Tiempo_Paro"
+                         + firma + " FROM Plan_Mantenimiento ORDER BY 2, 4")
+           + otro->Filas("SELECT 'línea', Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, "
+                         "Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe, Pmd_Tipo_Gasto FROM "
+                         "Plan_Mantenimiento_Detalle ORDER BY 2, 4, 5");
+}
+
 QString Escenario::PlanDe(const QString &sql) const
 {
     const auto otro = base.Otro();
-    if (::Motor::EnServidor())
+    if (motor::EsPostgres())
         otro->Correr("SET enable_seqscan = off");
-    return otro->Filas((::Motor::EnServidor() ? "EXPLAIN (COSTS OFF) " : "EXPLAIN QUERY PLAN ") + sql).join('\n');
+    return otro->Filas((motor::EsPostgres() ? "EXPLAIN (COSTS OFF) " : "EXPLAIN QUERY PLAN ") + sql).join('\n');
 }
 
 bool Escenario::SoloPorIndice(const QString &plan) const
 {
-    if (::Motor::EnServidor())
+    if (motor::EsPostgres())
         return plan.contains("Index") && !plan.contains("Seq Scan") && !plan.contains("Sort");
     return plan.contains("INDEX") && !plan.contains("SCAN") && !plan.contains("TEMP B-TREE");
 }
@@ -141,21 +157,4 @@ DiscoLleno::~DiscoLleno()
 {
     setrlimit(RLIMIT_FSIZE, &anterior);
     signal(SIGXFSZ, senal);
-}
-
-QTimer *EnElDialogo(const std::function<void(QWidget &)> &pasos)
-{
-    auto *espera = new QTimer(qApp);
-    QObject::connect(espera, &QTimer::timeout, espera, [espera, pasos] {
-        QWidget *dialogo = QApplication::activeModalWidget();
-        if (!dialogo || !dialogo->isActiveWindow())
-            return;
-        espera->stop();
-        espera->deleteLater();
-        pasos(*dialogo);
-        if (dialogo == QApplication::activeModalWidget()) // a failed test must not hang
-            dialogo->close();
-    });
-    espera->start(1);
-    return espera;
 }

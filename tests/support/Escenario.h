@@ -2,12 +2,13 @@
 
 #include "session/Aplicacion.h"
 #include "session/Sesion.h"
+#include "support/BaseDePrueba.h"
+#include "support/Manos.h"
 #include "support/Motor.h"
 #include "support/PersonasDePrueba.h"
 
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QWidget>
 #include <memory>
 #include <sys/resource.h>
@@ -24,17 +25,19 @@ public:
 
     // A file beside the database's own.
     QString Ruta(const QString &nombre) const { return carpeta.filePath(nombre); }
-    const ::Motor &Base() const { return base; }
+    const BaseDePrueba &Base() const { return base; }
     QString Archivo() const { return base.Archivo(); }
     PersonasDePrueba &Personas() const { return *personas; }
     QDateTime ahora = QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53));
 
     // Runs SQL of the engine's own on a connection of another program; the first column of the first row.
-    QVariant Motor(const QString &sql) const;
+    QVariant Correr(const QString &sql) const;
     // The rows of a query, each as its values joined by "|", on that other connection: only what is committed.
     QStringList Filas(const QString &sql) const;
     // Everything the plan's tables hold: equal texts, equal tables.
     QStringList Tablas() const;
+    // The rows of the plan's three tables without what the host adds to them.
+    QStringList Plan() const;
     // How the engine would find the rows of a statement, and whether it does so by indexes alone, which it also reads
     // in the order that is asked for.
     QString PlanDe(const QString &sql) const;
@@ -43,14 +46,7 @@ public:
     // The screen from the component's entry points, its parent an object with these properties, shown in a window.
     QWidget &Pantalla(const QString &parametros = {});
     void CerrarPantalla();
-    template <class Control>
-    Control &En(QWidget &forma, const QString &nombre) const
-    {
-        auto *control = forma.findChild<Control *>(nombre);
-        if (!control)
-            qFatal("No existe el control %s", qPrintable(nombre));
-        return *control;
-    }
+    bool HayPantalla() const { return pantalla; }
     template <class Control>
     Control &De(const QString &nombre) const
     {
@@ -65,7 +61,7 @@ private:
     void Entrar();
 
     QTemporaryDir carpeta;
-    ::Motor base;
+    BaseDePrueba base;
     PersonasDePrueba *personas;
     std::unique_ptr<qvx::Sesion> sesion;
     std::unique_ptr<QWidget> ventana;
@@ -85,10 +81,6 @@ private:
     rlimit anterior{};
     void (*senal)(int);
 };
-
-// Does something in the next modal form, as soon as it is active, and closes it if the steps did not. What waits for
-// it.
-QTimer *EnElDialogo(const std::function<void(QWidget &)> &pasos);
 
 #define PRUEBA_MAIN(Clase)                                                                                             \
     int main(int argc, char **argv)                                                                                    \

@@ -1,114 +1,32 @@
 #include "support/Motor.h"
 
-#include "plan/EsquemaServidor.h"
-#include "plan/Instalador.h"
-#include "support/Cluster.h"
-
-#include <QSqlError>
-#include <QSqlRecord>
-
-OtroPrograma::~OtroPrograma()
-{
-    qvx::BaseAbierta::Soltar(base);
-}
-
-QSqlQuery OtroPrograma::Correr(const QString &sql) const
-{
-    QSqlQuery consulta(base);
-    if (!consulta.exec(sql))
-        qFatal("%s: %s", qPrintable(sql), qPrintable(consulta.lastError().text()));
-    return consulta;
-}
-
-QStringList OtroPrograma::Filas(const QString &sql) const
-{
-    QStringList filas;
-    for (QSqlQuery consulta = Correr(sql); consulta.next();) {
-        QStringList valores;
-        for (int i = 0; i < consulta.record().count(); ++i)
-            valores.append(consulta.value(i).toString());
-        filas.append(valores.join(QLatin1Char('|')));
-    }
-    return filas;
-}
-
-namespace
+namespace motor
 {
 
-std::unique_ptr<OtroPrograma> Conectar(const QString &controlador, const std::function<void(QSqlDatabase &)> &preparar)
-{
-    qvx::BaseAbierta base(controlador, preparar,
-                          [](const QSqlError &error) { qFatal("%s", qPrintable(error.text())); });
-    return std::make_unique<OtroPrograma>(base.Entregar());
-}
-
-std::unique_ptr<OtroPrograma> Super(const QString &base)
-{
-    const qvx::Servidor servidor(cluster::Direccion("postgres", base));
-    return Conectar("QPSQL", [&](QSqlDatabase &nueva) { servidor.Preparar(nueva); });
-}
-
-void HacerPlantilla(const OtroPrograma &servidor, const QString &plantilla, bool conEjemplos)
-{
-    servidor.Correr("DROP DATABASE IF EXISTS en_obra");
-    servidor.Correr("CREATE DATABASE en_obra");
-    qvx::CrearEsquema(qvx::Servidor(cluster::Direccion("postgres", "en_obra")), conEjemplos);
-    servidor.Correr("ALTER DATABASE en_obra RENAME TO " + plantilla);
-    servidor.Correr("DO $$ BEGIN CREATE ROLE mlopez LOGIN IN ROLE quorvex_planificadores; "
-                    "EXCEPTION WHEN duplicate_object THEN NULL; END $$");
-}
-
-} // namespace
-
-Motor::Motor(bool conEjemplos) : nombre(carpeta.filePath("prueba.db")), propia(EnServidor())
-{
-    if (propia)
-        HacerEnServidor(conEjemplos);
-    else
-        qvx::AbrirBaseDeDatos(nombre, conEjemplos);
-}
-
-// A copy of a template, which is made once.
-void Motor::HacerEnServidor(bool conEjemplos)
-{
-    nombre = cluster::NombreNuevo("prueba");
-    const auto servidor = Super("postgres");
-    const QString plantilla = conEjemplos ? "quorvex_ejemplos" : "quorvex_vacia";
-    servidor->Correr("SELECT pg_advisory_lock(1)");
-    if (!servidor->Correr("SELECT 1 FROM pg_database WHERE datname = '" + plantilla + "'").next())
-        HacerPlantilla(*servidor, plantilla, conEjemplos);
-    servidor->Correr("SELECT pg_advisory_unlock(1)");
-    servidor->Correr("CREATE DATABASE " + nombre + " TEMPLATE " + plantilla);
-}
-
-Motor::~Motor()
-{
-    if (propia)
-        Super("postgres")->Correr("DROP DATABASE " + nombre + " WITH (FORCE)");
-}
-
-std::unique_ptr<qvx::Conexion> Motor::Abrir() const
-{
-    if (EnServidor())
-        return qvx::AbrirServidor(qvx::Servidor(cluster::Direccion("mlopez", nombre)));
-    return qvx::AbrirBaseDeDatos(nombre, false);
-}
-
-std::unique_ptr<OtroPrograma> Motor::Otro() const
-{
-    if (EnServidor())
-        return Super(nombre);
-    return Conectar("QSQLITE", [this](QSqlDatabase &base) { base.setDatabaseName(nombre); });
-}
-
-QStringList Motor::Argumentos() const
-{
-    if (EnServidor())
-        return {"--servidor", cluster::Direccion("mlopez", nombre)};
-    return {"--base-datos", nombre, "--operador", "mlopez"};
-}
-
-bool Motor::EnServidor()
+bool EsPostgres()
 {
     return qEnvironmentVariable("QVX_PRUEBA_MOTOR") == "postgres";
 }
+
+QString Segun(const QString &incrustado, const QString &servidor)
+{
+    return EsPostgres() ? servidor : incrustado;
+}
+
+QString NoHayTabla(const QString &tabla)
+{
+    return Segun("no such table: " + tabla, "relation \"" + tabla.toLower() + "\" does not exist");
+}
+
+QString Sintaxis(const QString &cerca)
+{
+    return Segun("near \"" + cerca + "\": syntax error", "syntax error at or near \"" + cerca + "\"");
+}
+
+QString ParteRepetida()
+{
+    return Segun("UNIQUE constraint failed: Tipo_Equipo_Parte.Te_Cve_Tipo_Equipo, Tipo_Equipo_Parte.Tep_ID",
+                 "duplicate key value violates unique constraint \"tipo_equipo_parte_pkey\"");
+}
+
+} // namespace motor

@@ -9,6 +9,8 @@ int PersonasDePrueba::Mensaje(const qvx::Aviso &aviso)
             .arg(QString::number(aviso.estilo), aviso.titulo, aviso.modulo, aviso.identificador, aviso.texto));
     ventanas.append(aviso.ventana);
     detalles.append(aviso.detalles);
+    if (real)
+        return real->Mensaje(aviso);
     if ((aviso.estilo & 0xF) == 0)
         return qvx::mensaje::Aceptar;
     if (respuestas.isEmpty() || respuestas.constFirst().identificador != aviso.identificador) {
@@ -21,9 +23,11 @@ int PersonasDePrueba::Mensaje(const qvx::Aviso &aviso)
     return respuesta.boton;
 }
 
-QString PersonasDePrueba::BuscarEnCatalogo(const QString &catalogo, int maximo, const QString & /*filtro*/,
-                                           const QFont & /*fuente*/, QWidget * /*duena*/)
+QString PersonasDePrueba::BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro,
+                                           const QFont &fuente, QWidget *duena)
 {
+    if (real)
+        return real->BuscarEnCatalogo(catalogo, maximo, filtro, fuente, duena);
     if (elecciones.isEmpty() || elecciones.constFirst().first != catalogo) {
         QTest::qFail(qPrintable(QString("Búsqueda imprevista: %1 %2").arg(catalogo).arg(maximo)), __FILE__, __LINE__);
         return {};
@@ -31,8 +35,10 @@ QString PersonasDePrueba::BuscarEnCatalogo(const QString &catalogo, int maximo, 
     return elecciones.takeFirst().second;
 }
 
-QString PersonasDePrueba::ElegirArchivo(const qvx::PeticionArchivo &peticion, QWidget * /*duena*/)
+QString PersonasDePrueba::ElegirArchivo(const qvx::PeticionArchivo &peticion, QWidget *duena)
 {
+    if (real)
+        return real->ElegirArchivo(peticion, duena);
     dialogos.append(QStringList{peticion.paraGuardar ? "guardar" : "abrir", peticion.titulo, peticion.filtro,
                                 peticion.archivo, peticion.carpeta}
                         .join(QLatin1Char('|')));
@@ -43,8 +49,10 @@ QString PersonasDePrueba::ElegirArchivo(const qvx::PeticionArchivo &peticion, QW
     return archivos.takeFirst();
 }
 
-void PersonasDePrueba::InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget * /*duena*/)
+void PersonasDePrueba::InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena)
 {
+    if (real)
+        return real->InformacionRegistro(datos, duena);
     informacion = datos;
 }
 

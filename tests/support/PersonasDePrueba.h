@@ -5,6 +5,7 @@
 #include <QList>
 #include <QStringList>
 #include <functional>
+#include <memory>
 
 // Stands for the person: records every message, answers questions and searches from a script. A question that was not
 // foreseen, and an answer that nobody asked for, fail the test.
@@ -30,6 +31,9 @@ public:
     QStringList detalles;
     QStringList
         dialogos; // file dialogs so far, as "guardar|título|filtro|archivo|carpeta" ("abrir" first for an open dialog)
+
+    // When it is set, it asks and tells in this one's place.
+    std::unique_ptr<qvx::Interaccion> real;
 
     // Forgets the answers that were not used.
     void Descartar();

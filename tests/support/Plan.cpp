@@ -1,12 +1,5 @@
 #include "support/Plan.h"
 
-#include "controls/SSOleDBGrid.h"
-#include "controls/TreeView.h"
-
-#include <QAction>
-#include <QLineEdit>
-#include <QToolBar>
-
 void SembrarPlan(const Escenario &escenario)
 {
     const auto otro = escenario.Base().Otro();
@@ -33,13 +26,14 @@ void SembrarPlan(const Escenario &escenario)
             "Oper_Alta, Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif)",
             "('0900', '9001', '9001', '0002', '000001', 30, 0, '', 1000, 8.5, 'SI', 4}, ('0900', '9001', '9001', "
             "'0002', '000002', 0, 1250.5, 'HRS', 500, 2, 'NO', 0}, ('0900', '9001', '9001', '0003', '000003', 90, 500, "
-            "'HRS', 100, 1, 'si', 0}");
+            "'HRS', 100, 1, 'si', 0}, ('0902', '9001', '9001', '0001', '000077', 7, 0, '', 70, 1, 'NO', 0}");
     sembrar("Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, "
             "Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe, Pmd_Tipo_Gasto)",
             "('0900', '0002', '000001', '000001', '01', '9000000001', 2, 'HR', 150.25, 300.5, ''), ('0900', '0002', "
             "'000001', '000002', '02', '9000000002', 1.5, 'PZA', 80.1, 120.15, '9001'), ('0900', '0002', '000001', "
             "'000003', '03', '9000000003', 1, 'PZA', 0, 0, ''), ('0900', '0003', '000003', '000004', '01', "
-            "'9000000001', 1, 'HR', 150.25, 150.25, '')");
+            "'9000000001', 1, 'HR', 150.25, 150.25, ''), ('0900', '0002', '000002', '000005', '02', '9000000004', 3, "
+            "'PZA', 10, 30, '9009'), ('0902', '0001', '000077', '000077', '03', '9000000003', 1, 'PZA', 0, 0, '')");
 }
 
 void SembrarGrande(const Escenario &escenario, const QString &tipo, int partes)
@@ -48,11 +42,11 @@ void SembrarGrande(const Escenario &escenario, const QString &tipo, int partes)
         return QString("substr(CAST(1%1 + %2 AS text), 2)").arg(QString(cifras, QLatin1Char('0')), numero);
     };
     const auto sembrar = [&](const QString &tabla, const QString &columnas, int cuantos, const QString &valores) {
-        escenario.Motor(QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT "
-                                "INTO %2 (Te_Cve_Tipo_Equipo, %3) SELECT '%4', %5 FROM n")
-                            .arg(QString::number(cuantos), tabla, columnas, tipo, valores));
+        escenario.Correr(QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT "
+                                 "INTO %2 (Te_Cve_Tipo_Equipo, %3) SELECT '%4', %5 FROM n")
+                             .arg(QString::number(cuantos), tabla, columnas, tipo, valores));
     };
-    escenario.Motor("INSERT INTO Tipo_Equipo VALUES ('" + tipo + "', 'GRANDE', 'AC')");
+    escenario.Correr("INSERT INTO Tipo_Equipo VALUES ('" + tipo + "', 'GRANDE', 'AC')");
     sembrar("Tipo_Equipo_Parte", "Tep_ID, Tep_Padre, Tep_Descripcion, Oper_Alta", partes,
             clave("i", 5) + ", CASE WHEN i < 10 THEN '0000' ELSE " + clave("i / 10", 5) + " END, 'PARTE ' || i, '"
                 + tipo + "'");
@@ -62,49 +56,4 @@ void SembrarGrande(const Escenario &escenario, const QString &tipo, int partes)
             "Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, Pmd_Cantidad, Pmd_Costo, Pmd_Importe", 10 * partes,
             clave("(i + 9) / 10", 5) + ", " + clave("(i + 4) / 5", 6) + ", " + clave("i", 6)
                 + ", '02', '9000000002', i, " + tipo + ", i * " + tipo);
-}
-
-void Escribir(QWidget &caja, const QString &texto)
-{
-    auto *linea = caja.findChild<QLineEdit *>();
-    linea->setFocus();
-    linea->selectAll();
-    QTest::keyClick(linea, Qt::Key_Delete);
-    QTest::keyClicks(linea, texto);
-    QTest::keyClick(linea, Qt::Key_Tab);
-}
-
-void EscribirCelda(QWidget &grid, int fila, const QString &columna, const QString &texto)
-{
-    auto &tabla = dynamic_cast<SSDataWidgets_B_OLEDB::SSOleDBGrid &>(grid);
-    tabla.setFocus();
-    tabla.setCurrentCell(fila, tabla.IndiceColumna(columna));
-    QTest::keyClick(&tabla, Qt::Key_F2);
-    auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
-    QVERIFY2(editor, "La celda no se edita");
-    editor->selectAll();
-    if (texto.isEmpty())
-        QTest::keyClick(editor, Qt::Key_Delete);
-    QTest::keyClicks(editor, texto);
-    QTest::keyClick(editor, Qt::Key_Tab);
-    QCoreApplication::processEvents();
-}
-
-void Pulsar(QWidget &barra, const QString &comando)
-{
-    QCoreApplication::processEvents(); // the bar lays its buttons out
-    auto *accion = barra.findChild<QAction *>(comando);
-    auto *boton = dynamic_cast<QToolBar &>(barra).widgetForAction(accion);
-    QVERIFY2(accion && boton, qPrintable(comando));
-    QVERIFY2(accion->isEnabled() && boton->isVisible(), qPrintable("No se ofrece " + comando));
-    QTest::mouseClick(boton, Qt::LeftButton);
-}
-
-void ElegirNodo(QWidget &arbol, const QString &clave)
-{
-    auto &tv = dynamic_cast<comunesQVX::TreeView &>(arbol);
-    auto *nodo = tv.Item(clave);
-    tv.setSelectedItem(nullptr); // a slow second click on one node edits its label
-    tv.EnsureVisible(nodo);
-    QTest::mouseClick(tv.viewport(), Qt::LeftButton, {}, tv.visualItemRect(nodo).center());
 }

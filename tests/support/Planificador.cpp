@@ -1,38 +1,38 @@
 #include "support/Planificador.h"
 
-#include "controls/ListView.h"
-#include "controls/SSOleDBGrid.h"
-#include "controls/TreeView.h"
-#include "controls/ssTbQvx.h"
-#include "controls/txtQVX.h"
-
+#include <QApplication>
 #include <QLineEdit>
 #include <QTimer>
 #include <QTreeWidgetItemIterator>
 
-using comunesQVX::ListView;
 using comunesQVX::Nodo;
-using comunesQVX::TreeView;
-using textoQVX::txtQVX;
 
-Planificador::Planificador(Escenario &escenario_, Intento intento_)
+Planificador::Planificador(Escenario *escenario_, Intento intento_)
     : escenario(escenario_), intento(std::move(intento_))
 {
 }
 
-TreeView &Planificador::Arbol() const
+QString Planificador::Barras() const
 {
-    return escenario.De<TreeView>("tvPartes");
+    const Controles &barra = Barra();
+    QString texto;
+    for (bool valor : {barra.NuevoDisponible(), barra.EditarDisponible(), barra.EliminarDisponible(),
+                       barra.ReactivarDisponible(), barra.ExtrasDisponibles()})
+        texto += valor ? "1" : "0";
+    return texto + "|" + barra.Titulo1() + "|" + barra.Titulo2() + "|" + barra.Titulo3();
 }
 
-ListView &Planificador::Lista() const
+QString Planificador::Fila(const SSOleDBGrid &grid, int fila)
 {
-    return escenario.De<ListView>("lvServicios");
+    QStringList celdas;
+    for (int i = 0; i < grid.columnCount(); ++i)
+        celdas.append(grid.Celda(fila, grid.NombreColumna(i)));
+    return celdas.join("|");
 }
 
 void Planificador::ElegirTipo(const QString &tipo)
 {
-    Escribir(escenario.De<txtQVX>("txtTipoEquipo"), tipo);
+    Escribir(Tipo(), tipo);
 }
 
 QStringList Planificador::Nodos(bool retirados) const
@@ -46,6 +46,16 @@ QStringList Planificador::Nodos(bool retirados) const
     return claves;
 }
 
+bool Planificador::ElegirServicio(const QString &nodo, const QString &folio)
+{
+    ElegirNodo(Arbol(), nodo);
+    Lista().setFocus();
+    const auto filas = Lista().findItems(folio, Qt::MatchExactly);
+    for (QTreeWidgetItem *fila : filas)
+        QTest::mouseClick(Lista().viewport(), Qt::LeftButton, {}, Lista().visualItemRect(fila).center());
+    return !filas.isEmpty();
+}
+
 // Answers that a failed attempt never asked for are not kept for another one.
 void Planificador::Intentar(const std::function<void()> &paso)
 {
@@ -54,71 +64,97 @@ void Planificador::Intentar(const std::function<void()> &paso)
             intento.antes();
         paso();
         QCoreApplication::processEvents();
-        escenario.Personas().Descartar();
+        escenario->Personas().Descartar();
     } while (intento.otraVez && intento.otraVez());
 }
 
-// Fills the form that a step opens and accepts it: the text of its key box when that closed it.
-QString Planificador::EnLaForma(const std::function<void()> &abrir, const Pasos &llenar, const QString &barra,
-                                const QString &clave)
+void Planificador::EnLaForma(const std::function<void()> &abrir, const Pasos &pasos)
 {
-    QString guardada;
+    bool abierta = false;
     const QPointer<QTimer> espera = EnElDialogo([&](QWidget &forma) {
-        llenar(forma);
-        Intentar([&] { Pulsar(escenario.En<QWidget>(forma, barra), "Aceptar"); });
-        guardada = forma.isVisible() ? QString() : escenario.En<txtQVX>(forma, clave).Text();
+        abierta = true;
+        pasos(forma);
     });
     abrir();
-    delete espera;                      // what was to be opened is no longer there
+    delete espera;
+    if (!abierta && escenario->Personas().detalles.isEmpty())
+        qFatal("No se abrió nada");
     Arbol().window()->activateWindow(); // as a window manager does
     if (!QTest::qWaitForWindowActive(Arbol().window()))
         qFatal("La pantalla no volvió a activarse");
-    return guardada;
 }
 
-QString Planificador::EnLaParte(const QString &nodo, const QString &boton, const QString &descripcion)
+void Planificador::EnLaParte(const QString &nodo, const QString &boton, const Pasos &pasos)
 {
     ElegirNodo(Arbol(), nodo);
-    return EnLaForma([&] { Pulsar(escenario.De<QWidget>("Controles"), boton); },
-                     [&](QWidget &forma) { Escribir(escenario.En<txtQVX>(forma, "txtTexto"), descripcion); },
-                     "Controles", "txtClave");
+    EnLaForma([&] { Pulsar(Barra(), boton); }, pasos);
+}
+
+void Planificador::EnElServicio(const QString &nodo, const QString &folio, const Pasos &pasos)
+{
+    if (folio.isEmpty())
+        return EnLaParte(nodo, "B2", pasos);
+    if (!ElegirServicio(nodo, folio))
+        qFatal("No está el servicio %s", qPrintable(folio));
+    EnElElegido(pasos);
+}
+
+void Planificador::EnElElegido(const Pasos &pasos)
+{
+    const QPoint fila = Lista().visualItemRect(Lista().currentItem()).center();
+    EnLaForma([&] { QTest::mouseDClick(Lista().viewport(), Qt::LeftButton, {}, fila); }, pasos);
+}
+
+void Planificador::Aceptar(const QWidget &forma)
+{
+    auto *barra = forma.findChild<QWidget *>("Controles1"); // the editor's; a part's form has the other
+    Pulsar(barra ? *barra : En<QWidget>(forma, "Controles"), "Aceptar");
+}
+
+QString Planificador::Guardar(const QWidget &forma, const char *clave)
+{
+    Intentar([&] { Aceptar(forma); });
+    return forma.isVisible() ? QString() : Caja(forma, clave).Text();
+}
+
+QString Planificador::GuardarParte(const QString &nodo, const QString &boton, const QString &descripcion)
+{
+    QString clave;
+    EnLaParte(nodo, boton, [&](QWidget &forma) {
+        Escribir(Caja(forma, "txtTexto"), descripcion);
+        clave = Guardar(forma, "txtClave");
+    });
+    return clave;
 }
 
 QString Planificador::NuevoServicio(const QString &nodo, const QString &precio)
 {
-    ElegirNodo(Arbol(), nodo);
-    const auto llenar = [&](QWidget &editor) {
-        LlenarServicio(escenario, editor);
-        Escribir(escenario.En<txtQVX>(editor, "txtPrecio"), precio);
-    };
-    return EnLaForma([&] { Pulsar(escenario.De<QWidget>("Controles"), "B2"); }, llenar, "Controles1", "txtID");
+    QString folio;
+    EnElServicio(nodo, {}, [&](QWidget &editor) {
+        LlenarServicio(editor);
+        Escribir(Caja(editor, "txtPrecio"), precio);
+        folio = Guardar(editor, "txtID");
+    });
+    return folio;
 }
 
 QString Planificador::CambiarServicio(const QString &nodo, const QString &folio, const QString &precio)
 {
-    ElegirServicio(nodo, folio);
-    const auto abrir = [&] {
-        if (auto *elegido = Lista().currentItem())
-            QTest::mouseDClick(Lista().viewport(), Qt::LeftButton, {}, Lista().visualItemRect(elegido).center());
-    };
-    const auto llenar = [&](QWidget &editor) { Escribir(escenario.En<txtQVX>(editor, "txtPrecio"), precio); };
-    return EnLaForma(abrir, llenar, "Controles1", "txtID");
+    if (!ElegirServicio(nodo, folio))
+        return {};
+    QString guardado;
+    EnElElegido([&](QWidget &editor) {
+        Escribir(Caja(editor, "txtPrecio"), precio);
+        guardado = Guardar(editor, "txtID");
+    });
+    return guardado;
 }
 
-// Nothing is chosen when the service is not in the list.
-void Planificador::ElegirServicio(const QString &nodo, const QString &folio)
-{
-    ElegirNodo(Arbol(), nodo);
-    Lista().setFocus();
-    for (QTreeWidgetItem *fila : Lista().findItems(folio, Qt::MatchExactly))
-        QTest::mouseClick(Lista().viewport(), Qt::LeftButton, {}, Lista().visualItemRect(fila).center());
-}
-
-void Planificador::EliminarServicio(const QString &nodo, const QString &folio)
+void Planificador::EliminarServicio(const QString &nodo, const QString &folio, int respuesta)
 {
     ElegirServicio(nodo, folio);
     Intentar([&] {
-        escenario.Personas().Responder(7500050, qvx::mensaje::Si);
+        escenario->Personas().Responder(7500050, respuesta);
         QTest::keyClick(&Lista(), Qt::Key_Delete);
     });
 }
@@ -128,39 +164,39 @@ void Planificador::Mandar(const QString &nodo, const QString &boton, int pregunt
     ElegirNodo(Arbol(), nodo);
     Intentar([&] {
         if (pregunta != 0)
-            escenario.Personas().Responder(pregunta, respuesta);
-        Pulsar(escenario.De<QWidget>("Controles"), boton);
+            escenario->Personas().Responder(pregunta, respuesta);
+        Pulsar(Barra(), boton);
     });
 }
 
 // These are offered while no part is chosen.
-void Planificador::Copiar(const QString &tipo)
+void Planificador::Copiar(const QString &tipo, int respuesta)
 {
     ElegirNodo(Arbol(), "N0000");
     Intentar([&] {
-        escenario.Personas().Elegir("TIPO_EQUIPO", tipo);
-        escenario.Personas().Responder(7500049, qvx::mensaje::Si);
-        Pulsar(escenario.De<QWidget>("Controles"), "B3");
+        escenario->Personas().Elegir("TIPO_EQUIPO", tipo);
+        escenario->Personas().Responder(7500049, respuesta);
+        Pulsar(Barra(), "B3");
     });
 }
 
-void Planificador::Importar(const QString &ruta)
+void Planificador::Importar(const QString &ruta, int respuesta)
 {
     ElegirNodo(Arbol(), "N0000");
     Intentar([&] {
-        escenario.Personas().DarArchivo(ruta);
-        escenario.Personas().Responder(7500048, qvx::mensaje::Si);
-        Pulsar(escenario.De<QWidget>("Controles"), "B2");
+        escenario->Personas().DarArchivo(ruta);
+        escenario->Personas().Responder(7500048, respuesta);
+        Pulsar(Barra(), "B2");
     });
 }
 
 void Planificador::Exportar(const QString &ruta)
 {
-    escenario.Personas().DarArchivo(ruta);
+    escenario->Personas().DarArchivo(ruta);
     Mandar("N0000", "B1");
 }
 
-void Planificador::Rotular(const QString &nodo, const QString &descripcion)
+void Planificador::Rotular(const QString &nodo, const QString &texto)
 {
     ElegirNodo(Arbol(), nodo);
     Intentar([&] {
@@ -168,7 +204,7 @@ void Planificador::Rotular(const QString &nodo, const QString &descripcion)
         auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
         if (!editor)
             return;
-        editor->setText(nodo.mid(1) + " - " + descripcion);
+        editor->setText(texto);
         QTest::keyClick(editor, Qt::Key_Return);
     });
 }
@@ -186,29 +222,25 @@ void Planificador::Mover(const QString &nodo, const QString &folio, const QStrin
     });
 }
 
-void LlenarServicio(const Escenario &escenario, QWidget &editor)
+void Planificador::LlenarServicio(const QWidget &editor)
 {
-    using Grid = SSDataWidgets_B_OLEDB::SSOleDBGrid;
-    const auto caja = [&](const char *nombre, const QString &texto) {
-        Escribir(escenario.En<txtQVX>(editor, nombre), texto);
-    };
+    const auto caja = [&](const char *nombre, const QString &texto) { Escribir(Caja(editor, nombre), texto); };
     const auto celda = [&](const char *nombre, const QString &columna, const QString &texto) {
-        EscribirCelda(escenario.En<Grid>(editor, nombre), 0, columna, texto);
+        EscribirCelda(Grid(editor, nombre), 0, columna, texto);
     };
-    auto &fichas = escenario.En<ssTabQvx::ssTbQvx>(editor, "ssTabQvx");
     caja("txtTipoServicio", "9001");
     caja("txtPrioridad", "9001");
     caja("txtDias", "30");
     caja("txtTiempoEstimado", "2.5");
     caja("txtPrecio", "1,000.50");
-    fichas.setTab(1);
+    Fichas(editor).setTab(1);
     celda("ssManoObra", "Producto", "9000000001");
     celda("ssManoObra", "Cantidad", "2");
-    fichas.setTab(2);
+    Fichas(editor).setTab(2);
     celda("ssRefacciones", "Producto", "9000000002");
     celda("ssRefacciones", "Cantidad", "1.5");
     celda("ssRefacciones", "Gasto", "9001");
-    fichas.setTab(3);
+    Fichas(editor).setTab(3);
     celda("ssHerramientas", "Producto", "9000000003");
     celda("ssHerramientas", "Cantidad", "1");
 }

@@ -1,0 +1,242 @@
+#include "component/Esquema.h"
+#include "session/UnidadC.h"
+#include "support/PruebaPantalla.h"
+#include "xml/EsquemaXml.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+
+namespace
+{
+
+const QByteArray Servicio =
+    R"(<TipoServicio Id="9001" UnidadLectura="HRS" FrecuenciaLectura="1250.5" FrecuenciaDias="0")"
+    R"( RequiereParo="NO" Duracion="2" Precio="500" Prioridad="9001">)"
+    "<ManoObra/><Refacciones/><Herramientas/></TipoServicio>";
+const QByteArray Parte = R"(<Parte Id="1" Descripción=""/>)";
+const QString Pregunta = "36|Importar_xml()|KT580|ERR-ID:7500048|Se reemplazará el plan de mantenimiento actual del "
+                         "tipo de equipo0900, ¿DESEA CONTINUAR?";
+
+QByteArray Documento(const QByteArray &tipo, const QByteArray &contenido)
+{
+    return "<?xml version='1.0'?>\n<PlanMantenimiento><TipoEquipo Id=\"" + tipo + "\">" + contenido
+           + "</TipoEquipo></PlanMantenimiento>\n";
+}
+
+} // namespace
+
+// The exchange document: what cannot be written, what of a stranger's is taken, at the screen and from the command
+// line; and that an import which ends badly writes nothing.
+class PrIntercambio : public PruebaPantalla
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void sinDocumento();
+    void sinArchivo();
+    void revisado();
+    void rechazos();
+    void idaYVuelta();
+    void linea();
+    void interrumpido();
+
+private:
+    QByteArray Contenido(const QString &nombre) const;
+    QString Poner(const QString &nombre, const QByteArray &contenido) const;
+    QStringList Revisar(const QByteArray &documento) const;
+    QProcessEnvironment SinPantalla() const;
+};
+
+QByteArray PrIntercambio::Contenido(const QString &nombre) const
+{
+    QFile archivo(escenario->Ruta(nombre));
+    return archivo.open(QIODevice::ReadOnly) ? archivo.readAll() : QByteArray();
+}
+
+QString PrIntercambio::Poner(const QString &nombre, const QByteArray &contenido) const
+{
+    QFile archivo(escenario->Ruta(nombre));
+    archivo.remove(); // a file that is cut short waits for the disk
+    if (!archivo.open(QIODevice::WriteOnly) || archivo.write(contenido) != contenido.size())
+        qFatal("%s", qPrintable(archivo.errorString()));
+    return archivo.fileName();
+}
+
+// What the schema says of a document, line by line.
+QStringList PrIntercambio::Revisar(const QByteArray &documento) const
+{
+    const qvx::EsquemaXml esquema(qvx::RutaEnUnidadC(KT580::RutaEsquema));
+    qvx::Documento leido;
+    QStringList dichos;
+    if (!leido.Cargar(Poner("revisado.xml", documento), esquema))
+        for (const qvx::ErrorXml &error : leido.Errores())
+            dichos.append(error.Texto());
+    return dichos;
+}
+
+// What cannot be written as a document is told before anybody is asked for a file.
+void PrIntercambio::sinDocumento()
+{
+    const auto probar = [&](const QString &falla, const QString &mensaje) {
+        escenario->Correr(falla);
+        Mandar("N0000", "B1");
+        QCOMPARE(Mensajes().join('\n'), "16|Controles_B1Click()|KT580|ERR-ID:7500017|" + mensaje);
+    };
+    probar("UPDATE Tipo_Equipo_Parte SET Tep_ID = '0000' WHERE Tep_ID = '0005'", // below itself
+           "El documento tendría más de 250 niveles");
+    probar("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'A' || " + motor::Segun("char", "chr")
+               + "(27) || 'B' WHERE Tep_ID = '0004'",
+           "Parte 0004: \"Descripción\" lleva un carácter que XML no admite (U+001B)");
+    probar("ALTER TABLE Plan_Mantenimiento_Detalle RENAME TO Guardada",
+           motor::NoHayTabla("Plan_Mantenimiento_Detalle"));
+}
+
+// When the disk fills up, the file that was there is still whole.
+void PrIntercambio::sinArchivo()
+{
+    escenario->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = '" + QString(2000, QLatin1Char('x')) + "'");
+    const QString ruta = Poner("plan.xml", "anterior");
+    qunsetenv("QVX_TRAZA");
+    {
+        const DiscoLleno disco;
+        Exportar(ruta);
+    }
+    QVERIFY(
+        Mensajes().join("").startsWith("16|Controles_B1Click()|KT580|ERR-ID:7500017|No se pudo guardar el archivo "));
+    QCOMPARE(Contenido("plan.xml"), "anterior");
+}
+
+void PrIntercambio::revisado()
+{
+    const auto probar = [&](const QByteArray &contenido, const QString &dicho) {
+        QCOMPARE(Revisar(Documento("0900", contenido)).join('\n'), dicho);
+    };
+    const auto cambiado = [](const QByteArray &antes, const QByteArray &despues) {
+        return QByteArray(Servicio).replace(antes, despues);
+    };
+    const QString servicio = "Renglón 2, TipoServicio: ";
+    probar(cambiado("500", "-0.00000000000012345678901234567"), "");
+    for (const char *valor : {"5e2", "5&#10;e2"})
+        probar(cambiado("500", valor), servicio + "el valor \"" + QString(valor).replace("&#10;", "\n")
+                                           + "\" no es válido para el atributo \"Precio\"");
+    probar(cambiado("Duracion=\"2\" Precio=\"500\"", "Precio=\"500\" Duracion=\"2\""),
+           servicio
+               + "los atributos deben ir en este orden: Id, UnidadLectura, FrecuenciaLectura, FrecuenciaDias, "
+                 "RequiereParo, Duracion, Precio, Prioridad");
+    probar(QByteArray(Parte).replace("1", "0000  "), // the root's
+           "Renglón 2, Parte: el valor \"0000  \" no es válido para el atributo \"Id\"");
+    probar((Parte + "\n").repeated(70000) + "<Otra/>", // past the lines that the parser counts
+           "Renglón 70002, Otra: el elemento no va en este lugar; aquí se espera: Parte");
+    probar(QByteArray(Parte).replace("/", "").repeated(2000),
+           "Renglón 2: El documento no está bien formado: Excessive depth in document: 256 use XML_PARSE_HUGE option");
+
+    // No file of the planner's is at a stranger's disposal.
+    Poner("secreto", "<Parte/>");
+    probar("<xi:include xmlns:xi=\"http://www.w3.org/2001/XInclude\" href=\"secreto\" parse=\"text\"/>",
+           "Renglón 2, include: el elemento no va en este lugar; aquí se espera: TipoServicio, Parte");
+    QCOMPARE(Revisar("<!DOCTYPE a [<!ENTITY x SYSTEM \"secreto\">]><PlanMantenimiento>&x;</PlanMantenimiento>"),
+             QStringList{"El documento trae una declaración DOCTYPE, que este formato no admite"});
+}
+
+void PrIntercambio::rechazos()
+{
+    Escribir(Tipo(), "0902");
+    const QStringList antes = escenario->Tablas();
+    const auto probar = [&](const QByteArray &documento, const QString &mensaje, const QString &detalle = {}) {
+        escenario->Personas().DarArchivo(Poner("plan.xml", documento));
+        escenario->Personas().Responder(7500048, qvx::mensaje::Si);
+        Pulsar(Barra(), "B2");
+        escenario->Personas().Descartar();
+        QCOMPARE(escenario->Personas().detalles.constLast(), detalle);
+        QCOMPARE(Mensajes().constLast(), mensaje);
+        QCOMPARE(escenario->Tablas(), antes);
+        QCOMPARE(Tipo().Text(), "0902");
+        QVERIFY(!QApplication::overrideCursor());
+        escenario->Correr("UPDATE Producto SET Pr_Descripcion = Pr_Descripcion"); // nothing is left open
+    };
+    const QString formato = "|El archivo xml que se cargo no cumple con el formato del mantenimiento";
+    const QString aviso = "48|Quorvex|KT580|ERR-ID:75000";
+    const QString trampa = "16|Controles_B2Click()|KT580|ERR-ID:7500023|";
+    probar("hola", aviso + "25" + formato,
+           "Renglón 1: El documento no está bien formado: Start tag expected, '<' not found");
+    probar("<PlanMantenimiento/>", aviso + "26" + formato);
+    probar(Documento("0903", ""), aviso + "27|No existe el tipo de equipo '0903' en la bas de datos"); // cancelled
+    probar(Documento("0900", "<Parte Id=\"1'\" Descripción=\", '0000', 'o', 'f', 'o', 'f'), ('0902', '7\"/>"),
+           trampa + "Un valor del documento lleva comillas");
+    probar(Documento("0900", Servicio + Parte + Parte), trampa + motor::ParteRepetida());
+}
+
+// A plan that was lost is put back from its document, whole.
+void PrIntercambio::idaYVuelta()
+{
+    escenario->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'PIEZA \"' || Tep_ID || '\" <Ñ>&'");
+    const auto exportar = [&] {
+        Exportar(escenario->Ruta("plan.xml"));
+        Mensajes();
+        return Contenido("plan.xml");
+    };
+    const QByteArray documento = exportar();
+    for (const char *tabla : {"Plan_Mantenimiento_Detalle", "Plan_Mantenimiento", "Tipo_Equipo_Parte"})
+        escenario->Correr(QString("DELETE FROM ") + tabla);
+    QTest::keyClick(&Arbol(), Qt::Key_F5);
+    Importar(escenario->Ruta("plan.xml"));
+    QCOMPARE(Mensajes(), QStringList{Pregunta});
+    QCOMPARE(exportar(), documento);
+}
+
+QProcessEnvironment PrIntercambio::SinPantalla() const
+{
+    auto entorno = QProcessEnvironment::systemEnvironment();
+    entorno.insert("XDG_CONFIG_HOME", escenario->Ruta("config"));
+    entorno.insert("QVX_TRAZA", escenario->Ruta("traza_programa"));
+    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        entorno.remove(variable);
+    return entorno;
+}
+
+// From the command line.
+void PrIntercambio::linea()
+{
+    Poner("bueno.xml", Documento("0902", Parte));
+    Poner("malo.xml", Documento("0902", "\n<Parte Id=\"1\"/>\n<Otra/>"));
+    QStringList antes = escenario->Tablas();
+    const auto probar = [&](const QString &orden, int salida, const QString &dicho, bool cambia) {
+        QProcess programa;
+        programa.setProcessEnvironment(SinPantalla());
+        programa.setWorkingDirectory(escenario->Ruta(""));
+        programa.start(PROGRAMA_QUORVEX, orden.split(' ') + escenario->Base().Argumentos());
+        QVERIFY(programa.waitForFinished());
+        const QString error = QString::fromUtf8(programa.readAllStandardError());
+        QVERIFY2(QRegularExpression(dicho).match(error).hasMatch(), qPrintable(error));
+        QCOMPARE(programa.exitCode(), salida);
+        QCOMPARE(escenario->Tablas() != antes, cambia);
+        antes = escenario->Tablas();
+    };
+    probar("--exportar 900 nuevo.xml", 0, "^Se generó el archivo/.*/nuevo.xml\n$", false);
+    probar("--validar malo.xml", 1, "^malo.xml: Renglón 3, Parte: falta .*\nmalo.xml: Renglón 4, Otra: ", false);
+    probar("--importar malo.xml --si", 1, "^El archivo xml que se cargo no cumple", false);
+    probar("--importar bueno.xml", 1, "contesta que sí con --si", false);
+    probar("--importar bueno.xml --si", 0, "^Se reemplazará el plan .* equipo0902, ¿DESEA CONTINUAR\\?\n$", true);
+}
+
+// Killed in the middle: the plan that was there is whole.
+void PrIntercambio::interrumpido()
+{
+    QByteArray partes;
+    for (int i = 0; i < 50000; ++i)
+        partes += "<Parte Id=\"" + QByteArray::number(10000 + i) + "\" Descripción=\"PIEZA\"/>";
+    const QString ruta = Poner("grande.xml", Documento("0900", partes));
+    const QStringList antes = escenario->Tablas();
+    QProcess programa;
+    programa.setProcessEnvironment(SinPantalla());
+    programa.start(PROGRAMA_QUORVEX, QStringList{"--importar", ruta, "--si"} + escenario->Base().Argumentos());
+    QTRY_VERIFY_WITH_TIMEOUT(Contenido("traza_programa").count("INSERT INTO") > 500, 60000);
+    programa.kill();
+    QVERIFY(programa.waitForFinished());
+    QVERIFY(programa.exitStatus() == QProcess::CrashExit && !Contenido("traza_programa").contains("COMMIT"));
+    QCOMPARE(escenario->Tablas(), antes);
+}
+
+PRUEBA_MAIN(PrIntercambio)
+#include "pr_intercambio.moc"

@@ -1,0 +1,109 @@
+#include "support/BaseDePrueba.h"
+
+#include "data/Instalador.h"
+#include "support/Cluster.h"
+#include "support/Motor.h"
+
+#include <QSqlError>
+#include <QSqlRecord>
+
+OtroPrograma::~OtroPrograma()
+{
+    qvx::BaseAbierta::Soltar(base);
+}
+
+QSqlQuery OtroPrograma::Correr(const QString &sql) const
+{
+    QSqlQuery consulta(base);
+    if (!consulta.exec(sql))
+        qFatal("%s: %s", qPrintable(sql), qPrintable(consulta.lastError().text()));
+    return consulta;
+}
+
+QStringList OtroPrograma::Filas(const QString &sql) const
+{
+    QStringList filas;
+    for (QSqlQuery consulta = Correr(sql); consulta.next();) {
+        QStringList valores;
+        for (int i = 0; i < consulta.record().count(); ++i)
+            valores.append(consulta.value(i).toString());
+        filas.append(valores.join(QLatin1Char('|')));
+    }
+    return filas;
+}
+
+namespace
+{
+
+std::unique_ptr<OtroPrograma> Conectar(const QString &controlador, const std::function<void(QSqlDatabase &)> &preparar)
+{
+    qvx::BaseAbierta base(controlador, preparar,
+                          [](const QSqlError &error) { qFatal("%s", qPrintable(error.text())); });
+    return std::make_unique<OtroPrograma>(base.Entregar());
+}
+
+std::unique_ptr<OtroPrograma> Super(const QString &base)
+{
+    const qvx::Servidor servidor(cluster::Direccion("postgres", base));
+    return Conectar("QPSQL", [&](QSqlDatabase &nueva) { servidor.Preparar(nueva); });
+}
+
+void HacerPlantilla(const OtroPrograma &servidor, const QString &plantilla, bool conEjemplos)
+{
+    servidor.Correr("DROP DATABASE IF EXISTS en_obra");
+    servidor.Correr("CREATE DATABASE en_obra");
+    qvx::CrearEsquema(qvx::Servidor(cluster::Direccion("postgres", "en_obra")), conEjemplos);
+    servidor.Correr("ALTER DATABASE en_obra RENAME TO " + plantilla);
+    servidor.Correr("DO $$ BEGIN CREATE ROLE mlopez LOGIN IN ROLE quorvex_planificadores; "
+                    "EXCEPTION WHEN duplicate_object THEN NULL; END $$");
+}
+
+} // namespace
+
+BaseDePrueba::BaseDePrueba(bool conEjemplos) : nombre(carpeta.filePath("prueba.db")), propia(motor::EsPostgres())
+{
+    if (propia)
+        HacerEnServidor(conEjemplos);
+    else
+        qvx::AbrirBaseDeDatos(nombre, conEjemplos);
+}
+
+// A copy of a template, which is made once.
+void BaseDePrueba::HacerEnServidor(bool conEjemplos)
+{
+    nombre = cluster::NombreNuevo("prueba");
+    const auto servidor = Super("postgres");
+    const QString plantilla = conEjemplos ? "quorvex_ejemplos" : "quorvex_vacia";
+    servidor->Correr("SELECT pg_advisory_lock(1)");
+    if (!servidor->Correr("SELECT 1 FROM pg_database WHERE datname = '" + plantilla + "'").next())
+        HacerPlantilla(*servidor, plantilla, conEjemplos);
+    servidor->Correr("SELECT pg_advisory_unlock(1)");
+    servidor->Correr("CREATE DATABASE " + nombre + " TEMPLATE " + plantilla);
+}
+
+BaseDePrueba::~BaseDePrueba()
+{
+    if (propia)
+        Super("postgres")->Correr("DROP DATABASE " + nombre + " WITH (FORCE)");
+}
+
+std::unique_ptr<qvx::Conexion> BaseDePrueba::Abrir() const
+{
+    if (motor::EsPostgres())
+        return qvx::AbrirServidor(qvx::Servidor(cluster::Direccion("mlopez", nombre)));
+    return qvx::AbrirBaseDeDatos(nombre, false);
+}
+
+std::unique_ptr<OtroPrograma> BaseDePrueba::Otro() const
+{
+    if (motor::EsPostgres())
+        return Super(nombre);
+    return Conectar("QSQLITE", [this](QSqlDatabase &base) { base.setDatabaseName(nombre); });
+}
+
+QStringList BaseDePrueba::Argumentos() const
+{
+    if (motor::EsPostgres())
+        return {"--servidor", cluster::Direccion("mlopez", nombre)};
+    return {"--base-datos", nombre, "--operador", "mlopez"};
+}
