@@ -7,6 +7,7 @@
 #include <QEventLoop>
 #include <QLabel>
 #include <QLineEdit>
+#include <QStatusBar>
 #include <QTimer>
 
 using comunesQVX::TreeView;
@@ -65,8 +66,12 @@ void PrAvance::trabajo()
     ventana = std::make_unique<VentanaPrincipal>(&pantalla, "", "mlopez", "prueba");
     ventana->show();
     QVERIFY(QTest::qWaitForWindowActive(ventana.get()));
+    QStringList rotulos;
+    for (const auto *rotulo : ventana->statusBar()->findChildren<QLabel *>())
+        rotulos.append(rotulo->text());
+    QVERIFY2(rotulos.contains("Operador: mlopez") && rotulos.contains("prueba"), qPrintable(rotulos.join('|')));
     arbol = &escenario.De<TreeView>("tvPartes");
-    avance = &escenario.En<QLabel>(*ventana, "lblAvance");
+    avance = &En<QLabel>(*ventana, "lblAvance");
     linea = escenario.De<QWidget>("txtTipoEquipo").findChild<QLineEdit *>();
     qApp->installEventFilter(this);
     connect(static_cast<qvx::Aplicacion *>(qApp), &qvx::Aplicacion::Avance, avance, [this] {

@@ -1,3 +1,4 @@
+#include "data/Dialecto.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "support/Averia.h"
@@ -16,6 +17,8 @@ class PrConexion : public QObject
 
 private Q_SLOTS:
     void numeros();
+    void dialecto();
+    void discoLleno();
     void rechazos_data();
     void rechazos();
     void condena();
@@ -46,6 +49,27 @@ void PrConexion::numeros()
     QCOMPARE(qvx::NumeroConFormato(1234567.123456, "$#,##0.0000#####"), "$1,234,567.123456");
     QCOMPARE(qvx::NumeroConFormato(-0.0000000001, "$#,##0.00#######"), "$0.00");
     QCOMPARE(qvx::ClaveConFormato("123456", "0000"), "123456");
+}
+
+// What stands for an alias in a select list is a comparison behind WHERE.
+void PrConexion::dialecto()
+{
+    const QString comparada = "SELECT a FROM t WHERE x = (SELECT max(x) FROM t)";
+    QCOMPARE(qvx::ReescribirComun(comparada), comparada);
+    QCOMPARE(qvx::ReescribirComun("SELECT a, b = (SELECT f(c) FROM t) FROM u WHERE x = (SELECT 1)"),
+             "SELECT a, (SELECT f(c) FROM t) AS b FROM u WHERE x = (SELECT 1)");
+    QCOMPARE(qvx::ReescribirComun("delete Tipo_Equipo WHERE x = 1"), "DELETE FROM Tipo_Equipo WHERE x = 1");
+}
+
+// Found out when the database is opened, not when the first change is lost.
+void PrConexion::discoLleno()
+{
+    if (motor::EsPostgres())
+        return;
+    const BaseDePrueba base(false);
+    qunsetenv("QVX_TRAZA");
+    const DiscoLleno disco;
+    QVERIFY_EXCEPTION_THROWN(base.Abrir(), ErrorEjecucion);
 }
 
 void PrConexion::rechazos_data()
@@ -110,7 +134,7 @@ void PrConexion::condena()
     QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Nada"), ErrorEjecucion);
     QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Producto"), ErrorEjecucion);
     QVERIFY_EXCEPTION_THROWN(base.CommitTrans(), ErrorEjecucion);
-    QVERIFY(escenario.Motor(cambio).isNull()); // its locks are gone already
+    QVERIFY(escenario.Correr(cambio).isNull()); // its locks are gone already
     base.RollbackTrans();
     QVERIFY(!base.Execute("SELECT * FROM Producto").Eof());
 }
@@ -155,7 +179,7 @@ void PrConexion::instantanea()
     };
     EnEvento([&] {
         QVERIFY(hay());
-        escenario.Motor("DELETE FROM Plan_Mantenimiento");
+        escenario.Correr("DELETE FROM Plan_Mantenimiento");
         QVERIFY(hay());
     });
     EnEvento([&] { QVERIFY(!hay()); });
