@@ -251,7 +251,11 @@ void PrDialogos::porTeclado()
         Tecla(Qt::Key_3, Qt::AltModifier);
         TabularHasta(Grid(editor, "ssRefacciones"));
         Teclear("9000000002|4|9001|");
-        TabularHasta(Fichas(editor)); // out of the grid
+        for (int i = 0; i < 50 && Grid(editor, "ssRefacciones").isAncestorOf(QApplication::focusWidget()); ++i)
+            Tecla(Qt::Key_Tab);
+        for (int i = 0; i < 50 && QApplication::focusWidget() == &Grid(editor, "ssRefacciones"); ++i)
+            Tecla(Qt::Key_Tab);
+        QVERIFY(QApplication::focusWidget() != &Grid(editor, "ssRefacciones")); // the last cell lets go
         Tecla(Qt::Key_4, Qt::AltModifier);
         TabularHasta(Grid(editor, "ssHerramientas"));
         Teclear("9000000003|1");

@@ -147,6 +147,7 @@ void PrIntercambio::rechazos()
         escenario->Personas().DarArchivo(Poner("plan.xml", documento));
         escenario->Personas().Responder(7500048, qvx::mensaje::Si);
         Pulsar(Barra(), "B2");
+        QVERIFY(!qvx::Sesion::Actual().Conexion().EnTransaccion());
         escenario->Personas().Descartar();
         QCOMPARE(escenario->Personas().detalles.constLast(), detalle);
         QCOMPARE(Mensajes().constLast(), mensaje);
