@@ -2,6 +2,7 @@
 
 #include "bench/Siembra.h"
 #include "data/Conexion.h"
+#include "data/Servidor.h"
 #include "plan/EsquemaServidor.h"
 #include "plan/Guion.h"
 #include "plan/Instalador.h"

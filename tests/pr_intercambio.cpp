@@ -1,5 +1,5 @@
 #include "component/Esquema.h"
-#include "session/UnidadC.h"
+#include "system/UnidadC.h"
 #include "support/PruebaPantalla.h"
 #include "xml/EsquemaXml.h"
 

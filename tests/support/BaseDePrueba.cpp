@@ -1,6 +1,7 @@
 #include "support/BaseDePrueba.h"
 
-#include "data/Instalador.h"
+#include "plan/EsquemaServidor.h"
+#include "plan/Instalador.h"
 #include "support/Cluster.h"
 #include "support/Motor.h"
 

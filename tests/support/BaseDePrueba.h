@@ -16,6 +16,8 @@ public:
     explicit OtroPrograma(const QSqlDatabase &abierta) : base(abierta) {}
     ~OtroPrograma() override;
     QSqlQuery Correr(const QString &sql) const;
+    // Whether the engine carries a statement out.
+    bool Puede(const QString &sql) const { return QSqlQuery(base).exec(sql); }
     // Each as its values joined by "|".
     QStringList Filas(const QString &sql) const;
 

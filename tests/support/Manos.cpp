@@ -1,6 +1,7 @@
 #include "support/Manos.h"
 
-#include "controls/Comunes.h"
+#include "controls/ListView.h"
+#include "controls/TreeView.h"
 #include "controls/SSOleDBGrid.h"
 
 #include <QAction>

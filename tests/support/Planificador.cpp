@@ -16,10 +16,10 @@ QString Planificador::Barras() const
 {
     const Controles &barra = Barra();
     QString texto;
-    for (bool valor : {barra.NuevoDisponible(), barra.EditarDisponible(), barra.EliminarDisponible(),
-                       barra.ReactivarDisponible(), barra.ExtrasDisponibles()})
+    for (bool valor : {barra.Ofrecido().nuevo, barra.Ofrecido().editar, barra.Ofrecido().eliminar,
+                       barra.Ofrecido().reactivar, barra.Ofrecido().info})
         texto += valor ? "1" : "0";
-    return texto + "|" + barra.Titulo1() + "|" + barra.Titulo2() + "|" + barra.Titulo3();
+    return texto + "|" + barra.Ofrecido().extras[0].titulo + "|" + barra.Ofrecido().extras[1].titulo + "|" + barra.Ofrecido().extras[2].titulo;
 }
 
 QString Planificador::Fila(const SSOleDBGrid &grid, int fila)

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "controls/Comunes.h"
+#include "controls/ListView.h"
+#include "controls/TreeView.h"
 #include "controls/Controles.h"
 #include "controls/SSOleDBGrid.h"
 #include "controls/ssTbQvx.h"
