@@ -1,3 +1,4 @@
+#include "data/BaseAbierta.h"
 #include "data/ErrorEjecucion.h"
 #include "plan/Instalador.h"
 #include "support/Averia.h"
@@ -262,7 +263,7 @@ void PrInstalador::sinActualizar()
         errores.append(error);
         QCOMPARE(Version(archivo), "2|ok");
         QCOMPARE(Filas(archivo), antes);
-        QCOMPARE(Copias(carpeta), QStringList());
+        QCOMPARE(Copias(carpeta).join(' '), "");
     }
     QVERIFY2(errores.size() > 20 && errores.filter("disco lleno").size() > 10, qPrintable(errores.join('\n')));
     QCOMPARE(Filas(archivo), antes);

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QSqlError>
 #include <QTemporaryFile>
 #include <unistd.h>
@@ -136,6 +137,8 @@ QString Copiar(BaseAbierta &base, const QString &archivo, int version)
     QTemporaryFile copia(archivo + ".XXXXXX");
     if (!copia.open())
         rechazar(copia.errorString());
+    // What the engine leaves beside it on a full disk.
+    const auto resto = qScopeGuard([diario = copia.fileName() + "-journal"] { QFile::remove(diario); });
     base.Ejecutar("VACUUM INTO '" + copia.fileName().replace(QLatin1Char('\''), "''") + "'");
     if (fsync(copia.handle()) != 0)
         rechazar(QString::fromLocal8Bit(strerror(errno)));
