@@ -252,6 +252,7 @@ void PrInstalador::sinActualizar()
     }
     QStringList errores;
     for (int n = 1;; ++n) {
+        QVERIFY(n < 1000);
         discoLleno = true;
         cambiosHastaLaFalla = n;
         const QString error = ErrorAlAbrir(archivo);
@@ -274,6 +275,7 @@ void PrInstalador::interrumpida()
 {
     QMap<QString, int> versiones;
     for (int n = 1;; ++n) {
+        QVERIFY(n < 1000);
         const QTemporaryDir carpeta;
         const QString archivo = Vieja(carpeta);
         const QStringList antes = Filas(archivo);
