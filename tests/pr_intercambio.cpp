@@ -1,6 +1,6 @@
 #include "component/Esquema.h"
-#include "system/UnidadC.h"
 #include "support/PruebaPantalla.h"
+#include "system/UnidadC.h"
 #include "xml/EsquemaXml.h"
 
 #include <QFile>

@@ -1,8 +1,8 @@
 #include "support/Manos.h"
 
 #include "controls/ListView.h"
-#include "controls/TreeView.h"
 #include "controls/SSOleDBGrid.h"
+#include "controls/TreeView.h"
 
 #include <QAction>
 #include <QApplication>

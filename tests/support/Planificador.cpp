@@ -19,7 +19,8 @@ QString Planificador::Barras() const
     for (bool valor : {barra.Ofrecido().nuevo, barra.Ofrecido().editar, barra.Ofrecido().eliminar,
                        barra.Ofrecido().reactivar, barra.Ofrecido().info})
         texto += valor ? "1" : "0";
-    return texto + "|" + barra.Ofrecido().extras[0].titulo + "|" + barra.Ofrecido().extras[1].titulo + "|" + barra.Ofrecido().extras[2].titulo;
+    return texto + "|" + barra.Ofrecido().extras[0].titulo + "|" + barra.Ofrecido().extras[1].titulo + "|"
+           + barra.Ofrecido().extras[2].titulo;
 }
 
 QString Planificador::Fila(const SSOleDBGrid &grid, int fila)

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "controls/ListView.h"
-#include "controls/TreeView.h"
 #include "controls/Controles.h"
+#include "controls/ListView.h"
 #include "controls/SSOleDBGrid.h"
+#include "controls/TreeView.h"
 #include "controls/ssTbQvx.h"
 #include "controls/txtQVX.h"
 #include "support/Plan.h"
