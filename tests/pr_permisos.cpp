@@ -159,7 +159,7 @@ void PrPermisos::tablas()
     };
     const QString plan = "plan_mantenimiento plan_mantenimiento_detalle ";
     for (const QString &usuario : {planificador, lector}) {
-        QCOMPARE(donde(usuario, "SELECT").remove("plan_apartado "),
+        QCOMPARE(donde(usuario, "SELECT").remove("plan_reserva "),
                  "consulta esquema formato_clave " + plan
                      + "prioridad_servicio producto tipo_equipo tipo_equipo_parte tipo_gasto "
                        "tipo_servicio unidad");

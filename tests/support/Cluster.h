@@ -3,6 +3,7 @@
 #include "data/BaseAbierta.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Servidor.h"
+#include "plan/Guion.h"
 
 #include <QSqlError>
 #include <QUuid>
@@ -30,12 +31,16 @@ inline QString Direccion(const QString &usuario, const QString &base, const QStr
         .arg(usuario, equipo.isEmpty() ? carpeta : equipo, qEnvironmentVariable("QVX_PRUEBA_PUERTO"), base, opciones);
 }
 
-// The first value of a statement that a user runs in a database; raises the server's error with its code.
+// The first value of a statement that a user runs in a database, as a program of the newest schema; raises the server's
+// error with its code.
 inline QString Correr(const QString &usuario, const QString &base, const QString &sql)
 {
     const qvx::Servidor servidor(Direccion(usuario, base));
     qvx::BaseAbierta abierta(
-        "QPSQL", [&](QSqlDatabase &nueva) { servidor.Preparar(nueva); },
+        "QPSQL",
+        [&](QSqlDatabase &nueva) {
+            servidor.Preparar(nueva, "-c quorvex.esquema=" + QString::number(qvx::VersionEsquema));
+        },
         [](const QSqlError &error) {
             throw qvx::ErrorEjecucion(qvx::errores::Datos, error.text(), {}, error.nativeErrorCode());
         });
