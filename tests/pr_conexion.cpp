@@ -39,14 +39,16 @@ void EnEvento(const std::function<void()> &pasos)
 
 void PrConexion::numeros()
 {
-    QCOMPARE(qvx::NumeroATexto(0.1 + 0.2), "0.30000000000000004");
+    QCOMPARE(qvx::NumeroATexto(1.5 * 80.1), "120.15");
+    QCOMPARE(qvx::NumeroATexto(-123456789012345678.0), "-123456789012346000");
     QCOMPARE(qvx::NumeroATexto(0.0000001), "0.0000001");
     QCOMPARE(qvx::TextoANumero(qvx::NumeroATexto(1.5e22)).value_or(-1), 1.5e22);
-    QCOMPARE(qvx::TextoANumero(" 1,234.5 ").value_or(-1), 1234.5);
-    for (const char *texto : {"", "1.2.3", "1e5", "12a", "1.5,000"})
+    QCOMPARE(qvx::TextoANumero(" 12,345,678.5 ").value_or(-1), 12345678.5);
+    for (const char *texto : {"", "1.2.3", "1e5", "12a", "1.5,000", "12,5", "0,125", "1,234,50", "1234,567", "1,,000"})
         QVERIFY2(!qvx::TextoANumero(texto), texto);
     QVERIFY_EXCEPTION_THROWN(qvx::TextoANumero(QString(400, QLatin1Char('9'))), ErrorEjecucion);
     QCOMPARE(qvx::NumeroConFormato(1234567.123456, "$#,##0.0000#####"), "$1,234,567.123456");
+    QCOMPARE(qvx::NumeroConFormato(123456789012.1, "$#,##0.00#######"), "$123,456,789,012.10");
     QCOMPARE(qvx::NumeroConFormato(-0.0000000001, "$#,##0.00#######"), "$0.00");
     QCOMPARE(qvx::ClaveConFormato("123456", "0000"), "123456");
 }

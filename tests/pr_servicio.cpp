@@ -49,7 +49,7 @@ void PrServicio::celdas()
         };
         buscar("Producto", "PRODUCTO_REFACCION", "9000000002");
         EscribirCelda(refacciones, 0, "Cantidad", "3");
-        QCOMPARE(Fila(refacciones, 0), "9000000002|SELLO|3|PZA|80.1|240.29999999999998||");
+        QCOMPARE(Fila(refacciones, 0), "9000000002|SELLO|3|PZA|80.1|240.3||");
         EscribirCelda(refacciones, 0, "Producto", "9000000004");
         buscar("Gasto", "TIPO_GASTO", "9001");
         QCOMPARE(Fila(refacciones, 0), "9000000004|JUNTA|3|PZA|10|30|9001|CONSUMO");

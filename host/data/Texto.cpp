@@ -41,12 +41,14 @@ QString NumeroATexto(double numero)
 {
     if (numero == 0)
         return "0"; // also for the negative zero
-    return QString::number(numero, 'f', QLocale::FloatingPointShortest);
+    const double redondo = QString::number(numero, 'g', CifrasDeNumero).toDouble();
+    // The largest numbers would be rounded out of their range.
+    return QString::number(std::isfinite(redondo) ? redondo : numero, 'f', QLocale::FloatingPointShortest);
 }
 
 std::optional<double> TextoANumero(const QString &texto)
 {
-    static const QRegularExpression forma("^-?(?:[0-9][0-9,]*(?:\\.[0-9]*)?|\\.[0-9]+)$");
+    static const QRegularExpression forma("^-?(?:(?:[0-9]+|[1-9][0-9]{0,2}(?:,[0-9]{3})+)(?:\\.[0-9]*)?|\\.[0-9]+)$");
     const QString limpio = texto.trimmed();
     if (!forma.match(limpio).hasMatch())
         return std::nullopt;
@@ -64,10 +66,13 @@ QString NumeroConFormato(double numero, const QString &formato)
     const auto minimos = decimalesFormato.count(QLatin1Char('0'));
     const auto maximos = decimalesFormato.size();
 
-    QString cifras = QString::number(std::abs(numero), 'f', static_cast<int>(maximos));
-    auto marca = cifras.indexOf(QLatin1Char('.'));
-    if (marca < 0)
-        marca = cifras.size();
+    QString cifras = NumeroATexto(std::abs(numero));
+    if (cifras.section(QLatin1Char('.'), 1).size() > maximos)
+        cifras = QString::number(std::abs(numero), 'f', static_cast<int>(maximos));
+    if (!cifras.contains(QLatin1Char('.')))
+        cifras += QLatin1Char('.');
+    const auto marca = cifras.indexOf(QLatin1Char('.'));
+    cifras = cifras.leftJustified(marca + 1 + minimos, QLatin1Char('0'));
     while (cifras.size() > marca + 1 + minimos && cifras.endsWith(QLatin1Char('0')))
         cifras.chop(1);
     if (cifras.endsWith(QLatin1Char('.')))

@@ -22,11 +22,15 @@ QString SinBlancosAlFinal(QString clave);
 // A date as the database keeps it: "yyyy-MM-dd HH:mm:ss".
 QString TextoFecha(const QDateTime &fecha);
 
-// The number with "." as decimal mark, no thousands, no trailing zeros and no exponent.
+// As many digits of a number count; those behind them are what binary fractions leave over.
+constexpr int CifrasDeNumero = 15;
+
+// The number with "." as decimal mark, CifrasDeNumero digits that count, no thousands, no trailing zeros and no
+// exponent.
 QString NumeroATexto(double numero);
 
-// The number that a text stands for: digits, one decimal mark ".", "," between thousands, a leading "-".
-// Nothing for any other text, also the empty one. Raises "Desbordamiento" when it is too large for a number.
+// The number that a text stands for: digits, one decimal mark ".", "," between groups of three before it, a leading
+// "-". Nothing for any other text, also the empty one. Raises "Desbordamiento" when it is too large for a number.
 std::optional<double> TextoANumero(const QString &texto);
 
 // The number in a display format of the grids: "#,##0.000######", "$#,##0.00#######": thousands separated, as many
