@@ -1,8 +1,15 @@
 #include "support/PruebaPantalla.h"
 
+<<<<<<< HEAD
 #include <QCheckBox>
 
 // The service editor: what its cells take, its checks, and a service that can only be looked at.
+=======
+#include <QClipboard>
+#include <QLabel>
+
+// The service editor: loading, keys, grids and costing; its checks, and what a save writes.
+>>>>>>> 0291bd0 (Refuse a typed number as a whole, not key by key)
 class PrServicio : public PruebaPantalla
 {
     Q_OBJECT
@@ -10,6 +17,7 @@ class PrServicio : public PruebaPantalla
 private Q_SLOTS:
     void bajaSoloSeMira();
     void celdas();
+    void numeros();
     void validaciones();
 };
 
@@ -54,6 +62,55 @@ void PrServicio::celdas()
         buscar("Gasto", "TIPO_GASTO", "9001");
         QCOMPARE(Fila(refacciones, 0), "9000000004|JUNTA|3|PZA|10|30|9001|CONSUMO");
     });
+}
+
+// A text that is no number is neither left nor saved, and no other number stands for it.
+void PrServicio::numeros()
+{
+    const QStringList antes = escenario->Tablas();
+    Abrir(0, [&](QWidget &editor) {
+        const auto rechaza = [&](QLineEdit &linea, int pagina) {
+            for (const QString texto : {"12,5", "0,125", "1,234,50", "1e5", "-5", "1234567890123456", "."}) {
+                linea.selectAll();
+                QApplication::clipboard()->setText(texto);
+                linea.paste();
+                QTest::keyClick(&linea, Qt::Key_Tab);
+                QCoreApplication::processEvents();
+                const auto *aviso = editor.findChild<QLabel *>("avisoCampo");
+                QVERIFY2(aviso && aviso->isVisible(), qPrintable(texto));
+                QCOMPARE(linea.accessibleDescription(), aviso->text());
+                Fichas(editor).setTab(3); // nor left behind on another page
+                Aceptar(editor);
+                QVERIFY(editor.isVisible());
+                QCOMPARE(Fichas(editor).Tab(), pagina);
+                QCOMPARE(QApplication::focusWidget(), &linea);
+                QCOMPARE(linea.text(), texto);
+            }
+            QCOMPARE(escenario->Tablas(), antes);
+            linea.selectAll();
+            QTest::keyClicks(&linea, " 12,345.5 ");
+            QTest::keyClick(&linea, Qt::Key_Tab);
+            QCoreApplication::processEvents();
+            QVERIFY(!editor.findChild<QLabel *>("avisoCampo") && linea.accessibleDescription().isEmpty());
+        };
+        auto *precio = Caja(editor, "txtPrecio").findChild<QLineEdit *>();
+        precio->setFocus();
+        rechaza(*precio, 0);
+        auto &manoObra = Grid(editor, "ssManoObra");
+        Fichas(editor).setTab(1);
+        EscribirCelda(manoObra, 0, "Cantidad", "7,5");
+        auto *celda = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        QVERIFY(celda && manoObra.isAncestorOf(celda));
+        QTest::keyClick(celda, Qt::Key_Down);
+        QCOMPARE(manoObra.Row(), 0);
+        rechaza(*celda, 1);
+        Aceptar(editor);
+        QVERIFY(!editor.isVisible());
+    });
+    QCOMPARE(
+        escenario->Filas("SELECT Pm_Precio, Pmd_Cantidad FROM Plan_Mantenimiento s JOIN Plan_Mantenimiento_Detalle "
+                         "d ON d.Pm_ID = s.Pm_ID WHERE s.Pm_ID = '000001' AND Pmd_Tipo = '01'"),
+        QStringList{"12345.5|12345.5"});
 }
 
 // Accepted again and again, with one correction each time: every check, in their order. A header's box that is refused

@@ -71,8 +71,11 @@ QAction *Controles::Agregar(const QString &nombre, const QString &texto, const Q
 void Controles::Ejecutar(const QAction &orden, void (Controles::*senal)())
 {
     const QString titulo = orden.text();
-    if (&orden != cancelar && &orden != cerrar)
-        qvx::EntradaPendiente::ConfirmarLaDelFoco();
+    if (&orden != cancelar && &orden != cerrar && !qvx::EntradaPendiente::ConfirmarLaDelFoco())
+        return;
+    // An entry that cannot be taken may have been left behind, on a page that is not open.
+    if (&orden == aceptar && !qvx::EntradaPendiente::ConfirmarLasDe(*parentWidget()))
+        return;
     if (orden.isEnabled() && orden.text() == titulo)
         Q_EMIT(this->*senal)();
 }

@@ -1,8 +1,9 @@
 #include "controls/DelegadoCelda.h"
 
+#include "controls/NumeroEscrito.h"
 #include "controls/SSOleDBGrid.h"
-#include "controls/ValidadorNumero.h"
 
+#include <QApplication>
 #include <QFocusEvent>
 #include <QHelpEvent>
 #include <QLineEdit>
@@ -18,8 +19,6 @@ namespace
 {
 
 constexpr int AnchoBoton = 24;
-// Digits that may be typed in a number; with so few it cannot be too large for one.
-constexpr int LargoNumero = 30;
 
 // The text that an editor began with, so that an edit counts once and only when it changed something.
 constexpr auto TextoInicial = "textoInicial";
@@ -77,12 +76,10 @@ QWidget *DelegadoCelda::createEditor(QWidget *padre, const QStyleOptionViewItem 
     editor->setAccessibleName(columna.titulo);
     editor->setFrame(false);
     if (!columna.formato.isEmpty()) {
-        auto *validador = new qvx::ValidadorNumero(editor);
-        validador->setLargo(LargoNumero);
-        validador->setConSigno(indice.data(Qt::EditRole).toString().startsWith(QLatin1Char('-')));
-        editor->setValidator(validador);
+        editor->setMaxLength(qvx::LargoEscrito);
         editor->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
+    connect(editor, &QLineEdit::inputRejected, editor, &QApplication::beep);
     connect(editor, &QLineEdit::textEdited, &grid, &SSOleDBGrid::EmpezarRenglon);
     return editor;
 }
@@ -90,14 +87,16 @@ QWidget *DelegadoCelda::createEditor(QWidget *padre, const QStyleOptionViewItem 
 void DelegadoCelda::setEditorData(QWidget *editor, const QModelIndex &indice) const
 {
     const QString texto = indice.data(Qt::EditRole).toString();
-    editor->setProperty(TextoInicial, texto);
-    static_cast<QLineEdit *>(editor)->setText(texto);
+    auto *linea = static_cast<QLineEdit *>(editor);
+    linea->setProperty(TextoInicial, texto);
+    linea->setMaxLength(std::max(linea->maxLength(), static_cast<int>(texto.size()))); // what is there is never cut
+    linea->setText(texto);
 }
 
 void DelegadoCelda::setModelData(QWidget *editor, QAbstractItemModel *, const QModelIndex &indice) const
 {
     const QString texto = static_cast<QLineEdit *>(editor)->text();
-    if (texto == editor->property(TextoInicial).toString())
+    if (texto == editor->property(TextoInicial).toString() || !grid.ReparoDelEditor().isEmpty())
         return;
     editor->setProperty(TextoInicial, texto);
     grid.GuardarEdicion(indice.row(), indice.column(), texto);
@@ -132,10 +131,10 @@ bool DelegadoCelda::eventFilter(QObject *objeto, QEvent *evento)
 {
     if (evento->type() == QEvent::KeyPress && grid.TeclaEnEditor(*static_cast<QKeyEvent *>(evento)))
         return true;
-    // A form that is being closed has no use for what was typed last.
+    // A form that is being closed has no use for what was typed last; what cannot be taken stays open.
     if (evento->type() == QEvent::FocusOut
         && (!qvx::EntradaPendiente::EsSalida(static_cast<QFocusEvent *>(evento)->reason())
-            || !grid.window()->isVisible()))
+            || !grid.window()->isVisible() || !grid.ReparoDelEditor().isEmpty()))
         return false;
     return QStyledItemDelegate::eventFilter(objeto, evento);
 }

@@ -1,6 +1,7 @@
 // The person's work in the grid: moving, typing, the search button, removing rows.
 
 #include "controls/DelegadoCelda.h"
+#include "controls/NumeroEscrito.h"
 #include "controls/SSOleDBGrid.h"
 #include "controls/Teclas.h"
 #include "data/Texto.h"
@@ -8,6 +9,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
@@ -15,6 +17,13 @@
 
 namespace SSDataWidgets_B_OLEDB
 {
+
+namespace
+{
+
+constexpr int LargoNumero = 30; // characters that may be typed in a number
+
+}
 
 bool SSOleDBGrid::EsEditable(const QModelIndex &indice) const
 {
@@ -45,15 +54,33 @@ void SSOleDBGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHin
     DevolverSiVacio();
 }
 
-void SSOleDBGrid::CerrarEditor(bool guardar)
+// What is wrong with the text in the open editor, "" when nothing is.
+QString SSOleDBGrid::ReparoDelEditor() const
+{
+    const auto *editor = qobject_cast<QLineEdit *>(indexWidget(currentIndex()));
+    if (!editor || ColumnaDe(currentIndex()).formato.isEmpty())
+        return {};
+    const QString anterior = Texto(Row(), currentColumn());
+    if (editor->text() == anterior)
+        return {};
+    return qvx::ReparoDeNumero(editor->text(), LargoNumero, anterior.startsWith(QLatin1Char('-')));
+}
+
+// False when the text is to be kept and cannot be: the editor stays.
+bool SSOleDBGrid::CerrarEditor(bool guardar)
 {
     QWidget *editor = indexWidget(currentIndex());
     if (!editor)
-        return;
+        return true;
+    if (const QString reparo = guardar ? ReparoDelEditor() : QString(); !reparo.isEmpty()) {
+        qvx::Rechazar(static_cast<QLineEdit &>(*editor), reparo);
+        return false;
+    }
     if (guardar)
         commitData(editor);
     if (indexWidget(currentIndex()) == editor) // a handler may have moved on or removed the row
         closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return true;
 }
 
 // Typing in the blank line makes it a row.
@@ -109,22 +136,27 @@ void SSOleDBGrid::ActualizarRenglon()
     Q_EMIT BeforeUpdate();
 }
 
-void SSOleDBGrid::AntesDeMover(const QPersistentModelIndex &destino)
+// False when the current cell cannot be left.
+bool SSOleDBGrid::AntesDeMover(const QPersistentModelIndex &destino)
 {
     if (!currentIndex().isValid())
-        return;
+        return true;
     if (!moviendo) {
         const QScopedValueRollback guarda(moviendo, true);
-        CerrarEditor(true);
+        if (!CerrarEditor(true))
+            return false;
     }
     if (destino.row() != Row())
         ActualizarRenglon();
+    return true;
 }
 
-void SSOleDBGrid::ConfirmarEntrada()
+bool SSOleDBGrid::ConfirmarEntrada()
 {
-    CerrarEditor(true);
+    if (!CerrarEditor(true))
+        return false;
     ActualizarRenglon();
+    return true;
 }
 
 // Neither the grid's own editor nor another window, also a message, leaves the row.
@@ -133,11 +165,10 @@ void SSOleDBGrid::AlCambiarFoco(const QWidget *control)
     if (!control || control->window() != window())
         return;
     const bool dentro = control == this || isAncestorOf(control);
-    if (conFoco && !dentro) {
-        CerrarEditor(true);
-        ActualizarRenglon();
-    }
+    const bool sale = conFoco && !dentro;
     conFoco = dentro;
+    if (sale)
+        AlSalir(*this, ReparoDelEditor().isEmpty());
 }
 
 void SSOleDBGrid::focusInEvent(QFocusEvent *evento)
@@ -212,13 +243,13 @@ bool SSOleDBGrid::TeclaEnEditor(const QKeyEvent &tecla)
     switch (tecla.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        CerrarEditor(true);
-        Q_EMIT KeyPress(comunesQVX::tecla::Enter);
+        if (CerrarEditor(true))
+            Q_EMIT KeyPress(comunesQVX::tecla::Enter);
         return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
-        CerrarEditor(true);
-        focusNextPrevChild(tecla.key() == Qt::Key_Tab);
+        if (CerrarEditor(true))
+            focusNextPrevChild(tecla.key() == Qt::Key_Tab);
         return true;
     case Qt::Key_F3:
         if (!TieneBoton(currentIndex()))
@@ -237,6 +268,10 @@ bool SSOleDBGrid::TeclaEnEditor(const QKeyEvent &tecla)
 
 void SSOleDBGrid::mousePressEvent(QMouseEvent *evento)
 {
+    if (!ReparoDelEditor().isEmpty()) {
+        CerrarEditor(true);
+        return;
+    }
     botonPulsado = evento->button() == Qt::LeftButton && EnBoton(evento->position().toPoint());
     if (!botonPulsado)
         QTableWidget::mousePressEvent(evento);
@@ -257,8 +292,7 @@ void SSOleDBGrid::mouseReleaseEvent(QMouseEvent *evento)
 
 void SSOleDBGrid::PulsarBoton()
 {
-    CerrarEditor(true);
-    if (TieneBoton(currentIndex()))
+    if (CerrarEditor(true) && TieneBoton(currentIndex()))
         Q_EMIT BtnClick(currentColumn());
 }
 

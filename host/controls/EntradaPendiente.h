@@ -2,6 +2,8 @@
 
 #include <Qt>
 
+class QWidget;
+
 namespace qvx
 {
 
@@ -11,13 +13,21 @@ class EntradaPendiente
 {
 public:
     virtual ~EntradaPendiente() = default;
-    virtual void ConfirmarEntrada() = 0;
+    // False when what was typed cannot be taken: it stays, with the cursor, and the person knows what is expected.
+    virtual bool ConfirmarEntrada() = 0;
 
     // Whether a control that lost the focus was left: a menu over it, or another window over the form, does not leave
     // it.
     static bool EsSalida(Qt::FocusReason motivo);
     // Confirms the entry of the control that has the focus, if it or a control around it has one pending.
-    static void ConfirmarLaDelFoco();
+    static bool ConfirmarLaDelFoco();
+    // Confirms the entries of all controls of a form, up to the first that cannot be taken.
+    static bool ConfirmarLasDe(const QWidget &formulario);
+
+protected:
+    // The control is left with an entry that can be taken or not; then the focus comes back, when it has arrived where
+    // it was going.
+    void AlSalir(QWidget &control, bool seToma);
 };
 
 } // namespace qvx

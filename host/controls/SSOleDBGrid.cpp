@@ -50,8 +50,8 @@ public:
     void setCurrentIndex(const QModelIndex &indice, SelectionFlags orden) override
     {
         const QPersistentModelIndex destino = indice;
-        if (indice.isValid() && indice != currentIndex())
-            grid.AntesDeMover(destino);
+        if (indice.isValid() && indice != currentIndex() && !grid.AntesDeMover(destino))
+            return;
         if (destino.isValid() || !indice.isValid()) // a handler may have removed the row
             QItemSelectionModel::setCurrentIndex(destino, orden);
     }

@@ -46,7 +46,7 @@ public:
     void RemoveAll();
 
     // Ends the typing in the current cell and the row's update (AfterColUpdate, BeforeUpdate).
-    void ConfirmarEntrada() override;
+    bool ConfirmarEntrada() override;
 
 Q_SIGNALS:
     void AfterColUpdate(int columna); // the person changed this column of the current row
@@ -89,12 +89,13 @@ private:
     bool EsEditable(const QModelIndex &indice) const;
     bool TieneBoton(const QModelIndex &indice) const;
     bool EnBoton(const QPoint &posicion) const;
-    void AntesDeMover(const QPersistentModelIndex &destino);
+    bool AntesDeMover(const QPersistentModelIndex &destino);
     void AlCambiarFoco(const QWidget *control);
     void EmpezarRenglon();
     void DevolverSiVacio();
     void GuardarEdicion(int fila, int columna, const QString &texto);
-    void CerrarEditor(bool guardar);
+    QString ReparoDelEditor() const;
+    bool CerrarEditor(bool guardar);
     void MarcarCambio();
     void ActualizarRenglon();
     bool TeclaEnEditor(const QKeyEvent &tecla);

@@ -186,14 +186,14 @@ void TreeView::StartLabelEdit()
     editItem(nodo);
 }
 
-void TreeView::ConfirmarEntrada()
+bool TreeView::ConfirmarEntrada()
 {
-    if (state() != EditingState)
-        return;
-    if (QWidget *editor = itemWidget(currentItem(), 0)) {
+    QWidget *editor = state() == EditingState ? itemWidget(currentItem(), 0) : nullptr;
+    if (editor) {
         commitData(editor);
         closeEditor(editor, QAbstractItemDelegate::SubmitModelCache);
     }
+    return true;
 }
 
 // The toolkit would end it as confirmed when its node goes.

@@ -61,7 +61,7 @@ public:
     void EnsureVisible(Nodo *nodo);
     void StartLabelEdit();
     // Ends the editing of a label as Enter does.
-    void ConfirmarEntrada() override;
+    bool ConfirmarEntrada() override;
 
     // 0: takes no drops; 1: takes dropped text.
     void setOLEDropMode(int modo) { modoSoltar = modo; }

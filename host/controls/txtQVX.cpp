@@ -1,7 +1,7 @@
 #include "controls/txtQVX.h"
 
 #include "controls/Formulario.h"
-#include "controls/ValidadorNumero.h"
+#include "controls/NumeroEscrito.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "plan/Catalogos.h"
@@ -9,6 +9,7 @@
 #include "session/Sesion.h"
 #include "session/Sistema.h"
 
+#include <QApplication>
 #include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -22,11 +23,7 @@ namespace textoQVX
 {
 
 txtQVX::txtQVX(QWidget *padre)
-    : QWidget(padre)
-    , linea(new QLineEdit(this))
-    , boton(new QToolButton(this))
-    , validador(new qvx::ValidadorNumero(this))
-    , largo(linea->maxLength())
+    : QWidget(padre), linea(new QLineEdit(this)), boton(new QToolButton(this)), largo(linea->maxLength())
 {
     boton->setIcon(QIcon(":/controls/buscar.svg"));
     boton->setToolTip("Buscar (F3)");
@@ -45,6 +42,7 @@ txtQVX::txtQVX(QWidget *padre)
     setFocusPolicy(Qt::StrongFocus);
     linea->installEventFilter(this);
     connect(linea, &QLineEdit::textEdited, this, &txtQVX::AlEscribir);
+    connect(linea, &QLineEdit::inputRejected, this, &QApplication::beep);
     connect(boton, &QToolButton::clicked, this, &txtQVX::Buscar);
     AjustarBoton();
 }
@@ -86,7 +84,10 @@ void txtQVX::Poner(const QString &texto)
 {
     pendiente = false;
     numero.reset();
-    validador->setConSigno(texto.startsWith(QLatin1Char('-')));
+    conSigno = texto.startsWith(QLatin1Char('-'));
+    const int cabe = std::max(numerico ? qvx::LargoEscrito : largo, static_cast<int>(texto.size()));
+    if (cabe != linea->maxLength())
+        linea->setMaxLength(cabe); // this moves the cursor
     if (texto != Text())
         linea->setText(texto);
     if (!linea->hasFocus())
@@ -100,14 +101,22 @@ void txtQVX::Elegir(const QString &clave)
     Q_EMIT Resuelto();
 }
 
-void txtQVX::ConfirmarEntrada()
+// What is wrong with the text that was typed, "" when nothing is.
+QString txtQVX::Reparo() const
+{
+    return pendiente && numerico ? qvx::ReparoDeNumero(Text(), largo, conSigno) : QString();
+}
+
+bool txtQVX::ConfirmarEntrada()
 {
     if (!pendiente)
-        return;
-    // A lone decimal mark is no number: the box is empty.
-    const QString texto = Text();
-    const bool sinCifras = std::none_of(texto.begin(), texto.end(), [](QChar c) { return c.isDigit(); });
-    Elegir(numerico && sinCifras ? QString() : texto);
+        return true;
+    if (const QString reparo = Reparo(); !reparo.isEmpty()) {
+        qvx::Rechazar(*linea, reparo);
+        return false;
+    }
+    Elegir(numerico ? Text().trimmed() : Text());
+    return true;
 }
 
 void txtQVX::AlEscribir()
@@ -182,7 +191,7 @@ bool txtQVX::eventFilter(QObject *objeto, QEvent *evento)
     // A form that is being closed has no use for what was typed last.
     if (objeto == linea && evento->type() == QEvent::FocusOut && Raiz()->isVisible()
         && EsSalida(static_cast<QFocusEvent *>(evento)->reason()))
-        ConfirmarEntrada();
+        AlSalir(*this, Reparo().isEmpty());
     return QWidget::eventFilter(objeto, evento);
 }
 
@@ -196,8 +205,7 @@ bool txtQVX::AlPulsar(const QKeyEvent &tecla)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        ConfirmarEntrada();
-        if (window()->focusWidget() == linea) // no handler has put the focus elsewhere
+        if (ConfirmarEntrada() && window()->focusWidget() == linea) // no handler has put the focus elsewhere
             focusNextPrevChild(true);
         return true;
     default:
@@ -232,12 +240,6 @@ void txtQVX::AjustarPaleta()
     linea->setPalette(paleta);
 }
 
-void txtQVX::AjustarLargo()
-{
-    validador->setLargo(largo);
-    linea->setMaxLength(numerico ? std::max(largo, 32767) : largo); // the validator refuses where the box would cut
-}
-
 void txtQVX::setCatalogo(const QString &codigo)
 {
     catalogo = codigo;
@@ -253,9 +255,8 @@ void txtQVX::setExcluidos(const QString &letras)
 void txtQVX::setNumerico(bool valor)
 {
     numerico = valor;
-    linea->setValidator(valor ? validador : nullptr);
     linea->setAlignment((valor ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-    AjustarLargo();
+    Poner(Text());
 }
 
 bool txtQVX::SoloLectura() const
@@ -279,7 +280,7 @@ int txtQVX::MaxLength() const
 void txtQVX::setMaxLength(int nuevo)
 {
     largo = nuevo;
-    AjustarLargo();
+    Poner(Text());
 }
 
 QString txtQVX::NombreAccesible() const

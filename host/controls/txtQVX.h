@@ -13,7 +13,6 @@ class QToolButton;
 namespace qvx
 {
 class ErrorEjecucion;
-class ValidadorNumero;
 } // namespace qvx
 
 namespace textoQVX
@@ -58,7 +57,7 @@ public:
     // Name of the text box of the same form that shows the description.
     void setCajaDescripcion(const QString &nombre) { cajaDescripcion = nombre; }
     bool Numerico() const { return numerico; }
-    // A numeric box takes digits, one decimal mark and thousands separators; a sign only where code put one.
+    // A numeric box is not left with a text that is no number; a sign will do only where code put one.
     void setNumerico(bool valor);
     QString FormatoNumero() const { return formatoNumero; }
     void setFormatoNumero(const QString &nuevo) { formatoNumero = nuevo; }
@@ -67,6 +66,7 @@ public:
     void setSoloLectura(bool valor);
     // Characters that the box does not take.
     void setExcluidos(const QString &letras);
+    // The characters that a person can type; a longer text that code puts is shown whole.
     int MaxLength() const;
     void setMaxLength(int nuevo);
     QString NombreAccesible() const;
@@ -75,7 +75,7 @@ public:
     bool Lista() const;
 
     // Shapes and looks up what was typed since the box was last confirmed; nothing pending: nothing happens.
-    void ConfirmarEntrada() override;
+    bool ConfirmarEntrada() override;
     // Opens the catalogue's search dialog; a choice counts as Elegir.
     void Buscar();
 
@@ -89,6 +89,7 @@ protected:
     bool eventFilter(QObject *objeto, QEvent *evento) override;
 
 private:
+    QString Reparo() const;
     void AlEscribir();
     bool AlPulsar(const QKeyEvent &tecla);
     bool OfreceBusqueda() const;
@@ -99,11 +100,9 @@ private:
     void Avisar(const qvx::ErrorEjecucion &error);
     void AjustarBoton();
     void AjustarPaleta();
-    void AjustarLargo();
 
     QLineEdit *linea;
     QToolButton *boton;
-    qvx::ValidadorNumero *validador;
     QString formato;
     QString catalogo;
     QString cajaDescripcion;
@@ -111,6 +110,7 @@ private:
     std::optional<double> numero; // put in code; a typed one is in the text alone
     int largo;
     bool numerico = false;
+    bool conSigno = false; // a negative number that was put in code can be corrected
     bool pendiente = false;
 };
 
