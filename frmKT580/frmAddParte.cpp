@@ -50,10 +50,9 @@ void frmAddParte::LlenarPadre(const QString &padre, const QString &ruta)
 }
 
 // The key of a new part is a proposal that may be written over; that of an existing one finds its row. A hyphen in it
-// would end the key in the node's text, and more than nine digits would leave no next number: the box takes neither.
+// would end the key in the node's text: the box takes none.
 void frmAddParte::LlenarParte(const QString &clave, const QString &descripcion)
 {
-    ui->txtClave->setMaxLength(Nuevo ? 9 : 32767);
     ui->txtClave->setText(clave);
     propuesta = ui->txtClave->Text();
     ui->txtClave->setSoloLectura(!Nuevo);

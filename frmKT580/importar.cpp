@@ -13,6 +13,7 @@
 #include "frmKT580/Ordenes.h"
 #include "frmKT580/PlanXml.h"
 #include "frmKT580/frmKT580.h"
+#include "plan/Claves.h"
 #include "system/UnidadC.h"
 #include "ui_frmKT580.h"
 #include "xml/EsquemaXml.h"
@@ -189,6 +190,9 @@ bool frmKT580::Importar_Partes(const Elemento &elemento, const QString &tipoEqui
                 Importar_Servicio(hijo, tipoEquipo, elemento.Atributo(planXml::Id), operador, fecha);
             if (hijo.Nombre() == "Parte") {
                 const QString parte = hijo.Atributo(planXml::Id);
+                if (!qvx::claves::DejaSiguiente(parte))
+                    throw qvx::ErrorEjecucion(qvx::errores::Desbordamiento, "Después de la clave de la parte " + parte
+                                                                                + " no queda número para otra parte");
                 Sentencia sentencia;
                 sentencia << "INSERT INTO Tipo_Equipo_Parte ("
                              "       Te_Cve_Tipo_Equipo, "

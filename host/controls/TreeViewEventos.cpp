@@ -6,6 +6,7 @@
 #include <QDragMoveEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QTimer>
 #include <utility>
@@ -25,7 +26,16 @@ QItemSelectionModel::SelectionFlags TreeView::selectionCommand(const QModelIndex
 // nobody looks at would be written when the tree is used next.
 bool TreeView::edit(const QModelIndex &indice, EditTrigger motivo, QEvent *evento)
 {
-    return hasFocus() && QTreeWidget::edit(indice, motivo, evento);
+    if (!hasFocus() || !QTreeWidget::edit(indice, motivo, evento))
+        return false;
+    const QString texto = indice.data(Qt::EditRole).toString();
+    auto *linea = qobject_cast<QLineEdit *>(indexWidget(indice));
+    if (linea && texto.size() > linea->maxLength()) { // the toolkit's editor would save it cut
+        linea->setMaxLength(static_cast<int>(texto.size()));
+        linea->setText(texto);
+        linea->selectAll();
+    }
+    return true;
 }
 
 void TreeView::keyPressEvent(QKeyEvent *evento)

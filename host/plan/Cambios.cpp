@@ -68,6 +68,8 @@ QString Impedimento(Conexion &conexion, const QString &operador, const QString &
     const bool enLaRaiz = claves.size() == 2 && fila["Tep_ID"].trimmed() == "RAIZ";
     if (servicio && !enLaRaiz && !HayParte(conexion, tipoEquipo, fila["Tep_ID"]))
         return "La parte del servicio ya no existe: otra persona la eliminó.";
+    if (!servicio && anterior.isEmpty() && !claves::DejaSiguiente(fila["Tep_ID"])) // a new part
+        return "Después de la clave " + fila["Tep_ID"] + " no queda número para otra parte: escriba una menor.";
     if (!servicio && !HayParte(conexion, tipoEquipo, fila["Tep_Padre"]))
         return "La parte superior ya no existe: otra persona la eliminó.";
     return {};

@@ -21,7 +21,8 @@ struct Firmante {
 // Registers a row of the plan that was just written, inside its transaction. claves: of Tipo_Equipo_Parte the part and
 // the equipment type; of Plan_Mantenimiento the equipment type, the service and, where it must still be there, its
 // part. Gives why the change must not stand, "" when it was registered: the row is not there, somebody else changed it
-// since this program read it, the part that it hangs from is gone, or it is the root. Raises data errors.
+// since this program read it, the part that it hangs from is gone, a new part's key leaves no number for the next one,
+// or it is the root. Raises data errors.
 QString RegistrarCambio(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QStringList &claves);
 
 // Logs a change of state ("Baja", "Reactivación"). Raises data errors.

@@ -4,6 +4,7 @@
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 
+#include <QRegularExpression>
 #include <limits>
 
 namespace qvx::claves
@@ -12,6 +13,14 @@ namespace qvx::claves
 bool EsRaiz(const QString &parte)
 {
     return parte.trimmed() == Raiz;
+}
+
+// The engines read a key's number up to its first other character.
+bool DejaSiguiente(const QString &clave)
+{
+    static const QRegularExpression cifras("^\\s*\\+?0*([0-9]*)");
+    const QString numero = cifras.match(clave).captured(1);
+    return numero.size() <= 10 && numero.toLongLong() < std::numeric_limits<qint32>::max();
 }
 
 QString Mascara(Conexion &conexion, const QString &codigo, const QString &predeterminada)

@@ -16,6 +16,9 @@ namespace claves
 inline const QString Raiz = "0000";
 bool EsRaiz(const QString &parte);
 
+// Whether a number follows the key's: true up to 2147483646, and for a key that begins with no digit.
+bool DejaSiguiente(const QString &clave);
+
 // The mask of a catalogue's keys; predeterminada where there is none. Raises data errors.
 QString Mascara(Conexion &conexion, const QString &codigo, const QString &predeterminada);
 
