@@ -98,32 +98,40 @@ void frmAddParte::cmdAceptar()
         operador = Sistema->UsuarioActual();
         fecha = Utilerias->TextoFecha(Utilerias->FechaServidor());
         Sistema->Conexion().BeginTrans();
-        if (Nuevo && ui->txtClave->Text() == propuesta)
-            NumerarDeNuevo();
-        strSQL = Nuevo ? Insertar() : Actualizar();
+        const QString clave = ClaveLibre();
+        strSQL = Nuevo ? Insertar(clave) : Actualizar();
         Sistema->Conexion().Execute(strSQL);
-        if (!Utilerias->RegistrarCambio("Tipo_Equipo_Parte", {ui->txtClave->Text(), ui->txtTipoEquipo->Text()})) {
+        if (!Utilerias->RegistrarCambio("Tipo_Equipo_Parte", {clave, ui->txtTipoEquipo->Text()})) {
             Sistema->Conexion().RollbackTrans();
             Advertir(Utilerias->UltimoErrorDatos(), 7500096);
             return;
         }
         Sistema->Conexion().CommitTrans();
+        ui->txtClave->setText(clave);
         Aceptado = true;
         hide();
     });
 }
 
-// Someone else may have taken the key that was proposed; one that the planner typed stays as it is.
-void frmAddParte::NumerarDeNuevo()
+// The key to write: a new one where someone else has taken the key that was proposed. One that the planner typed stays
+// as it is.
+QString frmAddParte::ClaveLibre() const
 {
-    const qint32 numero = Utilerias->SiguienteClave("Tipo_Equipo_Parte", "Tep_ID", "Te_Cve_Tipo_Equipo",
-                                                    ui->txtTipoEquipo->Text(), "", "", "", "", "");
-    propuesta = qvx::ClaveConFormato(QString::number(numero), ui->txtClave->Formato());
-    ui->txtClave->setText(propuesta);
+    const QString clave = ui->txtClave->Text();
+    const QString tipoEquipo = ui->txtTipoEquipo->Text();
+    if (!Nuevo || clave != propuesta)
+        return clave;
+    strSQL = "SELECT Tep_ID FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '" + tipoEquipo + "' AND Tep_ID = '"
+             + clave + "' ";
+    if (Sistema->Conexion().Execute(strSQL).Eof())
+        return clave;
+    const qint32 numero =
+        Utilerias->SiguienteClave("Tipo_Equipo_Parte", "Tep_ID", "Te_Cve_Tipo_Equipo", tipoEquipo, "", "", "", "", "");
+    return qvx::ClaveConFormato(QString::number(numero), ui->txtClave->Formato());
 }
 
 // The state is left to the database: a new part is active.
-QString frmAddParte::Insertar() const
+QString frmAddParte::Insertar(const QString &clave) const
 {
     QString sql = "INSERT INTO Tipo_Equipo_Parte (";
     sql += "   Tep_Padre, ";
@@ -136,7 +144,7 @@ QString frmAddParte::Insertar() const
     sql += "   Fecha_Ult_Modif";
     sql += ") VALUES(";
     sql += "'" + ui->txtPadre->Text() + "', ";
-    sql += "'" + ui->txtClave->Text() + "', ";
+    sql += "'" + clave + "', ";
     sql += "'" + ui->txtTipoEquipo->Text() + "', ";
     sql += "'" + ui->txtTexto->Text() + "', ";
     sql += "'" + operador + "',";

@@ -35,8 +35,8 @@ protected:
 private:
     void cmdAceptar();
     bool Validar();
-    void NumerarDeNuevo();
-    QString Insertar() const;
+    QString ClaveLibre() const;
+    QString Insertar(const QString &clave) const;
     QString Actualizar() const;
 
     std::unique_ptr<Ui::frmAddParte> ui;

@@ -80,7 +80,7 @@ void frmServicio::Form_Load()
         formatoProducto = Mascara("FTO_PRODUCTO", "0000000000");
         formatoGasto = Mascara("FTO_TIPO_GASTO");
         if (Nuevo) {
-            Numerar();
+            ui->txtID->setText(ClaveNueva());
             ui->txtNTiposervicio->setText("");
         }
         ui->txtTipoServicio->setFormato(Mascara("FTO_TIPO_SERVICIO"));
@@ -92,10 +92,10 @@ void frmServicio::Form_Load()
 }
 
 // The next free key of the equipment type.
-void frmServicio::Numerar()
+QString frmServicio::ClaveNueva() const
 {
-    ui->txtID->setText(Utilerias->SiguienteClaveTexto("Plan_Mantenimiento", "Pm_ID", "Te_Cve_Tipo_Equipo",
-                                                      ui->txtTipoEquipo->Text(), "", ""));
+    return Utilerias->SiguienteClaveTexto("Plan_Mantenimiento", "Pm_ID", "Te_Cve_Tipo_Equipo",
+                                          ui->txtTipoEquipo->Text(), "", "");
 }
 
 bool frmServicio::TieneClave() const

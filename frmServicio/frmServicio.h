@@ -69,7 +69,7 @@ private:
     };
 
     void ConectarEventos();
-    void Numerar();
+    QString ClaveNueva() const;
     void ConectarTeclas();
     void ConectarGrid(const Recurso &recurso);
     void DefinirGrids();
@@ -109,6 +109,7 @@ private:
     // Saving
     void cmdAceptar();
     bool GuardarServicio(const Auditoria &auditoria);
+    QString ClaveLibre() const;
     QString InsertarServicio(const Auditoria &auditoria) const;
     QString ActualizarServicio(const Auditoria &auditoria) const;
     QString RequiereParo() const;
@@ -119,6 +120,7 @@ private:
 
     std::unique_ptr<Ui::frmServicio> ui;
     QList<Recurso> recursos;
+    QString folio; // the service's key in the accept that is running
     QString formatoProducto;
     QString formatoGasto;
 };

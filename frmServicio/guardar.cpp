@@ -23,7 +23,7 @@ void frmServicio::cmdAceptar()
         strSQL = "DELETE FROM Plan_Mantenimiento_Detalle ";
         strSQL += "WHERE Te_Cve_Tipo_Equipo = '" + ui->txtTipoEquipo->Text() + "' ";
         strSQL += "AND Tep_ID = '" + ui->txtParte->Text() + "' ";
-        strSQL += "AND Pm_ID = '" + ui->txtID->Text() + "' ";
+        strSQL += "AND Pm_ID = '" + folio + "' ";
         Sistema->Conexion().Execute(strSQL);
         for (const Recurso &recurso : recursos)
             if (!GuardarLineas(recurso))
@@ -37,18 +37,25 @@ bool frmServicio::GuardarServicio(const Auditoria &auditoria)
 {
     bool registrado = false;
     const bool escrito = Trampa::deshaciendo(*this, "cmdAceptar()", 7500080, [&] {
-        if (Nuevo)
-            Numerar(); // someone else may have taken the key that was proposed
+        folio = Nuevo ? ClaveLibre() : ui->txtID->Text();
         strSQL = Nuevo ? InsertarServicio(auditoria) : ActualizarServicio(auditoria);
         Sistema->Conexion().Execute(strSQL);
-        registrado = Utilerias->RegistrarCambio("Plan_Mantenimiento",
-                                                {ui->txtTipoEquipo->Text(), ui->txtID->Text(), ui->txtParte->Text()});
+        registrado =
+            Utilerias->RegistrarCambio("Plan_Mantenimiento", {ui->txtTipoEquipo->Text(), folio, ui->txtParte->Text()});
     });
     if (!escrito || registrado)
         return escrito;
     Sistema->Conexion().RollbackTrans();
     Mensaje("ERROR", qvx::mensaje::Critico, "ERROR", 7500080);
     return false;
+}
+
+// The key that was proposed, or a new one when someone else has taken it meanwhile.
+QString frmServicio::ClaveLibre() const
+{
+    strSQL = "SELECT Pm_ID FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '" + ui->txtTipoEquipo->Text()
+             + "' AND Pm_ID = '" + ui->txtID->Text() + "' ";
+    return Sistema->Conexion().Execute(strSQL).Eof() ? ui->txtID->Text() : ClaveNueva();
 }
 
 QString frmServicio::InsertarServicio(const Auditoria &auditoria) const
@@ -73,7 +80,7 @@ QString frmServicio::InsertarServicio(const Auditoria &auditoria) const
     sql += "VALUES (";
     sql += "'" + ui->txtTipoEquipo->Text() + "', ";
     sql += "'" + ui->txtParte->Text() + "', ";
-    sql += "'" + ui->txtID->Text() + "', ";
+    sql += "'" + folio + "', ";
     sql += "'" + ui->txtTipoServicio->Text() + "', ";
     sql += ui->txtDias->NumeroSQL() + ", ";
     sql += ui->txtLectura->NumeroSQL() + ", ";
@@ -104,8 +111,8 @@ QString frmServicio::ActualizarServicio(const Auditoria &auditoria) const
     sql += "   Pm_Tiempo_Paro = " + ui->txtTiempoParo->NumeroSQL() + ",";
     sql += "   Oper_Ult_Modif = '" + auditoria.operador + "',";
     sql += "   Fecha_Ult_Modif= '" + auditoria.fecha + "'";
-    sql += "WHERE Pm_ID = '" + ui->txtID->Text() + "' and Te_Cve_Tipo_Equipo = '" + ui->txtTipoEquipo->Text()
-           + "' and Tep_ID = '" + ui->txtParte->Text() + "' ";
+    sql += "WHERE Pm_ID = '" + folio + "' and Te_Cve_Tipo_Equipo = '" + ui->txtTipoEquipo->Text() + "' and Tep_ID = '"
+           + ui->txtParte->Text() + "' ";
     return sql;
 }
 
@@ -120,8 +127,7 @@ QString frmServicio::ClavesDeLinea() const
     const QString tipo = ui->txtTipoEquipo->Text();
     const QString clave =
         Utilerias->SiguienteClaveTexto("Plan_Mantenimiento_Detalle", "Pmd_ID", "Te_Cve_Tipo_Equipo", tipo, "", "");
-    return "'" + tipo + "', " + "'" + ui->txtParte->Text() + "', " + "'" + ui->txtID->Text() + "', " + "'" + clave
-           + "', ";
+    return "'" + tipo + "', " + "'" + ui->txtParte->Text() + "', " + "'" + folio + "', " + "'" + clave + "', ";
 }
 
 // Tools are stored without cost, and in another order of columns than the other kinds.

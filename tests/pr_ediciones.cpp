@@ -140,12 +140,17 @@ void PrEdiciones::propia()
 }
 
 // The proposed keys of a part and of a service are taken while the planner types: the next ones are given without a
-// word. A key that the planner chose is kept, and refused when it is taken.
+// word, and shown only once they are saved. One that is still free stays, although a lower one is too. A key that the
+// planner chose is kept, and refused when it is taken.
 void PrEdiciones::claveTomada()
 {
     EnLaParte("N0001", "Nuevo", [&](QWidget &dialogo) {
         QCOMPARE(Caja(dialogo, "txtClave").Text(), "0007");
         Ajeno(ParteAjena.arg("0007") + ";" + ParteAjena.arg("0008"));
+        Escribir(Caja(dialogo, "txtTexto"), "D'ARCY");
+        Aceptar(dialogo);
+        QCOMPARE(Mensajes().size(), 1);
+        QCOMPARE(Caja(dialogo, "txtClave").Text(), "0007");
         Escribir(Caja(dialogo, "txtTexto"), "PROPIA");
         Aceptar(dialogo);
     });
@@ -167,7 +172,7 @@ void PrEdiciones::claveTomada()
     });
     QCOMPARE(escenario->Filas("SELECT Tep_ID, Pm_ID FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND "
                               "Pm_ID > '000003' ORDER BY Pm_ID"),
-             (QStringList{"0005|000004", "0002|000005"}));
+             (QStringList{"0005|000004", "0002|000006"}));
 }
 
 // A new service, or one that is dropped there, would be out of reach.
