@@ -6,7 +6,7 @@
 #include "session/Interaccion.h"
 
 // The error traps of the component's procedures. A trap reports the run-time error with its procedure's own identifier
-// and leaves the procedure; it undoes nothing.
+// and leaves the procedure; it undoes nothing, unless its name says so.
 namespace Trampa
 {
 
@@ -19,6 +19,21 @@ void en(FormularioConPadre &formulario, const QString &procedimiento, int identi
     } catch (const qvx::ErrorEjecucion &error) {
         formulario.Mensaje(error.Descripcion(), qvx::mensaje::Critico, procedimiento, identificador);
     }
+}
+
+// The same for a procedure with a transaction, which is taken back before the report: the message waits in an event
+// loop.
+template <class Pasos>
+void enTransaccion(FormularioConPadre &formulario, const QString &procedimiento, int identificador, Pasos &&pasos)
+{
+    en(formulario, procedimiento, identificador, [&] {
+        try {
+            pasos();
+        } catch (const qvx::ErrorEjecucion &) {
+            Publico::Sistema->Conexion().RollbackTrans();
+            throw;
+        }
+    });
 }
 
 // Service editor: the title is "ERROR", and the text begins with the procedure's name.

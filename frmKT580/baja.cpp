@@ -60,7 +60,7 @@ bool frmKT580::Update_Partes(const QString &tipoEquipo, const QString &parte, co
 
 void frmKT580::Controles_Eliminar()
 {
-    Trampa::en(*this, "Controles_Eliminar()", 7500011, [&] {
+    Trampa::enTransaccion(*this, "Controles_Eliminar()", 7500011, [&] {
         if (!ui->tvPartes->SelectedItem())
             return;
         const QString parte = TomarParte();
@@ -95,7 +95,7 @@ void frmKT580::Controles_Eliminar()
 
 void frmKT580::Controles_Reactivar()
 {
-    Trampa::en(*this, "Controles_Reactivar()", 7500015, [&] {
+    Trampa::enTransaccion(*this, "Controles_Reactivar()", 7500015, [&] {
         const QString operador = Sistema->UsuarioActual();
         const QString fecha = Utilerias->TextoFecha(Utilerias->FechaServidor());
         if (!ui->tvPartes->SelectedItem())

@@ -43,7 +43,7 @@ bool frmKT580::Eliminar_Partes(const QString &tipoEquipo, const QString &parte)
 
 bool frmKT580::Eliminar_Parte()
 {
-    return Trampa::guardando(textoError, [&] {
+    const bool hecho = Trampa::guardando(textoError, [&] {
         const comunesQVX::Nodo *nodo = ui->tvPartes->SelectedItem();
         if (!nodo)
             return true;
@@ -82,6 +82,9 @@ bool frmKT580::Eliminar_Parte()
         txtTipoEquipo_Seleccion();
         return true;
     });
+    if (!hecho) // before the caller reports
+        Sistema->Conexion().RollbackTrans();
+    return hecho;
 }
 
 // A parent that lost its last child is signed by who took it.

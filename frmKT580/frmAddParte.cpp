@@ -92,7 +92,7 @@ bool frmAddParte::Validar()
 
 void frmAddParte::cmdAceptar()
 {
-    Trampa::en(*this, "cmdAceptar()", 7500097, [&] {
+    Trampa::enTransaccion(*this, "cmdAceptar()", 7500097, [&] {
         if (!Validar())
             return;
         operador = Sistema->UsuarioActual();
