@@ -108,15 +108,14 @@ void frmServicio::Grid_BeforeUpdate(const Recurso &recurso)
         grid.setCelda(fila, "Importe", "0");
 }
 
-// The product on offer with the key of the row, which takes the form of the product keys. A key that is unknown or
-// retired leaves the row's other cells as they are.
+// The product on offer with the key of the row, which then takes the form of the product keys. A key that is unknown or
+// retired leaves the row's cells as they are, its own too.
 void frmServicio::Buscar_Producto(const Recurso &recurso)
 {
     const auto buscar = [&] {
         Grid &grid = *recurso.grid;
         const int fila = grid.Row();
         const QString clave = qvx::ClaveConFormato(grid.Celda(fila, "Producto"), formatoProducto);
-        grid.setCelda(fila, "Producto", clave);
         strSQL = " SELECT Pr_Cve_Producto AS Clave ,";
         strSQL += "   Pr_Descripcion AS Descripcion,  ";
         strSQL += "   Pr_Unidad_Control_1 AS Unidad,  ";
@@ -127,6 +126,7 @@ void frmServicio::Buscar_Producto(const Recurso &recurso)
         const auto producto = Sistema->Conexion().Execute(strSQL);
         if (producto.Eof())
             return;
+        grid.setCelda(fila, "Producto", clave);
         grid.setCelda(fila, "Descripción", producto["Descripcion"]);
         grid.setCelda(fila, "Unidad", producto["Unidad"]);
         if (!recurso.clase.conCosto)
@@ -143,17 +143,19 @@ void frmServicio::Buscar_Producto(const Recurso &recurso)
 void frmServicio::Buscar_Gasto()
 {
     Trampa::enEditor(*this, "Buscar_Gasto()", 7500090, [&] {
-        const int fila = ui->ssRefacciones->Row();
-        const QString clave = qvx::ClaveConFormato(ui->ssRefacciones->Celda(fila, "Gasto"), formatoGasto);
-        ui->ssRefacciones->setCelda(fila, "Gasto", clave);
+        Grid &grid = *ui->ssRefacciones;
+        const int fila = grid.Row();
+        const QString clave = qvx::ClaveConFormato(grid.Celda(fila, "Gasto"), formatoGasto);
         strSQL = " SELECT Tg_Cve_Tipo_Gasto AS Clave ,";
         strSQL += "   Tg_Descripcion AS Descripcion  ";
         strSQL += " FROM Tipo_Gasto ";
         strSQL += " WHERE  Tg_Cve_Tipo_Gasto  = '" + clave + "'";
         strSQL += "   AND Es_Cve_Estado <> 'BA'";
         const auto gasto = Sistema->Conexion().Execute(strSQL);
-        if (!gasto.Eof())
-            ui->ssRefacciones->setCelda(fila, "DESCRIPCIONTG", gasto["Descripcion"]);
+        if (gasto.Eof())
+            return;
+        grid.setCelda(fila, "Gasto", clave);
+        grid.setCelda(fila, "DESCRIPCIONTG", gasto["Descripcion"]);
     });
 }
 

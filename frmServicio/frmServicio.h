@@ -104,7 +104,7 @@ private:
     bool RechazarCampo(textoQVX::txtQVX *campo, const QString &texto, int identificador);
     bool RechazarLinea(int pagina, const QString &texto, int identificador);
     bool DeBaja(const Grid &grid, int fila) const;
-    bool GastoDeBaja(const Grid &grid, int fila) const;
+    QString DeGasto(const Grid &grid, int fila, const QString &columna) const;
 
     // Saving
     void cmdAceptar();

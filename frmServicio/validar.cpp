@@ -34,7 +34,7 @@ QString DescripcionProducto(const Grid &grid, int fila)
     return Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Pr_Descripcion", grid.Celda(fila, "Producto"));
 }
 
-// The products of a grid, with the last row of each. Rows without a product are no products.
+// The products of a grid, with the last row of each. Rows without a key hold the same product.
 class Productos
 {
 public:
@@ -46,11 +46,7 @@ public:
         }
     }
     // Whether a later row of the grid holds the same product.
-    bool Repetido(int fila) const
-    {
-        const QString &producto = productos.at(fila);
-        return !producto.isEmpty() && ultima.value(producto) > fila;
-    }
+    bool Repetido(int fila) const { return ultima.value(productos.at(fila)) > fila; }
 
 private:
     QStringList productos;
@@ -140,10 +136,11 @@ bool frmServicio::DeBaja(const Grid &grid, int fila) const
     return Utilerias->ValorDe("Producto", "Pr_Cve_Producto", "Es_Cve_Estado", clave) == "BA";
 }
 
-bool frmServicio::GastoDeBaja(const Grid &grid, int fila) const
+// A column of the expense type whose key is in the row; its description there may be that of another one.
+QString frmServicio::DeGasto(const Grid &grid, int fila, const QString &columna) const
 {
     const QString clave = qvx::ClaveConFormato(grid.Celda(fila, "Gasto"), formatoGasto);
-    return Utilerias->ValorDe("Tipo_Gasto", "Tg_Cve_Tipo_Gasto", "Es_Cve_Estado", clave) == "BA";
+    return Utilerias->ValorDe("Tipo_Gasto", "Tg_Cve_Tipo_Gasto", columna, clave);
 }
 
 bool frmServicio::ValidarLineas(const Recurso &recurso)
@@ -165,8 +162,8 @@ bool frmServicio::ValidarLineas(const Recurso &recurso)
                             recurso.deBaja);
         if (SinCantidad(grid, fila))
             return rechazar("Debe especificar una cantidad para la " + recurso.nombre, recurso.sinCantidad);
-        if (conGasto && GastoDeBaja(grid, fila))
-            return rechazar("El tipo de gasto: " + grid.Celda(fila, "DESCRIPCIONTG")
+        if (conGasto && DeGasto(grid, fila, "Es_Cve_Estado") == "BA")
+            return rechazar("El tipo de gasto: " + DeGasto(grid, fila, "Tg_Descripcion")
                                 + " no se puede registrar porque está dado de baja",
                             7500074);
         if (productos.Repetido(fila))

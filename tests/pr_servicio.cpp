@@ -44,7 +44,7 @@ void PrServicio::celdas()
         QCOMPARE(Fila(manoObra, 0), "9000000009|MECÁNICO|1000.5|HR|150.25|150325.125");
         EscribirCelda(manoObra, 1, "Producto", "9999999"); // unknown; its quantity is left empty
         manoObra.ConfirmarEntrada();
-        QCOMPARE(Fila(manoObra, 1), "0009999999||0|||0");
+        QCOMPARE(Fila(manoObra, 1), "9999999||0|||0");
 
         // Chosen in the catalogue; and another product brings its cost, and the amount of that cost.
         auto &refacciones = Grid(editor, "ssRefacciones");
@@ -160,6 +160,9 @@ void PrServicio::validaciones()
         celda(0, "Cantidad", "2", "69|La mano de obra MECÁNICO ya ha sido ingresada!");
         celda(1, "Producto", "9000000009",
               "67|La mano de onbra: MECÁNICO no se puede registrar porque está dada de baja");
+        celda(1, "Producto", "");
+        celda(0, "Producto", "", "69|La mano de obra  ya ha sido ingresada!"); // two rows of no product
+        celda(0, "Producto", "9000000001");
         celda(1, "Producto", "9000000003");
         celda(1, "Cantidad", "1");
 
@@ -169,7 +172,7 @@ void PrServicio::validaciones()
         celda(0, "Producto", "9000000002", "73|Debe especificar un tipo de gasto válido");
         celda(0, "Gasto", "9001", "72|Debe especificar una cantidad para la refacción");
         celda(0, "Cantidad", "3");
-        celda(0, "Gasto", "9009", "74|El tipo de gasto: CONSUMO no se puede registrar porque está dado de baja");
+        celda(0, "Gasto", "9009", "74|El tipo de gasto: ANTIGUO no se puede registrar porque está dado de baja");
         celda(0, "Gasto", "9001");
         celda(0, "Producto", "9000000009", "71|La refacción: SELLO no se puede registrar porque está dada de baja");
         celda(0, "Producto", "9000000002");
