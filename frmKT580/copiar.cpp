@@ -3,6 +3,7 @@
 #include "component/Trampa.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
+#include "data/Texto.h"
 #include "frmKT580/frmKT580.h"
 #include "ui_frmKT580.h"
 
@@ -20,7 +21,7 @@ void frmKT580::Controles_B3Click()
         if (destino.isEmpty())
             return;
         // Compared as the database does: a copy to the same type would delete its plan.
-        if (destino.trimmed() == origen.trimmed()) {
+        if (qvx::SinBlancosAlFinal(destino) == qvx::SinBlancosAlFinal(origen)) {
             Advertir("El tipo de equipo seleccionado es igual al actual", 7500033);
             return;
         }
@@ -44,7 +45,9 @@ void frmKT580::ReemplazarPlan(const QString &origen, const QString &destino)
         CopiarPlan(origen, destino);
         Sistema->Conexion().CommitTrans();
         transaccionAbierta = false;
-        ui->txtTipoEquipo->Elegir(destino);
+        ui->txtTipoEquipo->setText(destino); // as it is, also out of the form of the keys
+        txtTipoEquipo_Validate();
+        txtTipoEquipo_Seleccion();
         if (ui->txtTipoEquipo->Lista())
             ui->txtTipoEquipo->setFocus();
     } catch (const qvx::ErrorEjecucion &error) {

@@ -18,6 +18,7 @@ frmAddParte::frmAddParte(FormularioConPadre &pantalla_)
     ui->Controles->setJuegoComandos(Controles::Dialogo);
     connect(ui->Controles, &Controles::Aceptar, this, &frmAddParte::cmdAceptar);
     connect(ui->Controles, &Controles::Cancelar, this, &frmAddParte::Descargar);
+    connect(ui->Controles, &Controles::Cerrar, this, &frmAddParte::Descargar);
 }
 
 frmAddParte::~frmAddParte() = default;

@@ -88,8 +88,6 @@ void frmKT580::lvServicios_DblClick()
 bool frmKT580::Nuevo_Servicio()
 {
     return Trampa::guardando(textoError, [&] {
-        if (!ui->tvPartes->SelectedItem())
-            return true;
         TomarParte();
         if (parteActual == ClaveRaiz) {
             Advertir("No se puede crear un serviciop de la raíz", 7500028);
@@ -121,7 +119,8 @@ void frmKT580::lvServicios_KeyDown(int codigo)
     Trampa::en(*this, "lvServicios_KeyDown", 7500037, [&] {
         if (ui->lvServicios->Count() == 0 || codigo != comunesQVX::tecla::Supr)
             return;
-        if (!ui->tvPartes->SelectedItem() || !ui->lvServicios->HaySeleccion())
+        TomarParte();
+        if (!ui->lvServicios->HaySeleccion())
             return;
         if (DadaDeBaja(ui->tvPartes->SelectedItem()))
             return;
