@@ -1,7 +1,9 @@
 #include "controls/colorQVX.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QPalette>
+#include <algorithm>
 
 namespace coloresQVX
 {
@@ -11,20 +13,28 @@ namespace
 
 struct Color {
     const char *nombre;
-    const char *valor;
+    const char *claro;
+    const char *oscuro;
 };
 
-// The colours, by the name that the sheet below calls them.
+// The colours on a light and on a dark desktop, by the name that the sheet below calls them.
 constexpr Color Colores[] = {
-    {"@fondo", "#f3f5f8"},  {"@superficie", "#ffffff"},  {"@alterna", "#f4f8fc"}, {"@borde", "#b9c3ce"},
-    {"@texto", "#1b2733"},  {"@suave", "#566474"},       {"@fijo", "#e8ecf1"},    {"@apagado", "#7a8694"},
-    {"@acento", "#1f6fb2"}, {"@sobreAcento", "#ffffff"}, {"@roce", "#e2eefa"},    {"@pulsado", "#c9e0f5"},
-    {"@reposo", "#cfdfee"},
+    {"@fondo", "#f3f5f8", "#1f252c"},       {"@superficie", "#ffffff", "#272e37"}, {"@alterna", "#f4f8fc", "#2c343e"},
+    {"@borde", "#b9c3ce", "#4f5c6a"},       {"@texto", "#1b2733", "#e6ebf1"},      {"@suave", "#566474", "#a3b0be"},
+    {"@fijo", "#e8ecf1", "#323b46"},        {"@apagado", "#7a8694", "#7c8896"},    {"@acento", "#1f6fb2", "#2f7cc4"},
+    {"@sobreAcento", "#ffffff", "#ffffff"}, {"@roce", "#e2eefa", "#34465a"},       {"@pulsado", "#c9e0f5", "#3e5872"},
+    {"@reposo", "#cfdfee", "#3a5068"},
 };
 
 // A border that grows with the focus takes its pixel from the padding, so that nothing moves.
 constexpr char Hoja[] = R"(
-QDialog { background-color: @fondo; }
+QDialog, QMainWindow { background-color: @fondo; }
+QMenuBar, QStatusBar { background-color: @fondo; color: @texto; }
+QMenuBar::item { background-color: transparent; padding: 4px 8px; border-radius: 4px; }
+QMenuBar::item:selected { background-color: @roce; }
+QMenuBar::item:pressed { background-color: @pulsado; }
+QStatusBar { border-top: 1px solid @borde; }
+QStatusBar::item { border: none; }
 QMessageBox { messagebox-critical-icon: url(:/controls/mensaje_critico.svg);
               messagebox-question-icon: url(:/controls/mensaje_pregunta.svg);
               messagebox-warning-icon: url(:/controls/mensaje_exclamacion.svg);
@@ -49,7 +59,7 @@ QCheckBox::indicator:disabled { border-color: @borde; background-color: @fijo; }
 QCheckBox::indicator:checked:disabled { border-color: @apagado; background-color: @apagado; }
 
 QGroupBox { border: 1px solid @borde; border-radius: 6px; background-color: @superficie; color: @texto;
-            font-weight: bold; margin-top: 1.4em; padding: 8px 6px 6px 6px; }
+            font-weight: bold; margin-top: 1.4em; padding: 2px; }
 QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; left: 2px; padding: 0 2px; }
 
 QToolBar { background-color: @superficie; border: none; border-bottom: 1px solid @borde; padding: 3px 8px;
@@ -59,6 +69,7 @@ QToolButton { background-color: transparent; color: @texto; border: 1px solid tr
               padding: 4px 7px; }
 QToolButton#qt_toolbar_ext_button { padding: 0; }
 textoQVX--txtQVX QToolButton { padding: 2px 4px; }
+QFileDialog QToolButton { padding: 0; }
 QToolButton:disabled { color: @apagado; }
 QToolButton:hover { background-color: @roce; }
 QToolButton:pressed { background-color: @pulsado; }
@@ -78,6 +89,13 @@ QAbstractItemView { background-color: @superficie; alternate-background-color: @
 QAbstractItemView:focus { border: 2px solid @acento; padding: 0; }
 QAbstractItemView:disabled { background-color: @fijo; color: @texto; }
 QTreeView::item { padding: 3px 4px; }
+QTreeView::branch { background-color: transparent; }
+QTreeView::branch:selected:active { background-color: @acento; }
+QTreeView::branch:selected:!active { background-color: @reposo; }
+QTreeView::branch:has-children:closed { image: url(:/controls/rama_cerrada.svg); }
+QTreeView::branch:has-children:open { image: url(:/controls/rama_abierta.svg); }
+QTreeView::branch:has-children:closed:selected:active { image: url(:/controls/rama_cerrada_elegida.svg); }
+QTreeView::branch:has-children:open:selected:active { image: url(:/controls/rama_abierta_elegida.svg); }
 QHeaderView { background-color: @fijo; border: none; border-radius: 0; padding: 0; font-weight: bold; }
 QHeaderView::section { background-color: @fijo; color: @texto; border: none; border-right: 1px solid @borde;
                        border-bottom: 1px solid @borde; padding: 5px 3px; }
@@ -112,11 +130,22 @@ QMenu::item:disabled { color: @apagado; }
 QToolTip { background-color: @superficie; color: @texto; border: 1px solid @borde; padding: 3px; }
 )";
 
+bool Oscuro()
+{
+    const QPalette escritorio = QGuiApplication::palette();
+    return escritorio.color(QPalette::Window).lightness() < escritorio.color(QPalette::WindowText).lightness();
+}
+
+QString Valor(const Color &color)
+{
+    return QString::fromLatin1(Oscuro() ? color.oscuro : color.claro);
+}
+
 QColor Tono(const char *nombre)
 {
     for (const Color &color : Colores)
         if (qstrcmp(color.nombre, nombre) == 0)
-            return QColor(color.valor);
+            return QColor(Valor(color));
     return {};
 }
 
@@ -124,7 +153,7 @@ QString HojaConColores()
 {
     QString hoja = Hoja;
     for (const Color &color : Colores)
-        hoja.replace(color.nombre, color.valor);
+        hoja.replace(color.nombre, Valor(color));
     return hoja;
 }
 
@@ -147,6 +176,51 @@ QPalette Paleta()
     return paleta;
 }
 
+// Keeps a window dressed: when the desktop turns dark or light, so does the window.
+class Vestido : public QObject
+{
+public:
+    explicit Vestido(QWidget &ventana_) : QObject(&ventana_), ventana(ventana_)
+    {
+        Poner();
+        ventana.installEventFilter(this);
+    }
+
+    static bool Lleva(const QWidget &ventana)
+    {
+        const QObjectList &hijos = ventana.children();
+        return std::any_of(hijos.begin(), hijos.end(),
+                           [](const QObject *hijo) { return dynamic_cast<const Vestido *>(hijo) != nullptr; });
+    }
+
+    // The widget that hands its sheet down to this one; a dialog's owner does, too.
+    static bool Heredado(const QWidget &control)
+    {
+        for (const QWidget *duena = control.parentWidget(); duena; duena = duena->parentWidget())
+            if (Lleva(*duena))
+                return true;
+        return false;
+    }
+
+    bool eventFilter(QObject *objeto, QEvent *evento) override
+    {
+        if (evento->type() == QEvent::ApplicationPaletteChange)
+            Poner();
+        return QObject::eventFilter(objeto, evento);
+    }
+
+private:
+    void Poner()
+    {
+        ventana.setPalette(Paleta());
+        ventana.setAutoFillBackground(true);
+        if (!Heredado(ventana))
+            ventana.setStyleSheet(HojaConColores());
+    }
+
+    QWidget &ventana;
+};
+
 } // namespace
 
 // When the form is about to be dressed, before its controls are: a sheet that it had sooner would be worked out for
@@ -168,12 +242,12 @@ bool colorQVX::eventFilter(QObject *objeto, QEvent *evento)
     return QWidget::eventFilter(objeto, evento);
 }
 
-// On the window itself and not on the application, which is the host's and may have another look.
+// On the window itself and not on the application, which is the host's and may have another look. A form that stands
+// in a dressed window has all from there.
 void colorQVX::AplicarA(QWidget &ventana)
 {
-    ventana.setPalette(Paleta());
-    ventana.setAutoFillBackground(true);
-    ventana.setStyleSheet(HojaConColores());
+    if (!Vestido::Lleva(ventana) && (ventana.isWindow() || !Vestido::Heredado(ventana)))
+        new Vestido(ventana);
 }
 
 } // namespace coloresQVX
