@@ -12,6 +12,7 @@
 
 #include <QKeyEvent>
 #include <QShortcut>
+#include <algorithm>
 
 using namespace Publico;
 using ssTabQvx::ssTbQvx;
@@ -61,7 +62,7 @@ void frmServicio::ConectarTeclas()
 {
     for (int pagina = 0; pagina < 4; ++pagina)
         connect(new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + pagina)), this),
-                &QShortcut::activated, this, [this, pagina] { ui->ssTabQvx->setTab(pagina); });
+                &QShortcut::activated, this, [this, pagina] { ui->ssTabQvx->IrA(pagina); });
 }
 
 void frmServicio::Contexto(const QString &tipoEquipo, const QString &nombreTipo, const QString &parte,
@@ -77,6 +78,7 @@ void frmServicio::Form_Load()
 {
     Trampa::enEditor(*this, "Form_Load()", 7500085, [&] {
         ui->colorQVX->Aplicar();
+        AlinearCampos();
         formatoProducto = Mascara("FTO_PRODUCTO", "0000000000");
         formatoGasto = Mascara("FTO_TIPO_GASTO");
         if (Nuevo) {
@@ -89,6 +91,18 @@ void frmServicio::Form_Load()
         ui->ssTabQvx->setTab(0);
         ui->txtTipoServicio->setFocus();
     });
+}
+
+// The fields of the two frames below each other begin at one place, however wide the letter is.
+void frmServicio::AlinearCampos()
+{
+    const auto grids = {ui->dServicio, ui->dFrecuencia};
+    int ancho = 0;
+    for (const QGridLayout *grid : grids)
+        for (int fila = 0; fila < grid->rowCount(); ++fila)
+            ancho = std::max(ancho, grid->itemAtPosition(fila, 0)->sizeHint().width());
+    for (QGridLayout *grid : grids)
+        grid->setColumnMinimumWidth(0, ancho);
 }
 
 // The next free key of the equipment type.

@@ -70,6 +70,7 @@ private:
 
     void ConectarEventos();
     QString ClaveNueva() const;
+    void AlinearCampos();
     void ConectarTeclas();
     void ConectarGrid(const Recurso &recurso);
     void DefinirGrids();

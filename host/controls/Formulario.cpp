@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QEventLoop>
+#include <QScreen>
 #include <algorithm>
 
 namespace qvx
@@ -11,8 +12,9 @@ namespace
 {
 
 constexpr int TwipsPorPulgada = 1440;
+constexpr QSize Marco(16, 48); // what a window manager puts around a window
 
-}
+} // namespace
 
 Formulario::Formulario(const QWidget *duena)
     : QWidget(duena->window(), Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowTitleHint)
@@ -30,6 +32,7 @@ void Formulario::Cargar()
 
 void Formulario::MostrarModal()
 {
+    resize(Cabida(*this, size()));
     QEventLoop espera;
     connect(this, &Formulario::Oculto, &espera, &QEventLoop::quit);
     connect(this, &QObject::destroyed, &espera, &QEventLoop::quit);
@@ -55,6 +58,11 @@ int Formulario::Twips(int pixeles) const
 int Formulario::Pixeles(int twips) const
 {
     return std::max(0, twips * logicalDpiX() / TwipsPorPulgada);
+}
+
+QSize Formulario::Cabida(const QWidget &ventana, const QSize &deseada)
+{
+    return deseada.boundedTo(ventana.screen()->availableSize() - Marco);
 }
 
 bool Formulario::event(QEvent *evento)

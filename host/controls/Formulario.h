@@ -34,6 +34,8 @@ public:
     int ScaleHeight() const { return Twips(height()); }
     int Twips(int pixeles) const;
     int Pixeles(int twips) const;
+    // The size wished for a window, no larger than its screen has room for.
+    static QSize Cabida(const QWidget &ventana, const QSize &deseada);
 
 Q_SIGNALS:
     void Descargado();

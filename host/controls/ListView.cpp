@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMimeData>
+#include <algorithm>
 
 namespace comunesQVX
 {
@@ -52,6 +53,21 @@ void ListView::AgregarColumna(const QString &titulo, Qt::Alignment alineacion, i
     headerItem()->setTextAlignment(columna, centrada);
     setColumnWidth(columna, ancho);
     alineaciones.append(centrada);
+}
+
+// No column is narrower than its title, whatever letter and look it is shown in.
+void ListView::AjustarTitulos()
+{
+    for (int columna = 0; columna < columnCount(); ++columna)
+        setColumnWidth(columna, std::max(columnWidth(columna), header()->sectionSizeHint(columna)));
+}
+
+bool ListView::event(QEvent *evento)
+{
+    const bool resultado = QTreeWidget::event(evento);
+    if (evento->type() == QEvent::Show || evento->type() == QEvent::StyleChange || evento->type() == QEvent::FontChange)
+        AjustarTitulos();
+    return resultado;
 }
 
 void ListView::Clear()

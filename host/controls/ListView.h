@@ -36,11 +36,14 @@ Q_SIGNALS:
     void OLEStartDrag(QString &texto);
 
 protected:
+    bool event(QEvent *evento) override;
     void keyPressEvent(QKeyEvent *evento) override;
     void mouseDoubleClickEvent(QMouseEvent *evento) override;
     void startDrag(Qt::DropActions acciones) override;
 
 private:
+    void AjustarTitulos();
+
     QList<Qt::Alignment> alineaciones;
 };
 

@@ -14,6 +14,17 @@ ssTbQvx::ssTbQvx(QWidget *padre) : QTabWidget(padre)
     connect(this, &QTabWidget::currentChanged, this, &ssTbQvx::Click);
 }
 
+void ssTbQvx::IrA(int pagina)
+{
+    setTab(pagina);
+    const QWidget *hoja = widget(pagina);
+    for (QWidget *control = tabBar()->nextInFocusChain(); control != tabBar(); control = control->nextInFocusChain())
+        if (hoja->isAncestorOf(control) && control->focusPolicy() & Qt::TabFocus && control->isVisibleTo(hoja)
+            && control->isEnabled())
+            return control->setFocus(Qt::ShortcutFocusReason);
+    tabBar()->setFocus(Qt::ShortcutFocusReason);
+}
+
 // Of the tab bar only: an Enter that a page left over is not the tab control's.
 bool ssTbQvx::eventFilter(QObject *objeto, QEvent *evento)
 {

@@ -15,6 +15,8 @@ public:
 
     int Tab() const { return currentIndex(); }
     void setTab(int pagina) { setCurrentIndex(pagina); }
+    // Opens a page to work in it: the focus goes to its first field. Nothing on it takes the focus: to its tab.
+    void IrA(int pagina);
 
 Q_SIGNALS:
     void Click(int pagina); // another page was chosen, by the person or in code
