@@ -214,7 +214,8 @@ void Conexion::MostrarAlMotor(const QString &sql)
     const QSqlError error = dialecto->Examinar(base, sql);
     if (error.isValid())
         Rechazar(error, sql);
-    throw ErrorEjecucion(errores::Datos, "La sentencia contiene un carácter inesperado", sql);
+    fallo = {"La sentencia contiene un carácter inesperado", Aclaracion(ClaseDeFallo::Apostrofo)};
+    throw ErrorEjecucion(errores::Datos, fallo.texto, sql);
 }
 
 void Conexion::BeginTrans()
@@ -302,6 +303,7 @@ void Conexion::AsegurarAbierta()
 void Conexion::Rechazar(const QSqlError &error, const QString &sql, bool desenlaceIncierto)
 {
     const QString motivo = dialecto->Explicar(error);
+    fallo = {motivo, Aclaracion(dialecto->Clasificar(error))};
     if (base.isOpen())
         throw ErrorEjecucion(errores::Datos, motivo, sql, error.nativeErrorCode());
     if (desenlaceIncierto)

@@ -40,6 +40,14 @@ public:
     // Without a transaction it does nothing.
     void RollbackTrans();
 
+    // The text of the engine's last error as messages show it, and what it means to the person, "" when that is not
+    // known.
+    struct Fallo {
+        QString texto;
+        QString aclaracion;
+    };
+    const Fallo &UltimoFallo() const { return fallo; }
+
     bool EnTransaccion() const { return estado != Estado::Libre; }
     const Reglas &Conocedor() const { return *reglas; }
     // Takes back a transaction that its event left open, and logs it.
@@ -83,6 +91,7 @@ private:
     int eventos = 0;
     bool leyendo = false;
     QString motivoCondena;
+    Fallo fallo;
     std::function<void()> alEjecutar;
 };
 

@@ -61,6 +61,33 @@ public:
     // Also spares every statement its own locking of the file.
     QString InicioDeLectura() const override { return "BEGIN"; }
 
+    // By the low byte of the code, which the longer codes specify.
+    ClaseDeFallo Clasificar(const QSqlError &error) const override
+    {
+        const QString texto = error.databaseText();
+        switch (error.nativeErrorCode().toInt() & 0xFF) {
+        case 1:
+            return texto.startsWith("no such") ? ClaseDeFallo::SinTablas : ClaseDeFallo::Apostrofo;
+        case 5:
+        case 6:
+            return ClaseDeFallo::Ocupada;
+        case 8:
+            return ClaseDeFallo::SoloLectura;
+        case 10:
+        case 14:
+            return ClaseDeFallo::Disco;
+        case 11:
+        case 26:
+            return ClaseDeFallo::Danada;
+        case 13:
+            return ClaseDeFallo::DiscoLleno;
+        case 19:
+            return texto.startsWith("UNIQUE") ? ClaseDeFallo::ClaveRepetida : ClaseDeFallo::DatoInvalido;
+        default:
+            return ClaseDeFallo::Otra;
+        }
+    }
+
 private:
     // "SELECT dbo.funcion(a, b) AS alias": the engine has no such functions; the function's query stands in for it,
     // and gives no row where the function gives nothing.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "data/Aclaracion.h"
+
 #include <QString>
 #include <QStringList>
 #include <memory>
@@ -24,6 +26,8 @@ public:
     virtual bool SoloHaciaAdelante() const { return true; }
     // What an error of the engine is called in messages: its own text, or what it means to the person.
     virtual QString Explicar(const QSqlError &error) const;
+    // What an error of the engine is to the person.
+    virtual ClaseDeFallo Clasificar(const QSqlError &error) const = 0;
     // What the engine says against a text that is never run; an error without a type when it finds nothing wrong.
     virtual QSqlError Examinar(QSqlDatabase &base, const QString &sql) const;
     // Whether the connection still stands, as far as can be told without asking the engine.

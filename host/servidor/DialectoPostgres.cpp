@@ -2,6 +2,7 @@
 
 #include "servidor/DialectoPostgres.h"
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlDriver>
@@ -60,6 +61,19 @@ public:
         if (codigo == Interbloqueo)
             return "Otra persona cambia los mismos planes al mismo tiempo. Inténtelo de nuevo.";
         return PrimerRenglon(Dialecto::Explicar(error));
+    }
+
+    ClaseDeFallo Clasificar(const QSqlError &error) const override
+    {
+        static const QHash<QString, ClaseDeFallo> clases{
+            {"23505", ClaseDeFallo::ClaveRepetida}, {"42601", ClaseDeFallo::Apostrofo},
+            {"25006", ClaseDeFallo::SoloLectura},   {"53100", ClaseDeFallo::DiscoLleno},
+            {"58030", ClaseDeFallo::Disco},         {"23502", ClaseDeFallo::DatoInvalido},
+            {"23514", ClaseDeFallo::DatoInvalido},  {"22P02", ClaseDeFallo::DatoInvalido},
+            {"22003", ClaseDeFallo::DatoInvalido},  {"42P01", ClaseDeFallo::SinTablas},
+            {"42703", ClaseDeFallo::SinTablas},     {"XX001", ClaseDeFallo::Danada},
+        };
+        return clases.value(error.nativeErrorCode(), ClaseDeFallo::Otra);
     }
 
     // Parsed by the server on its own, since a text sent to be run may hold several statements.

@@ -10,6 +10,18 @@
 namespace qvx
 {
 
+namespace
+{
+
+// What an error of the engine means that a message repeats.
+QString Aclaracion(const QString &mensaje)
+{
+    const Conexion::Fallo &fallo = Sesion::Actual().Conexion().UltimoFallo();
+    return !fallo.texto.isEmpty() && mensaje.contains(fallo.texto) ? fallo.aclaracion : QString();
+}
+
+} // namespace
+
 qvx::Conexion &Sistema::Conexion() const
 {
     return Sesion::Actual().Conexion();
@@ -19,9 +31,13 @@ int Sistema::Mensaje(const QString &texto, int estilo, const QString &titulo, WI
                      const QString &identificador) const
 {
     Sesion &sesion = Sesion::Actual();
-    const QString detalles = std::exchange(sesion.detallesPendientes, {});
-    return sesion.Interaccion().Mensaje(
-        {texto, estilo, titulo, ventana, modulo, identificador, detalles == texto ? QString() : detalles});
+    QString detalles = std::exchange(sesion.detallesPendientes, {});
+    if (detalles == texto)
+        detalles.clear();
+    const QString aclaracion = Aclaracion(texto + detalles);
+    if (!aclaracion.isEmpty())
+        detalles += (detalles.isEmpty() ? "" : "\n\n") + aclaracion;
+    return sesion.Interaccion().Mensaje({texto, estilo, titulo, ventana, modulo, identificador, detalles});
 }
 
 void Sistema::Detallar(const QString &detalles) const
