@@ -1,7 +1,10 @@
 #include "controls/DialogoCatalogo.h"
 
-#include "data/ErrorEjecucion.h"
-#include "plan/Catalogos.h"
+#include "controls/Formulario.h"
+#include "controls/ModeloCatalogo.h"
+#include "controls/SSOleDBGrid.h"
+#include "controls/colorQVX.h"
+#include "controls/txtQVX.h"
 #include "session/Sesion.h"
 
 #include <QCoreApplication>
@@ -11,7 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTreeWidget>
+#include <QTreeView>
 #include <QVBoxLayout>
 
 namespace qvx
@@ -25,6 +28,17 @@ bool MueveLaLista(int tecla)
     return tecla == Qt::Key_Up || tecla == Qt::Key_Down || tecla == Qt::Key_PageUp || tecla == Qt::Key_PageDown;
 }
 
+// The key that whoever asks holds already: a box's text, or the text of the grid's current cell.
+QString ClavePresente(const QWidget *duena)
+{
+    if (const auto *caja = qobject_cast<const textoQVX::txtQVX *>(duena))
+        return caja->Text();
+    for (const QWidget *control = duena ? duena->focusWidget() : nullptr; control; control = control->parentWidget())
+        if (const auto *grid = qobject_cast<const SSDataWidgets_B_OLEDB::SSOleDBGrid *>(control))
+            return grid->currentIndex().data(Qt::EditRole).toString();
+    return {};
+}
+
 } // namespace
 
 QString DialogoCatalogo::Elegir(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
@@ -32,35 +46,48 @@ QString DialogoCatalogo::Elegir(const QString &catalogo, int maximo, const QStri
 {
     DialogoCatalogo dialogo(catalogo, maximo, filtro, duena);
     dialogo.setFont(fuente);
-    dialogo.Llenar();
     return dialogo.exec() == QDialog::Accepted ? dialogo.ClaveElegida() : QString();
 }
 
-DialogoCatalogo::DialogoCatalogo(QString codigo, int maximo_, QString filtro_, QWidget *duena)
-    : QDialog(duena)
-    , catalogo(std::move(codigo))
+// Read once; what is typed then looks among what was read.
+DialogoCatalogo::DialogoCatalogo(const QString &catalogo, int maximo_, const QString &filtro, QWidget *duena)
+    : QDialog(duena ? duena->window() : nullptr)
     , maximo(maximo_)
-    , filtro(std::move(filtro_))
+    , presente(ClavePresente(duena))
+    , modelo(new ModeloCatalogo(LeerEntradas(Sesion::Actual().Conexion(), catalogo, filtro),
+                                CatalogoPorCodigo(catalogo).deProductos, maximo, this))
     , txtBuscar(new QLineEdit(this))
-    , lvEntradas(new QTreeWidget(this))
+    , lvEntradas(new QTreeView(this))
     , aviso(new QLabel(" ", this))
 {
+    coloresQVX::colorQVX::AplicarA(*this);
     setWindowTitle(CatalogoPorCodigo(catalogo).titulo);
-    resize(560, 440);
+    Disponer();
+    connect(txtBuscar, &QLineEdit::textChanged, this, &DialogoCatalogo::Filtrar);
+    connect(modelo, &QAbstractItemModel::modelReset, this, &DialogoCatalogo::Avisar);
+    connect(lvEntradas->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { cmdAceptar->setEnabled(!ClaveElegida().isEmpty()); });
+    connect(lvEntradas, &QTreeView::doubleClicked, this, &QDialog::accept);
+    Avisar();
+}
 
+void DialogoCatalogo::Disponer()
+{
     txtBuscar->setObjectName("txtBuscar");
-    txtBuscar->setPlaceholderText("Escriba parte de la clave o de la descripción");
+    txtBuscar->setPlaceholderText("Escriba palabras de la clave o de la descripción");
     txtBuscar->setAccessibleName("Buscar");
     txtBuscar->setClearButtonEnabled(true);
     txtBuscar->installEventFilter(this);
 
     lvEntradas->setObjectName("lvEntradas");
     lvEntradas->setAccessibleName("Entradas del catálogo");
-    lvEntradas->setHeaderLabels({"Clave", "Descripción"});
     lvEntradas->setRootIsDecorated(false);
     lvEntradas->setUniformRowHeights(true);
     lvEntradas->setAllColumnsShowFocus(true);
     lvEntradas->setAlternatingRowColors(true);
+    lvEntradas->setModel(modelo);
+    lvEntradas->header()->setSortIndicator(ModeloCatalogo::Clave, Qt::AscendingOrder);
+    lvEntradas->setSortingEnabled(true);
 
     aviso->setObjectName("lblAviso");
     aviso->setWordWrap(true);
@@ -71,60 +98,67 @@ DialogoCatalogo::DialogoCatalogo(QString codigo, int maximo_, QString filtro_, Q
     cmdAceptar->setObjectName("cmdAceptar");
     cmdAceptar->setEnabled(false);
     botones->addButton("Cancelar", QDialogButtonBox::RejectRole)->setObjectName("cmdCancelar");
+    connect(botones, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto *columna = new QVBoxLayout(this);
+    columna->setContentsMargins(14, 14, 14, 12);
     columna->addWidget(txtBuscar);
     columna->addWidget(lvEntradas);
     columna->addWidget(aviso);
     columna->addWidget(botones);
     txtBuscar->setFocus();
-
-    connect(txtBuscar, &QLineEdit::textChanged, this, &DialogoCatalogo::AlEscribir);
-    connect(lvEntradas, &QTreeWidget::itemSelectionChanged, this,
-            [this] { cmdAceptar->setEnabled(!ClaveElegida().isEmpty()); });
-    connect(lvEntradas, &QTreeWidget::itemDoubleClicked, this, &QDialog::accept);
-    connect(botones, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    resize(Formulario::Cabida(*this, {modelo->columnCount() > ModeloCatalogo::Unidad ? 720 : 560, 440}));
 }
 
-// Nothing is chosen until the person types or moves, so that a careless Enter takes nothing.
-void DialogoCatalogo::Llenar()
+// In the letter and the look that it is shown in: the description takes the room that the others leave.
+void DialogoCatalogo::PonerColumnas()
 {
-    lvEntradas->clear();
+    QHeaderView *titulos = lvEntradas->header();
+    titulos->setStretchLastSection(false);
+    for (int columna = 0; columna < modelo->columnCount(); ++columna) {
+        titulos->setSectionResizeMode(columna, columna == ModeloCatalogo::Descripcion ? QHeaderView::Stretch
+                                                                                      : QHeaderView::Interactive);
+        if (columna != ModeloCatalogo::Descripcion)
+            lvEntradas->resizeColumnToContents(columna);
+    }
+}
+
+// Without a key of its own nothing is chosen until the person types or moves, so that a careless Enter takes nothing.
+void DialogoCatalogo::showEvent(QShowEvent *evento)
+{
+    QDialog::showEvent(evento);
+    PonerColumnas();
+    ElegirFila(presente.isEmpty() ? -1 : modelo->FilaDe(presente));
+}
+
+void DialogoCatalogo::Filtrar()
+{
     const QString texto = txtBuscar->text().trimmed();
-    auto entradas = BuscarEntradas(Sesion::Actual().Conexion(), catalogo, texto, filtro, maximo == 0 ? 0 : maximo + 1);
-    const bool cortada = maximo > 0 && entradas.size() > maximo;
-    if (cortada)
-        entradas.removeLast();
+    modelo->Buscar(texto);
+    ElegirFila(!texto.isEmpty() && modelo->rowCount() > 0 ? 0 : -1);
+}
 
-    QList<QTreeWidgetItem *> filas;
-    filas.reserve(entradas.size());
-    for (const auto &[clave, descripcion] : entradas)
-        filas.append(new QTreeWidgetItem(QStringList{clave, descripcion}));
-    lvEntradas->addTopLevelItems(filas);
-    lvEntradas->resizeColumnToContents(0);
-    if (!texto.isEmpty() && !filas.isEmpty())
-        lvEntradas->setCurrentItem(filas.first());
+void DialogoCatalogo::ElegirFila(int fila)
+{
+    lvEntradas->setCurrentIndex(modelo->index(fila, 0));
+    if (fila >= 0)
+        lvEntradas->scrollTo(modelo->index(fila, 0), QAbstractItemView::PositionAtCenter);
+    cmdAceptar->setEnabled(fila >= 0);
+}
 
-    if (cortada)
+void DialogoCatalogo::Avisar()
+{
+    if (modelo->Cortado())
         aviso->setText(QString("Se muestran las primeras %1; escriba para acotar").arg(maximo));
     else
-        aviso->setText(filas.isEmpty() ? "Ninguna entrada coincide" : " ");
-}
-
-void DialogoCatalogo::AlEscribir()
-{
-    try {
-        Llenar();
-    } catch (const ErrorEjecucion &error) {
-        aviso->setText(error.Descripcion());
-    }
+        aviso->setText(modelo->rowCount() == 0 ? "Ninguna entrada coincide" : " ");
 }
 
 QString DialogoCatalogo::ClaveElegida() const
 {
-    const auto elegidas = lvEntradas->selectedItems();
-    return elegidas.isEmpty() ? QString() : elegidas.first()->text(0);
+    const QModelIndexList elegidas = lvEntradas->selectionModel()->selectedRows();
+    return elegidas.isEmpty() ? QString() : modelo->ClaveDe(elegidas.constFirst().row());
 }
 
 bool DialogoCatalogo::eventFilter(QObject *objeto, QEvent *evento)

@@ -137,7 +137,7 @@ void txtQVX::Buscar()
     if (!OfreceBusqueda())
         return;
     try {
-        const QString clave = qvx::Sesion::Actual().Interaccion().BuscarEnCatalogo(catalogo, 0, {}, font(), window());
+        const QString clave = qvx::Sesion::Actual().Interaccion().BuscarEnCatalogo(catalogo, 0, {}, font(), this);
         if (!clave.isEmpty())
             Elegir(clave);
     } catch (const qvx::ErrorEjecucion &error) {

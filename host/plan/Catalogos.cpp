@@ -20,17 +20,20 @@ const QList<Catalogo> &Todos()
         {"PRIORIDAD_SERVICIO", "Prioridades", "Prioridad_Servicio", "Ps_Cve_Prioridad", "Ps_Descripcion", ""},
         {"UNIDAD", "Unidades de medida", "Unidad", "Un_Cve_Unidad", "Un_Descripcion", ""},
         {"TIPO_GASTO", "Tipos de gasto", "Tipo_Gasto", "Tg_Cve_Tipo_Gasto", "Tg_Descripcion", ""},
-        {"PRODUCTO_MANO_OBRA", "Mano de obra", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "Pr_Clase = 'MO'"},
-        {"PRODUCTO_REFACCION", "Refacciones", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "Pr_Clase = 'RE'"},
-        {"PRODUCTO_HERRAMIENTA", "Herramientas", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "Pr_Clase = 'HE'"},
+        {"PRODUCTO_MANO_OBRA", "Mano de obra", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "Pr_Clase = 'MO'",
+         true},
+        {"PRODUCTO_REFACCION", "Refacciones", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "Pr_Clase = 'RE'", true},
+        {"PRODUCTO_HERRAMIENTA", "Herramientas", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "Pr_Clase = 'HE'",
+         true},
     };
     return catalogos;
 }
 
-QString SentenciaDe(const Catalogo &catalogo, const QString &condicion)
+QString SentenciaDe(const Catalogo &catalogo, const QString &condicion, const QString &otrasColumnas = {})
 {
-    QString sql = "SELECT " + catalogo.columnaClave + " AS Clave, " + catalogo.columnaDescripcion
-                  + " AS Descripcion FROM " + catalogo.tabla + " WHERE Es_Cve_Estado <> 'BA' AND Es_Cve_Estado <> 'CA'";
+    QString sql = "SELECT " + catalogo.columnaClave + " AS Clave, " + catalogo.columnaDescripcion + " AS Descripcion"
+                  + otrasColumnas + " FROM " + catalogo.tabla
+                  + " WHERE Es_Cve_Estado <> 'BA' AND Es_Cve_Estado <> 'CA'";
     for (const QString &otra : {catalogo.condicion, condicion})
         if (!otra.isEmpty())
             sql += " AND " + otra;
@@ -56,19 +59,29 @@ QString DescripcionDeCatalogo(Conexion &conexion, const QString &codigo, const Q
     return fila.Eof() ? QString() : fila["Descripcion"];
 }
 
-// Compared here, not in the statement: the engines do not fold accented letters alike.
-QList<QPair<QString, QString>> BuscarEntradas(Conexion &conexion, const QString &codigo, const QString &texto,
-                                              const QString &filtro, int maximo)
+QList<EntradaCatalogo> LeerEntradas(Conexion &conexion, const QString &codigo, const QString &filtro)
 {
-    QList<QPair<QString, QString>> entradas;
-    auto filas = conexion.Execute(SentenciaDe(CatalogoPorCodigo(codigo), filtro));
-    for (; !filas.Eof() && (maximo == 0 || entradas.size() < maximo); filas.MoveNext()) {
-        const QString clave = filas["Clave"];
-        const QString descripcion = filas["Descripcion"];
-        if (clave.contains(texto, Qt::CaseInsensitive) || descripcion.contains(texto, Qt::CaseInsensitive))
-            entradas.append({clave, descripcion});
+    const Catalogo &catalogo = CatalogoPorCodigo(codigo);
+    const QString columnas =
+        catalogo.deProductos ? ", Pr_Unidad_Control_1 AS Unidad, Pr_Costo_Estandar AS Costo" : QString();
+    QList<EntradaCatalogo> entradas;
+    for (auto filas = conexion.Execute(SentenciaDe(catalogo, filtro, columnas)); !filas.Eof(); filas.MoveNext()) {
+        EntradaCatalogo entrada{filas["Clave"], filas["Descripcion"], {}, 0};
+        if (catalogo.deProductos) {
+            entrada.unidad = filas["Unidad"];
+            entrada.costo = filas.Numero("Costo");
+        }
+        entradas.append(entrada);
     }
     return entradas;
+}
+
+// Here, not in a statement: the engines do not fold accented letters alike.
+QString Plegado(const QString &texto)
+{
+    QString plegado = texto.normalized(QString::NormalizationForm_D).toCaseFolded();
+    plegado.removeIf([](QChar letra) { return letra.category() == QChar::Mark_NonSpacing; });
+    return plegado;
 }
 
 } // namespace qvx

@@ -17,7 +17,15 @@ struct Catalogo {
     QString tabla;
     QString columnaClave;
     QString columnaDescripcion;
-    QString condicion; // of its own rows, "" for all
+    QString condicion;        // of its own rows, "" for all
+    bool deProductos = false; // entries have a unit and a cost
+};
+
+struct EntradaCatalogo {
+    QString clave;
+    QString descripcion;
+    QString unidad;
+    double costo = 0;
 };
 
 // Raises ElementoNoEncontrado for a code that no catalogue has.
@@ -26,9 +34,10 @@ const Catalogo &CatalogoPorCodigo(const QString &codigo);
 // The description of an entry on offer, "" for an unknown or retired key. Raises data errors.
 QString DescripcionDeCatalogo(Conexion &conexion, const QString &codigo, const QString &clave);
 
-// Keys and descriptions of the entries on offer whose key or description holds the text (any letter case), by key;
-// at most maximo, 0 for all. filtro: a further condition in SQL, "" for none. Raises data errors.
-QList<QPair<QString, QString>> BuscarEntradas(Conexion &conexion, const QString &codigo, const QString &texto,
-                                              const QString &filtro, int maximo);
+// The entries on offer, by key. filtro: a further condition in SQL, "" for none. Raises data errors.
+QList<EntradaCatalogo> LeerEntradas(Conexion &conexion, const QString &codigo, const QString &filtro);
+
+// The text without letter case and without accents, as it is searched: "GRÚA" and "grua" are one.
+QString Plegado(const QString &texto);
 
 } // namespace qvx

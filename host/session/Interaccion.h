@@ -58,6 +58,7 @@ public:
     virtual int Mensaje(const Aviso &aviso) = 0;
 
     // Lets the person choose a key of a catalogue; "" when nothing was chosen. maximo: rows shown at once, 0 for all.
+    // duena: the box or the form that asks, which may hold a key already.
     virtual QString BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
                                      QWidget *duena) = 0;
 
