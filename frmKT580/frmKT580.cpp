@@ -154,9 +154,9 @@ void frmKT580::txtTipoEquipo_Change()
     tipoValido = TipoValido();
     VaciarServicios();
     ui->tvPartes->Clear();
-    Estado estado = ui->Controles->Ofrecido();
-    estado.extras = {ordenes::Ninguna, ordenes::ImportarXml, tipoValido ? ordenes::CopiarPlan : ordenes::Ninguna};
-    ui->Controles->Ofrecer(estado);
+    // The tree is empty: there is no part that a command could be meant for.
+    ui->Controles->Ofrecer(
+        {.extras = {ordenes::Ninguna, ordenes::ImportarXml, tipoValido ? ordenes::CopiarPlan : ordenes::Ninguna}});
 }
 
 // The toolbar follows: a choice is confirmed first, and resolved at once.

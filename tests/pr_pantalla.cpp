@@ -29,6 +29,7 @@ void PrPantalla::tipos()
         QCOMPARE(Lista().toolTip(), "Presione Supr para eliminar un servicio");
         QTest::keyClick(Tipo().findChild<QLineEdit *>(), Qt::Key_A);
         QCOMPARE(Arbol().Count() + Lista().Count(), 0); // emptied at once
+        QVERIFY(Barras().startsWith("00000||Importar XML|"));
         Escribir(Tipo(), clave);
         QCOMPARE(Tipo().Text() + " " + escenario->De<txtQVX>("txtNTipoEquipo").Text(), forma);
         QCOMPARE(Arbol().Count(), nodos);
