@@ -20,6 +20,14 @@ bool EsServicio(const qvx::Correccion &fila)
     return fila.suelto.clase == qvx::Suelto::Clase::Servicio;
 }
 
+// Where what is told here is corrected.
+QString Destino(const qvx::Suelto &suelto)
+{
+    if (!suelto.SeCorrige())
+        return "(en el servicio)";
+    return suelto.clase == qvx::Suelto::Clase::Parte ? "RAIZ" : "(elija una parte)";
+}
+
 QString Cuantos(qsizetype cuantos, const QString &uno, const QString &varios)
 {
     return QString::number(cuantos) + " " + (cuantos == 1 ? uno : varios);
@@ -75,10 +83,11 @@ void DialogoIntegridad::Buscar()
     QList<QTreeWidgetItem *> renglones;
     for (const qvx::Suelto &suelto : sueltos) {
         filas.append({suelto, {}});
-        const bool servicio = EsServicio(filas.constLast());
-        renglones.append(
-            new QTreeWidgetItem({suelto.tipoEquipo, servicio ? "Servicio" : "Parte", suelto.clave, suelto.descripcion,
-                                 suelto.motivo, servicio ? "(elija una parte)" : "RAIZ"}));
+        const bool parte = suelto.clase == qvx::Suelto::Clase::Parte;
+        renglones.append(new QTreeWidgetItem({suelto.tipoEquipo, parte ? "Parte" : "Servicio", suelto.clave,
+                                              suelto.descripcion, suelto.motivo, Destino(suelto)}));
+        if (!suelto.SeCorrige())
+            renglones.constLast()->setFlags(Qt::ItemIsEnabled);
     }
     ui->lvSueltos->addTopLevelItems(renglones);
     for (int columna = 0; columna < ColumnaDestino; ++columna)

@@ -6,6 +6,7 @@
 #include "plan/Cambios.h"
 #include "plan/Claves.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <utility>
@@ -174,6 +175,48 @@ private:
     std::set<std::pair<QString, QString>> anillosAbiertos; // equipment type and ring
 };
 
+// With the service that the lines are of: its folio, its part and its description.
+const QString DeRenglones =
+    " FROM Plan_Mantenimiento_Detalle d LEFT JOIN Plan_Mantenimiento s ON s.Te_Cve_Tipo_Equipo = d.Te_Cve_Tipo_Equipo "
+    "AND s.Pm_ID = d.Pm_ID LEFT JOIN Tipo_Servicio t ON t.Ts_Cve_Tipo_Servicio = s.Ts_Cve_Tipo_Servicio WHERE ";
+const QString Servicio = "d.Te_Cve_Tipo_Equipo, d.Pm_ID, d.Tep_ID, t.Ts_Descripcion";
+
+void AgregarRenglones(std::map<QString, QList<Suelto>> &porTipo, Recordset filas,
+                      const std::function<QString(const Recordset &)> &motivo)
+{
+    for (; !filas.Eof(); filas.MoveNext()) {
+        const QString tipo = SinBlancosAlFinal(filas["Te_Cve_Tipo_Equipo"]);
+        porTipo[tipo].append(
+            {Suelto::Clase::Renglones, tipo, SinBlancosAlFinal(filas["Pm_ID"]), filas["Ts_Descripcion"],
+             motivo(filas) + ": corríjalo en el servicio, parte " + SinBlancosAlFinal(filas["Tep_ID"])});
+    }
+}
+
+// Keys that no catalogue has, by column and catalogue, and spare parts that no expense type pays for.
+void BuscarRenglones(Conexion &conexion, std::map<QString, QList<Suelto>> &porTipo)
+{
+    const auto ajenos = [&](const QString &columna, const QString &tabla, const QString &clave, const QString &que) {
+        auto filas =
+            conexion.Execute("SELECT " + Servicio + ", d.Pmd_ID, d." + columna + " AS Clave" + DeRenglones + "d."
+                             + columna + " <> '' AND NOT EXISTS (SELECT 1 FROM " + tabla + " c WHERE c." + clave
+                             + " = d." + columna + ") ORDER BY d.Te_Cve_Tipo_Equipo, d.Pm_ID, d.Pmd_ID");
+        AgregarRenglones(porTipo, std::move(filas), [&](const Recordset &fila) {
+            return que + " «" + SinBlancosAlFinal(fila["Clave"]) + "» de su renglón "
+                   + SinBlancosAlFinal(fila["Pmd_ID"]) + " no está en el catálogo";
+        });
+    };
+    ajenos("Pr_Cve_Producto", "Producto", "Pr_Cve_Producto", "El producto");
+    ajenos("Pmd_Tipo_Gasto", "Tipo_Gasto", "Tg_Cve_Tipo_Gasto", "El tipo de gasto");
+    AgregarRenglones(porTipo,
+                     conexion.Execute("SELECT " + Servicio + ", COUNT(*) AS Cuantas" + DeRenglones
+                                      + "d.Pmd_Tipo = '02' AND d.Pmd_Tipo_Gasto = '' GROUP BY " + Servicio
+                                      + " ORDER BY d.Te_Cve_Tipo_Equipo, d.Pm_ID"),
+                     [](const Recordset &fila) {
+                         return "Tiene " + fila["Cuantas"] + (fila["Cuantas"] == "1" ? " refacción" : " refacciones")
+                                + " sin tipo de gasto";
+                     });
+}
+
 } // namespace
 
 QList<Suelto> BuscarSueltos(Conexion &conexion)
@@ -194,6 +237,7 @@ QList<Suelto> BuscarSueltos(Conexion &conexion)
                               servicios["Descripcion"],
                               "Su parte «" + SinBlancosAlFinal(servicios["Parte"]) + "» no existe"});
     }
+    BuscarRenglones(conexion, porTipo);
 
     QList<Suelto> sueltos;
     for (const auto &[tipo, delTipo] : porTipo)
@@ -219,7 +263,7 @@ Corregidos CorregirSueltos(Conexion &conexion, const Firmante &firmante, const Q
     for (const Correccion &correccion : correcciones) {
         if (correccion.suelto.clase == Suelto::Clase::Parte)
             corregidos.partes += corrector.CorregirParte(correccion.suelto) ? 1 : 0;
-        else
+        else if (correccion.suelto.clase == Suelto::Clase::Servicio)
             corregidos.servicios += corrector.CorregirServicio(correccion.suelto, correccion.destino) ? 1 : 0;
     }
     transaccion.Confirmar();
