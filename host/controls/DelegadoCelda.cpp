@@ -115,7 +115,7 @@ void DelegadoCelda::updateEditorGeometry(QWidget *editor, const QStyleOptionView
 bool DelegadoCelda::helpEvent(QHelpEvent *evento, QAbstractItemView *vista, const QStyleOptionViewItem &opcion,
                               const QModelIndex &indice)
 {
-    if (evento->type() != QEvent::ToolTip || !indice.isValid())
+    if (evento->type() != QEvent::ToolTip || !indice.isValid() || !indice.data(Qt::ToolTipRole).toString().isEmpty())
         return QStyledItemDelegate::helpEvent(evento, vista, opcion, indice);
     QStyleOptionViewItem celda = opcion;
     initStyleOption(&celda, indice);

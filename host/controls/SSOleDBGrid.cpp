@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QIcon>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
@@ -19,6 +20,9 @@ namespace
 
 // A longer text might stand for a number too large for one; a painted cell must not raise errors.
 constexpr int LargoNumeroMostrado = 300;
+
+// Seen on light and on dark cells alike.
+constexpr QColor ColorDeAviso(242, 193, 78, 90);
 
 // Holds the plain text and shows it in its column's format; a text that is no number is shown as it stands.
 class ItemNumero : public QTableWidgetItem
@@ -157,6 +161,21 @@ void SSOleDBGrid::PonerTexto(int fila, int columna, const QString &texto)
         celda->setText(texto);
     else if (!texto.isEmpty())
         setItem(fila, columna, formato.isEmpty() ? new QTableWidgetItem(texto) : new ItemNumero(texto, formato));
+    // A key is known when it is given its description.
+    if (columnas.at(columna).boton)
+        MarcarClave(fila, columna, !texto.isEmpty());
+    else if (columna > 0 && columnas.at(columna - 1).boton)
+        MarcarClave(fila, columna - 1, texto.isEmpty() && !Texto(fila, columna - 1).isEmpty());
+}
+
+void SSOleDBGrid::MarcarClave(int fila, int columna, bool desconocida)
+{
+    QTableWidgetItem *celda = item(fila, columna);
+    if (!celda || desconocida == celda->data(Qt::DecorationRole).isValid())
+        return;
+    celda->setData(Qt::DecorationRole, desconocida ? QIcon(":/controls/mensaje_exclamacion.svg") : QVariant());
+    celda->setData(Qt::BackgroundRole, desconocida ? QBrush(ColorDeAviso) : QVariant());
+    celda->setToolTip(desconocida ? "La clave no está en el catálogo, o está dada de baja" : QString());
 }
 
 QString SSOleDBGrid::Celda(int fila, const QString &columna) const
@@ -262,8 +281,14 @@ void SSOleDBGrid::AjustarColumnas()
     const int total = std::accumulate(anchos.cbegin(), anchos.cend(), 0);
     const int holgura = total - std::accumulate(minimos.cbegin(), minimos.cend(), 0);
     const int falta = std::clamp(total - viewport()->width(), 0, holgura);
-    for (int i = 0; i < columnas.size() && falta > 0; ++i)
-        anchos[i] -= falta * (anchos.at(i) - minimos.at(i)) / holgura;
+    // Each takes its part of what is left to take: rounding leaves nothing over.
+    for (int i = 0, resto = falta, de = holgura; i < columnas.size() && resto > 0; ++i) {
+        const int propia = anchos.at(i) - minimos.at(i);
+        const int quita = de > 0 ? (resto * propia + de - 1) / de : 0;
+        anchos[i] -= quita;
+        resto -= quita;
+        de -= propia;
+    }
     const int sobra = viewport()->width() - std::accumulate(anchos.cbegin(), anchos.cend(), 0);
     if (const int elastica = ColumnaElastica(); elastica >= 0)
         anchos[elastica] = std::max(minimos.at(elastica), anchos.at(elastica) + sobra);

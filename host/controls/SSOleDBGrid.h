@@ -14,7 +14,7 @@ struct Columna {
     QString formato = {};   // number format of the display ("#,##0.00#######"), "" for a text column
     int ancho = 96;         // pixels at scale 1
     bool bloqueada = false; // not typed into
-    bool boton = false;     // key cell: a search button, also F3
+    bool boton = false;     // key cell: a search button, also F3; the column behind it describes the key
 };
 
 // The host's grid: named columns, cells that hold plain text (numbers unrounded, "1234.5") and show it in the column's
@@ -77,6 +77,7 @@ private:
     const Columna &ColumnaDe(const QModelIndex &indice) const { return columnas.at(indice.column()); }
     QString Texto(int fila, int columna) const;
     void PonerTexto(int fila, int columna, const QString &texto);
+    void MarcarClave(int fila, int columna, bool desconocida);
     void AgregarRenglonBlanco();
     void RenglonBlancoEmpieza();
     void MarcarRenglon(int fila, const QString &marca);
