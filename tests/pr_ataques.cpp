@@ -4,6 +4,7 @@
 #include "xml/EsquemaXml.h"
 
 #include <QClipboard>
+#include <QLabel>
 #include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
@@ -148,6 +149,7 @@ void PrAtaques::formas()
         QStringList editadas{"Plan_Mantenimiento|0900|0002|000001|", "Plan_Mantenimiento_Detalle|0900|0002|000001|"};
         QString escrito;
         bool guardada = false;
+        bool avisada = false; // beside the field
         const auto llenar = [&](QWidget &forma) {
             if (pagina > 0) {
                 SSOleDBGrid &tabla = Grid(forma, grid);
@@ -168,6 +170,7 @@ void PrAtaques::formas()
                 editadas = QStringList{"Tipo_Equipo_Parte|0900|" + Caja(forma, "txtClave").Text() + "|"};
             Aceptar(forma);
             guardada = !forma.isVisible();
+            avisada = forma.findChild<QLabel *>("avisoCampo");
         };
         if (comando.isEmpty())
             EnElServicio("N0002", "000001", llenar);

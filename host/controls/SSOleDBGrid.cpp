@@ -60,6 +60,14 @@ public:
             QItemSelectionModel::setCurrentIndex(destino, orden);
     }
 
+    // Nothing else is selected while the current cell cannot be left.
+    using QItemSelectionModel::select;
+    void select(const QItemSelection &seleccion, SelectionFlags orden) override
+    {
+        if (grid.ReparoDelEditor().isEmpty())
+            QItemSelectionModel::select(seleccion, orden);
+    }
+
 private:
     SSOleDBGrid &grid;
 };
