@@ -176,7 +176,7 @@ void PrAtaques::formas()
             EnElServicio("N0002", "000001", llenar);
         else
             EnLaParte("N0005", comando, llenar);
-        QVERIFY2(guardada || !Mensajes().isEmpty(), qPrintable(texto.left(80)));
+        QVERIFY2(guardada || avisada || !Mensajes().isEmpty(), qPrintable(texto.left(80)));
         Mensajes();
         Revisar(texto, guardada ? editadas : QStringList());
         if (guardada && !guardado.isEmpty())
