@@ -65,6 +65,7 @@ DialogoIntegridad::DialogoIntegridad(QWidget *duena) : QDialog(duena), ui(std::m
 {
     ui->setupUi(this);
     coloresQVX::colorQVX::AplicarA(*this);
+    ui->lvSueltos->ensurePolished(); // rows measured before the first show would keep the height of another look
     connect(ui->lvSueltos, &QTreeWidget::itemSelectionChanged, this,
             [this] { ConTrampa([this] { AlSeleccionar(); }); });
     connect(ui->cboParte, &QComboBox::activated, this, [this] { ConTrampa([this] { AlElegirParte(); }); });

@@ -100,7 +100,8 @@ void frmServicio::AlinearCampos()
     int ancho = 0;
     for (const QGridLayout *grid : grids)
         for (int fila = 0; fila < grid->rowCount(); ++fila)
-            ancho = std::max(ancho, grid->itemAtPosition(fila, 0)->sizeHint().width());
+            if (const QLayoutItem *etiqueta = grid->itemAtPosition(fila, 0))
+                ancho = std::max(ancho, etiqueta->sizeHint().width());
     for (QGridLayout *grid : grids)
         grid->setColumnMinimumWidth(0, ancho);
 }

@@ -58,7 +58,7 @@ Controles::Controles(QWidget *padre) : QToolBar(padre)
 QAction *Controles::Agregar(const QString &nombre, const QString &texto, const QString &icono,
                             const QKeySequence &atajo, void (Controles::*senal)())
 {
-    QAction *orden = addAction(QIcon(":/controls/" + icono + ".svg"), texto);
+    QAction *orden = addAction(icono.isEmpty() ? QIcon() : QIcon(":/controls/" + icono + ".svg"), texto);
     orden->setObjectName(nombre);
     orden->setShortcut(atajo);
     orden->setAutoRepeat(false);

@@ -1,14 +1,17 @@
 #include "controls/InteraccionQt.h"
 
 #include "controls/DialogoCatalogo.h"
+#include "controls/Formulario.h"
 #include "controls/colorQVX.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFormLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QTreeView>
 
 namespace qvx
 {
@@ -21,7 +24,8 @@ constexpr int Reintentar = 4;
 constexpr int Omitir = 5;
 
 constexpr int AnchoInformacion = 360;
-constexpr double LetraPequena = 0.85; // of the box's letter
+constexpr QSize TamanoArchivos(760, 480); // its columns are seen whole
+constexpr double LetraPequena = 0.85;     // of the box's letter
 
 struct Boton {
     int respuesta;
@@ -187,6 +191,9 @@ QString InteraccionQt::ElegirArchivo(const PeticionArchivo &peticion, QWidget *d
 {
     QFileDialog dialogo(duena, peticion.titulo);
     coloresQVX::colorQVX::AplicarA(dialogo);
+    dialogo.resize(Formulario::Cabida(dialogo, TamanoArchivos));
+    if (auto *archivos = dialogo.findChild<QTreeView *>("treeView"))
+        archivos->header()->setStretchLastSection(true);
     dialogo.setAcceptMode(peticion.paraGuardar ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialogo.setFileMode(peticion.paraGuardar ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     const QString patron = peticion.filtro.section(QLatin1Char('|'), 1);

@@ -55,17 +55,24 @@ void ListView::AgregarColumna(const QString &titulo, Qt::Alignment alineacion, i
     alineaciones.append(centrada);
 }
 
-// No column is narrower than its title, whatever letter and look it is shown in.
+// No column is narrower than its title, whatever letter and look it is shown in; while the list is empty none is wider,
+// where the list is too narrow for all.
 void ListView::AjustarTitulos()
 {
-    for (int columna = 0; columna < columnCount(); ++columna)
+    int total = 0;
+    for (int columna = 0; columna < columnCount(); ++columna) {
         setColumnWidth(columna, std::max(columnWidth(columna), header()->sectionSizeHint(columna)));
+        total += columnWidth(columna);
+    }
+    for (int columna = 0; columna < columnCount() && Count() == 0 && total > viewport()->width(); ++columna)
+        setColumnWidth(columna, header()->sectionSizeHint(columna));
 }
 
 bool ListView::event(QEvent *evento)
 {
     const bool resultado = QTreeWidget::event(evento);
-    if (evento->type() == QEvent::Show || evento->type() == QEvent::StyleChange || evento->type() == QEvent::FontChange)
+    if (evento->type() == QEvent::Show || evento->type() == QEvent::Resize || evento->type() == QEvent::StyleChange
+        || evento->type() == QEvent::FontChange)
         AjustarTitulos();
     return resultado;
 }

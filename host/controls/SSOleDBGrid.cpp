@@ -270,7 +270,7 @@ int SSOleDBGrid::ColumnaElastica() const
     return elastica;
 }
 
-// Titles and numbers are never cut off. Where there is too little room, the columns give up what their titles and
+// Titles, keys and numbers are never cut off. Where there is too little room, the columns give up what their titles and
 // texts do not need, each in proportion.
 void SSOleDBGrid::AjustarColumnas()
 {
@@ -282,7 +282,8 @@ void SSOleDBGrid::AjustarColumnas()
     for (int i = 0; i < columnas.size(); ++i) {
         const Columna &columna = columnas.at(i);
         contenidos[i] = std::max(contenidos.at(i), sizeHintForColumn(i));
-        const int contenido = columna.formato.isEmpty() ? std::min(contenidos.at(i), columna.ancho) : contenidos.at(i);
+        const bool entera = columna.boton || !columna.formato.isEmpty();
+        const int contenido = entera ? contenidos.at(i) : std::min(contenidos.at(i), columna.ancho);
         minimos.append(std::max(contenido, horizontalHeader()->sectionSizeHint(i)));
         anchos.append(std::max(columna.ancho, minimos.at(i)));
     }

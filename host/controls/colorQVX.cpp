@@ -35,6 +35,8 @@ QMenuBar::item:selected { background-color: @roce; }
 QMenuBar::item:pressed { background-color: @pulsado; }
 QStatusBar { border-top: 1px solid @borde; }
 QStatusBar::item { border: none; }
+QStatusBar QLabel { padding: 1px 6px; }
+QScrollArea, QScrollArea > QWidget > QWidget { background-color: transparent; }
 QMessageBox { messagebox-critical-icon: url(:/controls/mensaje_critico.svg);
               messagebox-question-icon: url(:/controls/mensaje_pregunta.svg);
               messagebox-warning-icon: url(:/controls/mensaje_exclamacion.svg);
@@ -90,12 +92,11 @@ QAbstractItemView:focus { border: 2px solid @acento; padding: 0; }
 QAbstractItemView:disabled { background-color: @fijo; color: @texto; }
 QTreeView::item { padding: 3px 4px; }
 QTreeView::branch { background-color: transparent; }
-QTreeView::branch:selected:active { background-color: @acento; }
-QTreeView::branch:selected:!active { background-color: @reposo; }
+QTreeView::branch:selected { background-color: @acento; }
 QTreeView::branch:has-children:closed { image: url(:/controls/rama_cerrada.svg); }
 QTreeView::branch:has-children:open { image: url(:/controls/rama_abierta.svg); }
-QTreeView::branch:has-children:closed:selected:active { image: url(:/controls/rama_cerrada_elegida.svg); }
-QTreeView::branch:has-children:open:selected:active { image: url(:/controls/rama_abierta_elegida.svg); }
+QTreeView::branch:has-children:closed:selected { image: url(:/controls/rama_cerrada_elegida.svg); }
+QTreeView::branch:has-children:open:selected { image: url(:/controls/rama_abierta_elegida.svg); }
 QHeaderView { background-color: @fijo; border: none; border-radius: 0; padding: 0; font-weight: bold; }
 QHeaderView::section { background-color: @fijo; color: @texto; border: none; border-right: 1px solid @borde;
                        border-bottom: 1px solid @borde; padding: 5px 3px; }
@@ -184,6 +185,7 @@ public:
     {
         Poner();
         ventana.installEventFilter(this);
+        ventana.window()->installEventFilter(this); // windows alone hear of the desktop
     }
 
     static bool Lleva(const QWidget &ventana)
@@ -206,6 +208,8 @@ public:
     {
         if (evento->type() == QEvent::ApplicationPaletteChange)
             Poner();
+        else if (evento->type() == QEvent::ParentChange && objeto == &ventana)
+            AlMudarse();
         return QObject::eventFilter(objeto, evento);
     }
 
@@ -216,6 +220,18 @@ private:
         ventana.setAutoFillBackground(true);
         if (!Heredado(ventana))
             ventana.setStyleSheet(HojaConColores());
+    }
+
+    // Into a window that is dressed itself, the form takes all from there.
+    void AlMudarse()
+    {
+        ventana.window()->installEventFilter(this);
+        if (ventana.isWindow() || !Heredado(ventana))
+            return;
+        ventana.setStyleSheet({});
+        ventana.setPalette({});
+        ventana.setAutoFillBackground(false);
+        deleteLater();
     }
 
     QWidget &ventana;

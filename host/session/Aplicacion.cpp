@@ -32,6 +32,21 @@ void Avisar(const QString &error)
         Sistema().Mensaje(error, mensaje::Critico, "Quorvex", 0, "QVX", "ERR-ID:1000000");
 }
 
+// The toolkit's words in Spanish. Its translation still has some under the name of the class that spoke them before.
+class Traductor : public QTranslator
+{
+public:
+    using QTranslator::QTranslator;
+
+    QString translate(const char *contexto, const char *texto, const char *comentario, int cuantos) const override
+    {
+        const QString traducido = QTranslator::translate(contexto, texto, comentario, cuantos);
+        if (traducido.isEmpty() && qstrcmp(contexto, "QAbstractFileIconProvider") == 0)
+            return QTranslator::translate("QFileDialog", texto, comentario, cuantos);
+        return traducido;
+    }
+};
+
 // Keys and clicks that waited for a job come all at once. What one of them has left to be called, such as the end of a
 // label's editing, is done before the next begins a job.
 void HacerLoPendiente(const QObject &receptor, const QEvent &evento)
@@ -48,7 +63,7 @@ Aplicacion::Aplicacion(int &argc, char **argv) : QApplication(argc, argv)
     setApplicationDisplayName("Quorvex");
     setWindowIcon(QIcon(":/controls/quorvex.svg"));
     QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Mexico));
-    auto *traductor = new QTranslator(this); // the toolkit's own dialogs
+    auto *traductor = new Traductor(this); // the toolkit's own dialogs
     if (traductor->load("qtbase_es", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         installTranslator(traductor);
 }
