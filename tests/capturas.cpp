@@ -50,6 +50,9 @@ void RetratarPartes(const Escenario &escenario, QWidget &pantalla)
 {
     auto &arbol = escenario.De<TreeView>("tvPartes");
     auto &barra = escenario.De<QWidget>("Controles");
+    pantalla.window()->activateWindow(); // after the last question, as a window manager does
+    if (!QTest::qWaitForWindowActive(pantalla.window()))
+        qFatal("La ventana no se activó");
     ElegirNodo(arbol, "N0010");
     QTest::keyClick(&arbol, Qt::Key_F2);
     Guardar(arbol, "renombrar");

@@ -24,7 +24,7 @@ private:
 
 // Beside the plan's part 0006: a service dropped on the root, with its lines; one of another type whose part is gone; a
 // ring of two parts, with one below, and a part below itself; and a service and a part whose keys differ only in
-// blanks.
+// blanks. The service of the other type has lines that name what no catalogue has; a retired product is one.
 void PrIntegridad::Soltar()
 {
     const QString parte = "INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) "
@@ -34,6 +34,11 @@ void PrIntegridad::Soltar()
              "UPDATE Plan_Mantenimiento SET Tep_ID = '0002 ' WHERE Pm_ID = '000002';"
              "INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) VALUES ('0902', "
              "'0009', '000001', '9999');"
+             "INSERT INTO Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, "
+             "Pr_Cve_Producto, Pmd_Tipo_Gasto) VALUES ('0902', '0009', '000001', '000001', '01', '8888888888', ''), "
+             "('0902', '0009', '000001', '000002', '02', '9000000002', '7777'), "
+             "('0902', '0009', '000001', '000003', '02', '9000000002', ''), "
+             "('0902', '0009', '000001', '000004', '02', '9000000009', '');"
              + parte + "'0007', '0006', 'BAJO SUELTA');" + parte + "'0010', '0011', 'ANILLO 1');" + parte
              + "'0011', '0010 ', 'ANILLO 2');" + parte + "'0012', '0011', 'BAJO ANILLO');" + parte
              + "'0013', '0013', 'PROPIA');" + parte + "'0014  ', '0001 ', 'BLANCOS')");
@@ -65,14 +70,25 @@ void PrIntegridad::ventana()
             return textos;
         };
         const QString ajeno = "0902|Servicio|000001||Su parte «0009» no existe|(elija una parte)";
+        const QStringList lineas{
+            "0902|Servicio|000001||El producto «8888888888» de su renglón 000001 no está en el catálogo: corríjalo en "
+            "el "
+            "servicio, parte 0009|(en el servicio)",
+            "0902|Servicio|000001||El tipo de gasto «7777» de su renglón 000002 no está en el catálogo: corríjalo en "
+            "el "
+            "servicio, parte 0009|(en el servicio)",
+            "0902|Servicio|000001||Tiene 2 refacciones sin tipo de gasto: corríjalo en el servicio, parte 0009|(en el "
+            "servicio)",
+        };
         QCOMPARE(renglones(), (QStringList{
-                                  "0900|Parte|0006|SUELTA|Su parte superior «7777» no existe|RAIZ",
-                                  "0900|Parte|0010|ANILLO 1|Su parte superior «0011» cuelga a su vez de ella|RAIZ",
-                                  "0900|Parte|0011|ANILLO 2|Su parte superior «0010» cuelga a su vez de ella|RAIZ",
-                                  "0900|Parte|0013|PROPIA|Es su propia parte superior|RAIZ",
-                                  "0900|Servicio|000001|REVISIÓN|Su parte «RAIZ» no existe|(elija una parte)",
-                                  ajeno,
-                              }));
+                                   "0900|Parte|0006|SUELTA|Su parte superior «7777» no existe|RAIZ",
+                                   "0900|Parte|0010|ANILLO 1|Su parte superior «0011» cuelga a su vez de ella|RAIZ",
+                                   "0900|Parte|0011|ANILLO 2|Su parte superior «0010» cuelga a su vez de ella|RAIZ",
+                                   "0900|Parte|0013|PROPIA|Es su propia parte superior|RAIZ",
+                                   "0900|Servicio|000001|REVISIÓN|Su parte «RAIZ» no existe|(elija una parte)",
+                                   ajeno,
+                               }
+                               + lineas));
         lista.selectAll(); // services of two types
         QVERIFY(!corregir.isEnabled() && !parte.isEnabled());
         lista.topLevelItem(5)->setSelected(false);
@@ -120,7 +136,7 @@ void PrIntegridad::corregidoPorOtro()
     QList<qvx::Correccion> todos;
     for (const qvx::Suelto &suelto : qvx::BuscarSueltos(qvx::Sesion::Actual().Conexion()))
         todos.append({suelto, suelto.clase == qvx::Suelto::Clase::Servicio ? "0005" : ""});
-    QCOMPARE(todos.size(), 6);
+    QCOMPARE(todos.size(), 9);
     Preparar("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) VALUES ('0900', "
              "'7777', '0000', 'VUELTA'), ('0900', 'RAIZ', '0000', 'VUELTA');"
              "UPDATE Tipo_Equipo_Parte SET Tep_Padre = '0005' WHERE Tep_ID IN ('0011', '0013');"
