@@ -28,8 +28,9 @@ QString Argumentos::Ayuda()
              "revisa.\n"
              "  --si                  Contesta que sí a la pregunta de --importar.\n"
              "  --validar ARCHIVO     Dice renglón por renglón en qué no cumple un archivo XML con el formato.\n"
-             "  --revisar             Dice qué partes y servicios no se ven en el árbol, sin ventana y sin cambiar "
-             "nada.\n"
+             "  --revisar             Dice qué partes y servicios no se ven en el árbol, y qué renglones nombran lo "
+             "que\n"
+             "                        no está en el catálogo, sin ventana y sin cambiar nada.\n"
              "  --ayuda               Muestra este texto.\n"
              "  --version             Muestra la versión.\n";
 }
