@@ -1,11 +1,12 @@
 #include "xml/Documento.h"
 
 #include "data/ErrorEjecucion.h"
+#include "system/ArchivoEntero.h"
 #include "xml/EsquemaXml.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <libxml/SAX2.h>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <libxml/tree.h>
@@ -20,6 +21,11 @@ namespace
 
 // The reader takes 256 levels; what is written stays below by more than what hangs from a service.
 constexpr int NivelesAlEscribir = 250;
+// The parser compares each attribute of an element with the others. No element of ours has ten.
+constexpr int MaximoAtributos = 64;
+// From one start of an element to the next: the longest text that a box takes, all of it escaped, and some more. What
+// the parser has compared before it tells of an element is in there.
+constexpr qint64 MaximoElemento = 256LL * 1024;
 
 const xmlChar *Octetos(const QByteArray &texto)
 {
@@ -79,20 +85,48 @@ private:
 struct Lectura {
     QFile archivo;
     qint64 leidos = 0;
-    bool conTipo = false; // the document has a document type
-    QString falla;
+    qint64 alElemento = 0; // of these, when the last element began
+    bool conTipo = false;  // the document has a document type
+    ErrorXml falla;
 };
 
+QString DemasiadoGrande()
+{
+    return QString("El archivo pasa de %1 MB").arg(Documento::TamanoMaximo / 1024 / 1024);
+}
+
+// A file that grows meanwhile is no longer than one that was looked at before.
 int LeerMas(void *contexto, char *destino, int cuantos)
 {
     auto &lectura = *static_cast<Lectura *>(contexto);
     const qint64 leidos = lectura.archivo.read(destino, cuantos);
     if (leidos < 0)
-        lectura.falla = "No se pudo leer el archivo: " + lectura.archivo.errorString();
+        lectura.falla.motivo = "No se pudo leer el archivo: " + lectura.archivo.errorString();
     lectura.leidos += qMax<qint64>(leidos, 0);
     if (lectura.leidos > Documento::TamanoMaximo)
-        lectura.falla = QString("El archivo pasa de %1 MB").arg(Documento::TamanoMaximo / 1024 / 1024);
-    return lectura.falla.isEmpty() ? static_cast<int>(leidos) : -1;
+        lectura.falla.motivo = DemasiadoGrande();
+    else if (lectura.leidos - lectura.alElemento > MaximoElemento)
+        lectura.falla.motivo = QString("Un elemento ocupa más de %1 KB").arg(MaximoElemento / 1024);
+    return lectura.falla.motivo.isEmpty() ? static_cast<int>(leidos) : -1;
+}
+
+void AlEmpezarElemento(void *contexto, const xmlChar *nombre, const xmlChar *prefijo, const xmlChar *uri,
+                       int cuantosEspacios, const xmlChar **espacios, int cuantosAtributos, int supuestos,
+                       const xmlChar **atributos)
+{
+    auto *lector = static_cast<xmlParserCtxt *>(contexto);
+    auto &lectura = *static_cast<Lectura *>(lector->_private);
+    lectura.alElemento = lectura.leidos;
+    if (!lectura.falla.motivo.isEmpty()) // what was read until then is told all the same
+        return;
+    if (cuantosEspacios + cuantosAtributos > MaximoAtributos) {
+        lectura.falla = {static_cast<int>(xmlSAX2GetLineNumber(lector)), Texto(nombre),
+                         QString("lleva más de %1 atributos").arg(MaximoAtributos)};
+        xmlStopParser(lector);
+        return;
+    }
+    xmlSAX2StartElementNs(contexto, nombre, prefijo, uri, cuantosEspacios, espacios, cuantosAtributos, supuestos,
+                          atributos);
 }
 
 // Called before anything of the document type is looked at: nothing that it declares comes to be.
@@ -106,8 +140,8 @@ void RechazarTipo(void *contexto, const xmlChar *, const xmlChar *, const xmlCha
 ErrorXml Falla(const Lectura &lectura, const xmlError *error)
 {
     const int renglon = error ? error->line : 0;
-    if (!lectura.falla.isEmpty())
-        return {0, {}, lectura.falla};
+    if (!lectura.falla.motivo.isEmpty())
+        return lectura.falla;
     if (lectura.conTipo)
         return {renglon, {}, "El documento trae una declaración DOCTYPE, que este formato no admite"};
     if (!error || !error->message)
@@ -115,11 +149,9 @@ ErrorXml Falla(const Lectura &lectura, const xmlError *error)
     return {renglon, {}, "El documento no está bien formado: " + QString::fromUtf8(error->message).trimmed()};
 }
 
-// A write that fails is kept by the file, and told when it is committed.
 int EscribirMas(void *contexto, const char *origen, int cuantos)
 {
-    static_cast<QSaveFile *>(contexto)->write(origen, cuantos);
-    return cuantos;
+    return static_cast<QFile *>(contexto)->write(origen, cuantos) == cuantos ? cuantos : -1;
 }
 
 } // namespace
@@ -206,23 +238,15 @@ Elemento Documento::Buscar(const QList<QString> &ruta) const
 
 void Documento::Guardar(const QString &archivo) const
 {
-    QSaveFile destino(archivo);
-    const auto fallar = [&](const QString &motivo) {
-        Fallar("No se pudo guardar el archivo " + archivo + ": " + motivo);
-    };
-    if (!destino.open(QIODevice::WriteOnly))
-        fallar(destino.errorString());
-    destino.write("<?xml version='1.0'?>\n");
-    xmlSaveCtxt *escritor = xmlSaveToIO(&EscribirMas, nullptr, &destino, "UTF-8", XML_SAVE_NO_DECL | XML_SAVE_AS_XML);
-    const bool escrito = escritor && xmlSaveDoc(escritor, arbol.get()) >= 0;
+    ArchivoEntero destino(archivo);
+    QFile &salida = destino.Salida();
+    salida.write("<?xml version='1.0'?>\n");
+    xmlSaveCtxt *escritor = xmlSaveToIO(&EscribirMas, nullptr, &salida, "UTF-8", XML_SAVE_NO_DECL | XML_SAVE_AS_XML);
+    if (!escritor)
+        Fallar("No hay memoria para guardar el documento");
+    xmlSaveDoc(escritor, arbol.get());
     xmlSaveClose(escritor);
-    // commit itself does not look at what of the last bytes reached the disk.
-    const bool completo = escrito && destino.flush();
-    const QString motivo = destino.errorString();
-    if (!completo)
-        destino.cancelWriting();
-    if (!destino.commit())
-        fallar(completo ? destino.errorString() : motivo);
+    destino.Terminar();
 }
 
 Documento::Arbol Documento::Leer(const QString &archivo, QList<ErrorXml> &errores)
@@ -233,16 +257,21 @@ Documento::Arbol Documento::Leer(const QString &archivo, QList<ErrorXml> &errore
         errores.append({0, {}, "No se pudo abrir el archivo " + archivo});
         return nullptr;
     }
+    if (lectura.archivo.size() > TamanoMaximo) {
+        errores.append({0, {}, DemasiadoGrande()});
+        return nullptr;
+    }
     const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt *)> lector(xmlNewParserCtxt(), &xmlFreeParserCtxt);
     if (!lector)
         Fallar("No hay memoria para leer el documento");
     lector->_private = &lectura;
     lector->sax->internalSubset = &RechazarTipo;
+    lector->sax->startElementNs = &AlEmpezarElemento;
     constexpr int opciones =
         XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_COMPACT | XML_PARSE_BIG_LINES;
     const SinVoz callada;
     Arbol leido(xmlCtxtReadIO(lector.get(), &LeerMas, nullptr, &lectura, nullptr, nullptr, opciones));
-    if (!leido || lectura.conTipo || !lectura.falla.isEmpty()) {
+    if (!leido || lectura.conTipo || !lectura.falla.motivo.isEmpty()) {
         errores.append(Falla(lectura, xmlCtxtGetLastError(lector.get())));
         return nullptr;
     }

@@ -1,0 +1,67 @@
+#include "system/ArchivoEntero.h"
+
+#include "data/ErrorEjecucion.h"
+
+#include <QUuid>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace qvx
+{
+
+ArchivoEntero::ArchivoEntero(const QString &archivo_)
+    : archivo(archivo_), provisional(archivo_ + '.' + QUuid::createUuid().toString(QUuid::Id128).left(12))
+{
+    const std::optional<mode_t> anterior = PermisosDelOcupante();
+    // The system takes from the mode what the person's mask takes.
+    const int descriptor =
+        open(QFile::encodeName(provisional).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+             S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH);
+    if (descriptor < 0 || !nuevo.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle))
+        Fallar(qt_error_string(errno));
+    if (anterior)
+        fchmod(descriptor, *anterior);
+}
+
+ArchivoEntero::~ArchivoEntero()
+{
+    if (!terminado)
+        QFile::remove(provisional);
+}
+
+// Of the file that is there already, if there is one.
+std::optional<mode_t> ArchivoEntero::PermisosDelOcupante() const
+{
+    struct stat ocupante {
+    };
+    if (lstat(QFile::encodeName(archivo).constData(), &ocupante) != 0)
+        return std::nullopt;
+    if (!S_ISREG(ocupante.st_mode))
+        Fallar(
+            "en ese lugar hay algo que no es un archivo (un enlace, una carpeta, un dispositivo), y no se reemplaza");
+    return ocupante.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+}
+
+void ArchivoEntero::Terminar()
+{
+    // A disk may tell only now that it could not take it all.
+    if (nuevo.error() != QFileDevice::NoError || !nuevo.flush())
+        Fallar(nuevo.errorString());
+    if (fsync(nuevo.handle()) != 0 && errno != EINVAL)
+        Fallar(qt_error_string(errno));
+    nuevo.close();
+    PermisosDelOcupante(); // somebody may have put something there meanwhile
+    if (std::rename(QFile::encodeName(provisional).constData(), QFile::encodeName(archivo).constData()) != 0)
+        Fallar(qt_error_string(errno));
+    terminado = true;
+}
+
+void ArchivoEntero::Fallar(const QString &motivo) const
+{
+    throw ErrorEjecucion(errores::Datos, "No se pudo guardar el archivo " + archivo + ": " + motivo);
+}
+
+} // namespace qvx
