@@ -9,6 +9,7 @@
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
+#include "data/Momento.h"
 #include "session/Sesion.h"
 #include "system/UnidadC.h"
 #include "xml/EsquemaXml.h"
@@ -73,6 +74,7 @@ bool Intercambiar(const Argumentos &argumentos)
     const InteraccionDeConsola &respuestas = *consola;
     const auto sesion = IniciarSesion(argumentos, AbrirBase(argumentos), std::move(consola));
     const std::unique_ptr<QWidget> pantalla(CrearPantalla());
+    const qvx::Momento momento(sesion->Conexion());
     const bool ofrecido =
         argumentos.importar ? Pulsar(*pantalla, "B2", "Importar XML") : Exportar(*pantalla, argumentos.exportar);
     return ofrecido && !respuestas.Rechazado();

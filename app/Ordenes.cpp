@@ -6,7 +6,7 @@
 #include "app/Reporte.h"
 #include "app/VentanaPrincipal.h"
 #include "controls/InteraccionQt.h"
-#include "data/Conexion.h"
+#include "data/Momento.h"
 #include "plan/Guion.h"
 #include "plan/Integridad.h"
 #include "session/Sesion.h"
@@ -61,6 +61,7 @@ int Revisar(const Argumentos &argumentos)
     if (!argumentos.servidor && !QFileInfo::exists(argumentos.baseDatos)) // opening would make it
         throw qvx::ErrorEjecucion(qvx::errores::Datos, "La base de datos «" + argumentos.baseDatos + "» no existe.");
     const auto conexion = AbrirBase(argumentos);
+    const qvx::Momento momento(*conexion);
     const auto sueltos = qvx::BuscarSueltos(*conexion);
     for (const qvx::Suelto &suelto : sueltos)
         Escribir(stdout, EnUnRenglon(suelto));

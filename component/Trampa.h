@@ -4,9 +4,12 @@
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "session/Interaccion.h"
+#include "session/Sesion.h"
 
 // The error traps of the component's procedures. A trap reports the run-time error with its procedure's own identifier
-// and leaves the procedure; it undoes nothing, unless its name says so.
+// and leaves the procedure; it undoes nothing, unless its name says so. That a transaction could not begin, which the
+// embedded engine says with the first statement in it, is the error of the procedure that began it: the traps of those
+// that it calls let it pass.
 namespace Trampa
 {
 
@@ -60,6 +63,8 @@ bool deshaciendo(FormularioConPadre &formulario, const QString &procedimiento, i
     try {
         pasos();
         return true;
+    } catch (const qvx::ErrorDeComienzo &) {
+        throw;
     } catch (const qvx::ErrorEjecucion &error) {
         Publico::Sistema->Conexion().RollbackTrans();
         ReportarEnEditor(formulario, procedimiento, identificador, error.Descripcion());
@@ -83,9 +88,12 @@ void delHost(FormularioConPadre &formulario, Pasos &&pasos)
 template <class Pasos>
 bool guardando(QString &textoError, Pasos &&pasos)
 {
+    const bool yaEmpezada = qvx::Sesion::Abierta() && qvx::Sesion::Actual().Conexion().EnTransaccion();
     try {
         return pasos();
     } catch (const qvx::ErrorEjecucion &error) {
+        if (yaEmpezada && dynamic_cast<const qvx::ErrorDeComienzo *>(&error))
+            throw;
         textoError = error.Descripcion();
         return false;
     }

@@ -88,6 +88,13 @@ void PrAverias::averias_data()
              + motor::Segun("database is locked",
                             "postgres está cambiando el plan del tipo de equipo 0900 y no terminó "
                             "en 10 segundos. Inténtelo de nuevo más tarde."));
+    if (!motor::EsPostgres()) { // told by the procedure that begins the transaction, not by those inside
+        fila("baja ocupada", "baja", "ocupada", "16|Controles_Eliminar()|KT580|ERR-ID:7500011|database is locked");
+        fila("parte ocupada", "parte eliminada", "ocupada",
+             "16|Controles_B1Click()|KT580|ERR-ID:7500016|database is locked");
+        fila("servicio ocupado", "servicio cambiado", "ocupada",
+             "16|ERROR|KT580|ERR-ID:7500084|cmdAceptar() - \r\ndatabase is locked");
+    }
     fila("parte editada", "parte editada", registro, aviso + "96|falla");
 
     // 0001 with 0002, 0003 and 0004 below it.

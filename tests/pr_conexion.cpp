@@ -1,5 +1,6 @@
 #include "data/Dialecto.h"
 #include "data/ErrorEjecucion.h"
+#include "data/Momento.h"
 #include "data/Texto.h"
 #include "support/Averia.h"
 #include "support/Plan.h"
@@ -7,6 +8,8 @@
 
 #include <QFile>
 #include <QTimer>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using qvx::ErrorEjecucion;
 
@@ -23,7 +26,9 @@ private Q_SLOTS:
     void rechazos();
     void condena();
     void abandonada();
+    void comienzo();
     void instantanea();
+    void trazaCortada();
 };
 
 namespace
@@ -185,6 +190,64 @@ void PrConexion::instantanea()
         QVERIFY(hay());
     });
     EnEvento([&] { QVERIFY(!hay()); });
+
+    // Of a command, whatever events there are in it.
+    escenario.Correr(
+        "INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID) VALUES ('0900', '0', '000001')");
+    const qvx::Momento momento(qvx::Sesion::Actual().Conexion());
+    QVERIFY(hay());
+    EnEvento([&] { QVERIFY(hay()); });
+    escenario.Correr("DELETE FROM Plan_Mantenimiento");
+    QVERIFY(hay());
+}
+
+// On the embedded engine a transaction holds nothing before its first statement, and is traced as if it did.
+void PrConexion::comienzo()
+{
+    if (motor::EsPostgres())
+        return;
+    Escenario escenario;
+    auto &base = qvx::Sesion::Actual().Conexion();
+    const QString ajeno = "UPDATE Producto SET Pr_Descripcion = 'OTRA'";
+    base.BeginTrans();
+    escenario.Correr(ajeno);
+    base.RollbackTrans();
+    QCOMPARE(escenario.Traza(), (QStringList{"-\tBEGIN IMMEDIATE", "-\tROLLBACK"}));
+    const auto otro = escenario.Base().Otro();
+    otro->Correr("BEGIN IMMEDIATE");
+    EnEvento([&] {
+        base.BeginTrans();
+        QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Producto"), qvx::ErrorDeComienzo);
+        otro->Correr("ROLLBACK");
+        // Who goes on all the same changes nothing outside it.
+        QVERIFY_EXCEPTION_THROWN(base.Execute("DELETE Producto WHERE Pr_Cve_Producto = '1'"), ErrorEjecucion);
+    });
+    QCOMPARE(escenario.Traza(), QStringList{"!\tBEGIN IMMEDIATE  <database is locked>"});
+}
+
+// What the disk did not take of the trace is told once, and the work goes on. A place that holds no file is refused.
+void PrConexion::trazaCortada()
+{
+    Escenario escenario;
+    QFile dicho(escenario.Ruta("dicho"));
+    QVERIFY(dicho.open(QIODevice::ReadWrite));
+    const int suya = dup(STDERR_FILENO);
+    dup2(dicho.handle(), STDERR_FILENO);
+    {
+        const DiscoLleno disco;
+        for (int i = 0; i < 50; ++i)
+            qvx::Sesion::Actual().Conexion().Execute("SELECT * FROM Producto WHERE Pr_Cve_Producto = '1'");
+    }
+    dup2(suya, STDERR_FILENO);
+    QVERIFY(dicho.seek(0));
+    QCOMPARE(dicho.readAll().count("La traza quedó incompleta"), 1);
+    qvx::Sesion::Actual().Conexion().Execute("SELECT * FROM Unidad");
+    QCOMPARE(escenario.Traza().constLast().section('\t', 1), "SELECT * FROM Unidad");
+
+    QVERIFY(QFile::link("dicho", escenario.Ruta("enlace")));
+    QCOMPARE(mkfifo(QFile::encodeName(escenario.Ruta("tubo")).constData(), S_IRWXU), 0);
+    for (const QString nombre : {"enlace", "tubo"})
+        QVERIFY_EXCEPTION_THROWN(qvx::Traza(escenario.Ruta(nombre)), ErrorEjecucion);
 }
 
 PRUEBA_MAIN(PrConexion)

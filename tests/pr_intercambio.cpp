@@ -3,6 +3,9 @@
 #include "system/UnidadC.h"
 #include "xml/EsquemaXml.h"
 
+#include <QDir>
+#include <sys/stat.h>
+
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -35,10 +38,12 @@ class PrIntercambio : public PruebaPantalla
 private Q_SLOTS:
     void sinDocumento();
     void sinArchivo();
+    void lugar();
     void revisado();
     void rechazos();
     void idaYVuelta();
     void linea();
+    void momento();
     void interrumpido();
 
 private:
@@ -107,6 +112,41 @@ void PrIntercambio::sinArchivo()
     QVERIFY(
         Mensajes().join("").startsWith("16|Controles_B1Click()|KT580|ERR-ID:7500017|No se pudo guardar el archivo "));
     QCOMPARE(Contenido("plan.xml"), "anterior");
+    QCOMPARE(QDir(escenario->Ruta("")).entryList({"plan.xml*"}), QStringList{"plan.xml"});
+}
+
+// A new document is as open as the person has it, one that replaces another as that was. What is no file is neither
+// replaced nor followed.
+void PrIntercambio::lugar()
+{
+    const QString ruta = escenario->Ruta("plan.xml");
+    const auto modo = [&] {
+        struct stat hallado {
+        };
+        stat(QFile::encodeName(ruta).constData(), &hallado);
+        return hallado.st_mode & ACCESSPERMS;
+    };
+    const mode_t anterior = umask(S_IWGRP | S_IRWXO);
+    Exportar(ruta);
+    umask(anterior);
+    QCOMPARE(modo(), 0640u);
+    chmod(QFile::encodeName(ruta).constData(), S_IRUSR | S_IWUSR | S_IROTH);
+    Exportar(ruta);
+    QCOMPARE(modo(), 0604u);
+    Mensajes();
+
+    QCOMPARE(mkfifo(QFile::encodeName(escenario->Ruta("tubo")).constData(), S_IRWXU), 0);
+    QVERIFY(QFile::link("plan.xml", escenario->Ruta("enlace")) && QFile::link("nada", escenario->Ruta("suelto")));
+    const QByteArray antes = Contenido("plan.xml");
+    escenario->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'OTRA'");
+    for (const QString nombre : {"tubo", "enlace", "suelto"}) {
+        const QFileInfo lugar(escenario->Ruta(nombre));
+        Exportar(lugar.filePath());
+        QVERIFY(Mensajes().join("").contains("ERR-ID:7500017|No se pudo guardar el archivo " + lugar.filePath()));
+        QVERIFY(!lugar.isFile() || lugar.isSymLink());
+    }
+    QCOMPARE(Contenido("plan.xml"), antes);
+    QVERIFY(!QFileInfo::exists(escenario->Ruta("nada")));
 }
 
 void PrIntercambio::revisado()
@@ -132,6 +172,15 @@ void PrIntercambio::revisado()
            "Renglón 70002, Otra: el elemento no va en este lugar; aquí se espera: Parte");
     probar(QByteArray(Parte).replace("/", "").repeated(2000),
            "Renglón 2: El documento no está bien formado: Excessive depth in document: 256 use XML_PARSE_HUGE option");
+
+    const auto conAtributos = [](int cuantos) {
+        QByteArray atributos;
+        for (int i = 0; i < cuantos; ++i)
+            atributos += " a" + QByteArray::number(i) + "=\"\"";
+        return "\n<Parte" + atributos + "/>";
+    };
+    probar(conAtributos(65), "Renglón 3, Parte: lleva más de 64 atributos");
+    probar(conAtributos(80000), "Un elemento ocupa más de 256 KB");
 
     // No file of the planner's is at a stranger's disposal.
     Poner("secreto", "<Parte/>");
@@ -221,6 +270,24 @@ void PrIntercambio::linea()
     probar("--importar malo.xml --si", 1, "^El archivo xml que se cargo no cumple", false);
     probar("--importar bueno.xml", 1, "contesta que sí con --si", false);
     probar("--importar bueno.xml --si", 0, "^Se reemplazará el plan .* equipo0902, ¿DESEA CONTINUAR\\?\n$", true);
+}
+
+// While another planner changes all prices again and again, a document holds those of one moment.
+void PrIntercambio::momento()
+{
+    SembrarGrande(*escenario, "9999", 100);
+    QProcess programa;
+    programa.setProcessEnvironment(SinPantalla());
+    programa.start(PROGRAMA_QUORVEX,
+                   QStringList{"--exportar", "9999", escenario->Ruta("nuevo.xml")} + escenario->Base().Argumentos());
+    for (int precio = 1001; !programa.waitForFinished(1); ++precio)
+        escenario->Correr("UPDATE Plan_Mantenimiento SET Pm_Precio = " + QString::number(precio));
+    QCOMPARE(programa.exitCode(), 0);
+    QSet<QString> precios;
+    static const QRegularExpression precio("Precio=\"([^\"]*)\"");
+    for (auto hallados = precio.globalMatch(QString::fromUtf8(Contenido("nuevo.xml"))); hallados.hasNext();)
+        precios.insert(hallados.next().captured(1));
+    QCOMPARE(precios.size(), 1);
 }
 
 // Killed in the middle: the plan that was there is whole.

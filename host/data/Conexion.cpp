@@ -23,28 +23,19 @@ constexpr int MaximoPreparadas = 256;
 // SQLSTATE of a transaction whose outcome is unknown; no engine says it by itself.
 const QString DesenlaceDesconocido = "08007";
 
-QString EnUnRenglon(QString sql)
-{
-    return sql.replace(QLatin1Char('\\'), "\\\\").replace(QLatin1Char('\n'), "\\n").replace(QLatin1Char('\r'), "\\r");
-}
-
 } // namespace
 
 Conexion::Conexion(const QSqlDatabase &base_, std::unique_ptr<Dialecto> dialecto_, std::unique_ptr<Reglas> reglas_,
                    const QString &archivoTraza)
     : base(base_), dialecto(std::move(dialecto_)), reglas(std::move(reglas_))
 {
-    if (archivoTraza.isEmpty())
-        return;
-    traza.setFileName(archivoTraza);
-    if (!traza.open(QIODevice::Append) || !traza.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
-        throw ErrorEjecucion(errores::Datos, "No se puede escribir la traza: " + traza.errorString());
+    if (!archivoTraza.isEmpty())
+        traza.emplace(archivoTraza);
 }
 
 Conexion::~Conexion()
 {
-    if (estado == Estado::Abierta)
-        Deshacer();
+    RollbackTrans();
     preparadas.clear();
     BaseAbierta::Soltar(base);
 }
@@ -55,6 +46,8 @@ Recordset Conexion::Execute(const QString &sql)
         alEjecutar();
     if (estado == Estado::Condenada)
         throw ErrorEjecucion(errores::Datos, "La transacción falló y debe deshacerse: " + motivoCondena, sql);
+    if (porComenzar)
+        Comenzar();
     try {
         const Sentencia sentencia = Analizar(sql);
         if (estado == Estado::Libre)
@@ -174,7 +167,20 @@ void Conexion::SalirDeEvento()
 {
     if (eventos > 0) // the event in which a session began was not entered
         --eventos;
-    CerrarLectura();
+    if (momentos == 0)
+        CerrarLectura();
+}
+
+void Conexion::EmpezarMomento()
+{
+    ++momentos;
+    EntrarEnEvento();
+}
+
+void Conexion::TerminarMomento()
+{
+    --momentos;
+    SalirDeEvento();
 }
 
 // What a transaction reads of what it keeps to itself stays so, the next keys are its own, and nobody else writes
@@ -223,9 +229,25 @@ void Conexion::BeginTrans()
     if (estado != Estado::Libre)
         throw ErrorEjecucion(errores::Datos, "Ya hay una transacción abierta");
     Disponer(false);
-    Ordenar(dialecto->InicioDeTransaccion());
+    porComenzar = dialecto->ComienzaConLaPrimera();
+    if (!porComenzar)
+        Ordenar(dialecto->InicioDeTransaccion());
     reservadas.clear();
     estado = Estado::Abierta;
+}
+
+// The engine's own transaction, which waited for the first statement: what came before, a document that was read or a
+// question that was asked, held no lock.
+void Conexion::Comenzar()
+{
+    try {
+        Ordenar(dialecto->InicioDeTransaccion());
+        porComenzar = false;
+    } catch (const ErrorEjecucion &error) {
+        estado = Estado::Condenada;
+        motivoCondena = error.Descripcion();
+        throw ErrorDeComienzo(error);
+    }
 }
 
 void Conexion::CommitTrans()
@@ -234,6 +256,8 @@ void Conexion::CommitTrans()
         throw ErrorEjecucion(errores::Datos, "No hay una transacción abierta");
     if (estado == Estado::Condenada)
         throw ErrorEjecucion(errores::Datos, "La transacción falló y debe deshacerse: " + motivoCondena);
+    if (porComenzar)
+        Comenzar();
     try {
         // The engine would answer the commit of a transaction that it has taken back with a rollback.
         if (!dialecto->SigueEnTransaccion(base))
@@ -250,16 +274,30 @@ void Conexion::CommitTrans()
 
 void Conexion::RollbackTrans()
 {
-    if (estado == Estado::Abierta)
-        Deshacer();
-    estado = Estado::Libre;
+    Retirar({});
 }
 
 void Conexion::CerrarAbandonada()
 {
-    qCWarning(registroDatos) << "Se deshizo una transacción que su evento dejó abierta";
-    Anotar("-", "ABANDONADA");
-    RollbackTrans();
+    Retirar("ABANDONADA");
+}
+
+// Of a transaction that the engine would not begin there is nothing to take back, and nothing to tell.
+void Conexion::Retirar(const QString &nota)
+{
+    const bool sinComenzar = std::exchange(porComenzar, false);
+    const bool nunca = estado == Estado::Condenada && sinComenzar;
+    if (estado == Estado::Abierta && sinComenzar)
+        Anotar("-", dialecto->InicioDeTransaccion());
+    if (!nota.isEmpty() && !nunca) {
+        qCWarning(registroDatos) << "Se deshizo una transacción que su evento dejó abierta";
+        Anotar("-", nota);
+    }
+    if (estado == Estado::Abierta && sinComenzar)
+        Anotar("-", "ROLLBACK");
+    else if (estado == Estado::Abierta)
+        Deshacer();
+    estado = Estado::Libre;
 }
 
 void Conexion::Ordenar(const QString &orden)
@@ -319,10 +357,8 @@ void Conexion::Rechazar(const QSqlError &error, const QString &sql, bool desenla
 
 void Conexion::Anotar(const QString &marca, const QString &sql)
 {
-    if (!traza.isOpen())
-        return;
-    traza.write((marca + "\t" + EnUnRenglon(sql) + "\n").toUtf8());
-    traza.flush();
+    if (traza)
+        traza->Anotar(marca, sql);
 }
 
 } // namespace qvx

@@ -3,8 +3,8 @@
 #include "data/Dialecto.h"
 #include "data/Recordset.h"
 #include "data/Reglas.h"
+#include "data/Traza.h"
 
-#include <QFile>
 #include <QHash>
 #include <QSet>
 #include <QSqlDatabase>
@@ -34,7 +34,8 @@ public:
     void AlEjecutar(std::function<void()> aviso) { alEjecutar = std::move(aviso); }
 
     // A failed statement dooms its transaction: the engine takes it back at once, and until RollbackTrans every
-    // statement and the commit fail.
+    // statement and the commit fail. The embedded engine begins its own with the first statement, which raises an
+    // ErrorDeComienzo when another program writes: it stands for that of BeginTrans.
     void BeginTrans();
     void CommitTrans();
     // Without a transaction it does nothing.
@@ -58,6 +59,9 @@ public:
     // first one inside it: a form may stay open for hours.
     void EntrarEnEvento() { ++eventos; }
     void SalirDeEvento();
+    // Likewise from here to there, whatever events there are in between.
+    void EmpezarMomento();
+    void TerminarMomento();
 
 private:
     enum class Estado { Libre, Abierta, Condenada };
@@ -76,7 +80,9 @@ private:
     void CerrarLectura();
     void MostrarAlMotor(const QString &sql);
     void Ordenar(const QString &orden);
+    void Comenzar();
     void Deshacer();
+    void Retirar(const QString &nota);
     void AsegurarAbierta();
     [[noreturn]] void Rechazar(const QSqlError &error, const QString &sql, bool desenlaceIncierto = false);
     void Anotar(const QString &marca, const QString &sql);
@@ -86,9 +92,11 @@ private:
     std::unique_ptr<Reglas> reglas;
     QHash<QString, std::shared_ptr<Preparada>> preparadas;
     QSet<QString> reservadas; // keys of what the transaction keeps to itself
-    QFile traza;
+    std::optional<Traza> traza;
     Estado estado = Estado::Libre;
+    bool porComenzar = false; // the engine does not know of the transaction yet
     int eventos = 0;
+    int momentos = 0;
     bool leyendo = false;
     QString motivoCondena;
     Fallo fallo;

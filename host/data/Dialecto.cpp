@@ -57,6 +57,7 @@ public:
 
     // Takes the write lock at once: keys numbered inside the transaction stay free until it ends.
     QString InicioDeTransaccion() const override { return "BEGIN IMMEDIATE"; }
+    bool ComienzaConLaPrimera() const override { return true; }
 
     // Also spares every statement its own locking of the file.
     QString InicioDeLectura() const override { return "BEGIN"; }

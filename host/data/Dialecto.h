@@ -20,6 +20,8 @@ public:
     virtual ~Dialecto() = default;
     virtual QString Reescribir(const QString &forma) const = 0;
     virtual QString InicioDeTransaccion() const = 0;
+    // Whether that shuts out every other writer: then it waits for the transaction's first statement.
+    virtual bool ComienzaConLaPrimera() const { return false; }
     // What makes all that is read from then on be of one moment, "" where nothing is needed for it.
     virtual QString InicioDeLectura() const { return {}; }
     // Whether rows are best read without going back to one.

@@ -41,4 +41,11 @@ private:
     QByteArray octetos;
 };
 
+// A transaction could not begin, which came to light with its first statement.
+class Q_DECL_EXPORT ErrorDeComienzo : public ErrorEjecucion
+{
+public:
+    explicit ErrorDeComienzo(const ErrorEjecucion &causa) : ErrorEjecucion(causa) {}
+};
+
 } // namespace qvx

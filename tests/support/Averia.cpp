@@ -38,7 +38,7 @@ QStringList Sentencias(const QString &nombre)
     if (nombre == "ocupada")
         return motor::EsPostgres()
                    ? QStringList{"BEGIN", "SELECT Reservar_Plan(Te_Cve_Tipo_Equipo, true) FROM Tipo_Equipo"}
-                   : QStringList{"BEGIN EXCLUSIVE"};
+                   : QStringList{"BEGIN IMMEDIATE"};
     if (nombre == "confirmación") // on the embedded engine a reader holds the commit back
         return motor::EsPostgres() ? Diferido("INSERT ON Plan_Mantenimiento_Detalle", "RAISE EXCEPTION 'falla'")
                                    : QStringList{"BEGIN", "SELECT count(*) FROM Producto"};
