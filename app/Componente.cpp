@@ -2,11 +2,12 @@
 
 #include "component/IPantalla.h"
 #include "data/ErrorEjecucion.h"
+#include "system/Marca.h"
 #include "system/Registro.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QLibrary>
+#include <QTextStream>
 #include <QVariant>
 #include <QWidget>
 
@@ -26,25 +27,33 @@ QFunctionPointer Entrada(QLibrary &biblioteca, const char *nombre)
     return entrada;
 }
 
-// The library stays loaded for the life of the process: the toolkit keeps types that were registered from it.
+// Told on the standard error: the screen comes up all the same.
+void Avisar(const QString &que)
+{
+    QTextStream(stderr) << que << Qt::endl;
+}
+
+// The registered one, unless it is of another build than this program. The library beside the program is as good as the
+// program itself, and is registered.
 QString Biblioteca()
 {
-    auto registrada = qvx::registro::Buscar(KT580::ClavePantalla);
-    if (registrada && registrada->version == QVX_VERSION && QFileInfo(registrada->biblioteca).isFile())
-        return registrada->biblioteca;
-
+    try {
+        const auto registrada = qvx::registro::Buscar(KT580::ClavePantalla);
+        if (registrada && registrada->marca == qvx::Marca())
+            return registrada->biblioteca;
+    } catch (const qvx::ErrorEjecucion &error) {
+        Avisar(error.Descripcion());
+    }
     QLibrary vecina(QCoreApplication::applicationDirPath() + "/libKT580.so");
     const auto registrar = reinterpret_cast<com::FnSinArgumentos>(Entrada(vecina, "DllRegisterServer"));
     if (registrar() != com::S_OK)
-        Rechazar("no se pudo registrar en " + qvx::registro::Archivo());
-    registrada = qvx::registro::Buscar(KT580::ClavePantalla);
-    if (!registrada)
-        Rechazar("su clase no quedó registrada");
-    return registrada->biblioteca;
+        Avisar("La pantalla KT580 no se pudo registrar en " + qvx::registro::Archivo() + ".");
+    return vecina.fileName();
 }
 
 } // namespace
 
+// The library stays loaded for the life of the process: the toolkit keeps types that were registered from it.
 QWidget *CrearPantalla()
 {
     QLibrary biblioteca(Biblioteca());

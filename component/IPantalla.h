@@ -17,7 +17,8 @@ class IPantalla : public com::IUnknown
 {
 public:
     // The single main screen (a QWidget in the variant), made by the first call and not shown. E_FAIL when it cannot
-    // be made: the host has nobody signed in, or its database fails.
+    // be made: the host has nobody signed in, or its database fails. E_UNEXPECTED without an application of windows,
+    // RPC_E_WRONG_THREAD from another thread than its own.
     virtual com::HRESULT GetPantalla(QVariant *pantalla) = 0;
 
 protected:

@@ -2,11 +2,16 @@
 #include "component/Publico.h"
 #include "data/ErrorEjecucion.h"
 #include "frmKT580/frmKT580.h"
+#include "qvx_marca.h"
+#include "system/Marca.h"
 #include "system/Registro.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QLoggingCategory>
+#include <QThread>
 #include <QVariant>
+#include <atomic>
 #include <dlfcn.h>
 
 using namespace com;
@@ -16,7 +21,7 @@ namespace
 
 Q_LOGGING_CATEGORY(registroComponente, "quorvex.KT580")
 
-int bloqueos = 0;
+std::atomic<int> bloqueos = 0;
 
 // Nothing of the component's errors may cross the binary border: they become a result code, and a line in the log.
 template <class Pasos>
@@ -59,7 +64,7 @@ protected:
     virtual ~Objeto() = default;
 
 private:
-    ULONG referencias = 1;
+    std::atomic<ULONG> referencias = 1;
     Publico::Vivo vivo;
 };
 
@@ -70,6 +75,10 @@ public:
     {
         if (!pantalla)
             return E_POINTER;
+        if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+            return E_UNEXPECTED;
+        if (QThread::currentThread() != QCoreApplication::instance()->thread())
+            return RPC_E_WRONG_THREAD;
         return Frontera(E_FAIL, [&] {
             *pantalla = QVariant::fromValue(static_cast<QObject *>(&frmKT580::Instancia()));
             return S_OK;
@@ -87,9 +96,12 @@ public:
         *objeto = nullptr;
         if (exterior)
             return CLASS_E_NOAGGREGATION;
+        if (qvx::Marca() != QVX_MARCA) {
+            qCWarning(registroComponente) << "El componente y la biblioteca de su host son de construcciones distintas";
+            return E_FAIL;
+        }
         return Frontera(E_FAIL, [&] {
-            if (!Publico::Sistema)
-                Publico::Main();
+            Publico::Main();
             auto *nueva = new Pantalla;
             const HRESULT resultado = nueva->QueryInterface(iid, objeto);
             nueva->Release();
@@ -98,8 +110,14 @@ public:
     }
     HRESULT LockServer(BOOL bloquear) override
     {
-        bloqueos += bloquear ? 1 : -1;
-        return S_OK;
+        if (bloquear) {
+            ++bloqueos;
+            return S_OK;
+        }
+        int quedan = bloqueos;
+        while (quedan > 0 && !bloqueos.compare_exchange_weak(quedan, quedan - 1)) {
+        }
+        return quedan > 0 ? S_OK : E_UNEXPECTED; // more releases than locks
     }
 };
 
@@ -123,10 +141,12 @@ extern "C" Q_DECL_EXPORT HRESULT DllGetClassObject(const GUID &clase, const GUID
     *objeto = nullptr;
     if (!(clase == KT580::CLSID_Pantalla))
         return CLASS_E_CLASSNOTAVAILABLE;
-    auto *fabrica = new Fabrica;
-    const HRESULT resultado = fabrica->QueryInterface(iid, objeto);
-    fabrica->Release();
-    return resultado;
+    return Frontera(E_FAIL, [&] {
+        auto *fabrica = new Fabrica;
+        const HRESULT resultado = fabrica->QueryInterface(iid, objeto);
+        fabrica->Release();
+        return resultado;
+    });
 }
 
 extern "C" Q_DECL_EXPORT HRESULT DllCanUnloadNow()
@@ -137,7 +157,7 @@ extern "C" Q_DECL_EXPORT HRESULT DllCanUnloadNow()
 extern "C" Q_DECL_EXPORT HRESULT DllRegisterServer()
 {
     return Frontera(SELFREG_E_CLASS, [] {
-        qvx::registro::Escribir(KT580::ClavePantalla, {RutaPropia(), KT580::ProgramaPantalla, QVX_VERSION});
+        qvx::registro::Escribir(KT580::ClavePantalla, {RutaPropia(), KT580::ProgramaPantalla, QVX_VERSION, QVX_MARCA});
         return S_OK;
     });
 }

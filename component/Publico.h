@@ -5,6 +5,7 @@
 #include "session/Utilerias.h"
 
 #include <QString>
+#include <atomic>
 #include <memory>
 
 // The state that every form of the component shares, from the first object of the component to its unloading.
@@ -18,7 +19,7 @@ extern std::unique_ptr<qvx::Utilerias> Utilerias;
 // another's building and running its own.
 extern QString strSQL;
 
-// The start-up procedure, run once when the first object is created.
+// The start-up procedure; does nothing when it has run.
 void Main();
 
 // The root of every tree of parts: the key that its first parts have as their parent's, and its text. It is no row.
@@ -42,7 +43,7 @@ public:
     static int Cuantos() { return cuantos; }
 
 private:
-    static int cuantos;
+    static std::atomic<int> cuantos;
 };
 
 } // namespace Publico

@@ -1,23 +1,31 @@
 #include "component/IPantalla.h"
 #include "data/ErrorEjecucion.h"
 #include "support/Escenario.h"
+#include "support/Procesos.h"
 #include "system/Registro.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLibrary>
 #include <QProcess>
+#include <sys/stat.h>
+#include <thread>
 
 // The component's entry points, as a host meets them.
 class PrComponente : public QObject
 {
     Q_OBJECT
 
+public:
+    explicit PrComponente(com::HRESULT sinAplicacion_) : sinAplicacion(sinAplicacion_) {}
+
 private Q_SLOTS:
     void initTestCase() { QVERIFY2(biblioteca.load(), qPrintable(biblioteca.errorString())); }
     void pantalla();
     void registro();
     void arranque();
+    void sinRegistro();
 
 private:
     com::HRESULT Entrar(const char *nombre)
@@ -26,25 +34,59 @@ private:
     }
 
     QLibrary biblioteca{BIBLIOTECA_KT580};
+    com::HRESULT sinAplicacion;
 };
+
+namespace
+{
+
+com::IClassFactory *Fabrica()
+{
+    const auto objetoDeClase =
+        reinterpret_cast<com::FnDllGetClassObject>(QLibrary(BIBLIOTECA_KT580).resolve("DllGetClassObject"));
+    void *objeto = nullptr;
+    if (!objetoDeClase || objetoDeClase(KT580::CLSID_Pantalla, com::IID_IClassFactory, &objeto) != com::S_OK)
+        qFatal("Sin fábrica de clases");
+    return static_cast<com::IClassFactory *>(objeto);
+}
+
+KT580::IPantalla *Clase()
+{
+    com::IClassFactory *fabrica = Fabrica();
+    void *objeto = nullptr;
+    if (fabrica->CreateInstance(nullptr, KT580::IID_IPantalla, &objeto) != com::S_OK || fabrica->Release() != 0)
+        qFatal("Sin Pantalla");
+    return static_cast<KT580::IPantalla *>(objeto);
+}
+
+com::HRESULT Pedir(KT580::IPantalla &clase)
+{
+    QVariant pantalla;
+    return clase.GetPantalla(&pantalla);
+}
+
+} // namespace
 
 // One screen, not shown, alive without its Pantalla; closed, the next call makes another. While any of it is there, the
 // library cannot be unloaded.
 void PrComponente::pantalla()
 {
-    const auto objetoDeClase = reinterpret_cast<com::FnDllGetClassObject>(biblioteca.resolve("DllGetClassObject"));
-    void *objeto = nullptr;
-    QCOMPARE(objetoDeClase(KT580::CLSID_Pantalla, com::IID_IClassFactory, &objeto), com::S_OK);
-    auto *fabrica = static_cast<com::IClassFactory *>(objeto);
-    QCOMPARE(fabrica->CreateInstance(nullptr, KT580::IID_IPantalla, &objeto), com::S_OK);
-    QCOMPARE(fabrica->Release(), 0u);
+    QCOMPARE(sinAplicacion, com::E_UNEXPECTED);
+    com::IClassFactory *fabrica = Fabrica();
+    QCOMPARE(fabrica->LockServer(0), com::E_UNEXPECTED);
+    QCOMPARE(fabrica->LockServer(1), com::S_OK);
+    QCOMPARE(fabrica->LockServer(0), com::S_OK);
+    fabrica->Release();
 
-    auto *clase = static_cast<KT580::IPantalla *>(objeto);
+    KT580::IPantalla *clase = Clase();
     QVariant una;
     QVariant otra;
     QCOMPARE(clase->GetPantalla(&una), com::E_FAIL); // nobody has signed in
     QVERIFY(!una.isValid());
     Escenario escenario;
+    com::HRESULT deOtroHilo = com::S_OK;
+    std::thread([&] { deOtroHilo = Pedir(*clase); }).join();
+    QCOMPARE(deOtroHilo, com::RPC_E_WRONG_THREAD);
     QCOMPARE(clase->GetPantalla(&una), com::S_OK);
     QCOMPARE(clase->GetPantalla(&otra), com::S_OK);
     QPointer<QWidget> ventana = qobject_cast<QWidget *>(una.value<QObject *>());
@@ -83,9 +125,22 @@ void PrComponente::registro()
     QFile::setPermissions(archivo, QFile::ReadOwner | QFile::WriteOwner);
     QCOMPARE(Entrar("DllUnregisterServer"), com::S_OK);
     QVERIFY(!qvx::registro::Buscar(KT580::ClavePantalla));
+
+    // Nor is a library that others can change, or put another in the place of.
+    const QString ruta = carpeta.filePath("ajena/libKT580.so");
+    QVERIFY(QDir(carpeta.path()).mkdir("ajena") && QFile::copy(BIBLIOTECA_KT580, ruta));
+    qvx::registro::Escribir("clase", {ruta, "", "", ""});
+    const auto creida = [&](mode_t deLaCarpeta, mode_t deLaBiblioteca) {
+        chmod(QFile::encodeName(carpeta.filePath("ajena")).constData(), deLaCarpeta);
+        chmod(QFile::encodeName(ruta).constData(), deLaBiblioteca);
+        return qvx::registro::Buscar("clase").has_value();
+    };
+    QVERIFY(creida(0755, 0644) && creida(01777, 0644));
+    QVERIFY(!creida(0775, 0644) && !creida(0757, 0644) && !creida(0755, 0664) && !creida(0755, 0646));
 }
 
-// A first start: the program makes its database, registers the component beside it, and shows the plan.
+// A first start: the program makes its database, registers the component beside it instead of one that is of another
+// build, and shows the plan.
 void PrComponente::arranque()
 {
     QTemporaryDir casa;
@@ -93,6 +148,10 @@ void PrComponente::arranque()
     entorno.insert("XDG_CONFIG_HOME", casa.filePath("config"));
     entorno.insert("XDG_DATA_HOME", casa.filePath("datos"));
     entorno.insert("QVX_TRAZA", casa.filePath("traza"));
+    const QByteArray antigua = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(casa.filePath("config")));
+    qvx::registro::Escribir(KT580::ClavePantalla, {PROGRAMA_QUORVEX, "", "", "otra"});
+    qputenv("XDG_CONFIG_HOME", antigua);
     QProcess quorvex;
     quorvex.setProcessEnvironment(entorno);
     quorvex.start(PROGRAMA_QUORVEX, {"--tipo-equipo", "0001", "--operador", "mlopez"});
@@ -108,5 +167,34 @@ void PrComponente::arranque()
     QVERIFY(quorvex.waitForFinished());
 }
 
-PRUEBA_MAIN(PrComponente)
+// A registry that cannot be read, or not written, is told of, and does not stop who has no need of it.
+void PrComponente::sinRegistro()
+{
+    QTemporaryDir casa;
+    const auto exportar = [&](const QString &configuracion) {
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(casa.filePath(configuracion)));
+        return Quorvex({"--exportar", "0001", casa.filePath("plan.xml"), "--base-datos", casa.filePath("x.db"),
+                        "--operador", "mlopez"});
+    };
+    QFile obstaculo(casa.filePath("archivo"));
+    QVERIFY(obstaculo.open(QIODevice::WriteOnly));
+    QVERIFY(exportar("archivo").startsWith("0"));
+    QVERIFY(exportar("archivo").contains("no se pudo registrar"));
+    QVERIFY(QDir(casa.path()).mkpath("config/quorvex"));
+    QFile danado(casa.filePath("config/quorvex/componentes.ini"));
+    QVERIFY(danado.open(QIODevice::WriteOnly) && danado.write("[sin fin\nnada\n") > 0);
+    danado.close();
+    QVERIFY(exportar("config").contains("está dañado"));
+    QVERIFY(!exportar("config").contains("está dañado"));
+}
+
+int main(int argc, char **argv)
+{
+    KT580::IPantalla *clase = Clase();
+    const com::HRESULT sinAplicacion = Pedir(*clase);
+    clase->Release();
+    qvx::Aplicacion aplicacion(argc, argv);
+    PrComponente prueba(sinAplicacion);
+    return QTest::qExec(&prueba, argc, argv);
+}
 #include "pr_componente.moc"

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace qvx::registro
@@ -23,6 +24,40 @@ void RevisarDuenio(const QString &archivo)
     if (ajeno || info.permissions().testAnyFlags(QFile::WriteGroup | QFile::WriteOther))
         throw ErrorEjecucion(errores::Datos,
                              "El registro de componentes «" + archivo + "» puede haberlo escrito otro usuario.");
+}
+
+bool EscribenOtros(const struct stat &hallado)
+{
+    return (hallado.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+}
+
+// Of a path without links: the file, and every folder above it. Where everybody may make files but change only his own,
+// the entry must be the user's: anybody may have put a second name of a file of root's there.
+bool SoloDelUsuario(const QString &ruta)
+{
+    struct stat entrada {
+    };
+    if (lstat(QFile::encodeName(ruta).constData(), &entrada) != 0 || !S_ISREG(entrada.st_mode)
+        || EscribenOtros(entrada))
+        return false;
+    for (QString carpeta = ruta; carpeta != "/";) {
+        carpeta = QFileInfo(carpeta).path();
+        struct stat hallada {
+        };
+        const bool ajena = entrada.st_uid != geteuid() && entrada.st_uid != 0;
+        if (ajena || lstat(QFile::encodeName(carpeta).constData(), &hallada) != 0)
+            return false;
+        if (EscribenOtros(hallada) && !((hallada.st_mode & S_ISVTX) && entrada.st_uid == geteuid()))
+            return false;
+        entrada = hallada;
+    }
+    return entrada.st_uid == 0 || entrada.st_uid == geteuid();
+}
+
+void RevisarFormato(const QSettings &ajustes)
+{
+    if (ajustes.status() == QSettings::FormatError)
+        throw ErrorEjecucion(errores::Datos, "El registro de componentes «" + ajustes.fileName() + "» está dañado.");
 }
 
 // Creates the file closed to others before anything is written to it.
@@ -54,21 +89,26 @@ std::optional<ClaseRegistrada> Buscar(const QString &clase)
 {
     RevisarDuenio(Archivo());
     QSettings ajustes(Archivo(), QSettings::IniFormat);
+    RevisarFormato(ajustes);
     ajustes.beginGroup(clase);
-    if (!ajustes.contains("InprocServer32"))
+    const QString biblioteca = QFileInfo(ajustes.value("InprocServer32").toString()).canonicalFilePath();
+    if (biblioteca.isEmpty() || !SoloDelUsuario(biblioteca))
         return std::nullopt;
-    return ClaseRegistrada{ajustes.value("InprocServer32").toString(), ajustes.value("ProgID").toString(),
-                           ajustes.value("Version").toString()};
+    return ClaseRegistrada{biblioteca, ajustes.value("ProgID").toString(), ajustes.value("Version").toString(),
+                           ajustes.value("Marca").toString()};
 }
 
 void Escribir(const QString &clase, const ClaseRegistrada &registrada)
 {
+    if (QSettings(Archivo(), QSettings::IniFormat).status() == QSettings::FormatError)
+        QFile::remove(Archivo());
     Preparar(Archivo());
     QSettings ajustes(Archivo(), QSettings::IniFormat);
     ajustes.beginGroup(clase);
     ajustes.setValue("InprocServer32", registrada.biblioteca);
     ajustes.setValue("ProgID", registrada.programa);
     ajustes.setValue("Version", registrada.version);
+    ajustes.setValue("Marca", registrada.marca);
     ajustes.setValue("ThreadingModel", "Apartment");
     Guardar(ajustes);
 }
