@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <csignal>
 #include <dlfcn.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -19,6 +20,7 @@ class PrInstalador : public QObject
 
 private Q_SLOTS:
     void creada();
+    void restos();
     void rechazada_data();
     void rechazada();
     void sinEspacio();
@@ -159,6 +161,26 @@ void PrInstalador::creada()
     const QByteArray antes = Contenido(archivo);
     qvx::AbrirBaseDeDatos(archivo, true); // no examples come into it
     QCOMPARE(Contenido(archivo), antes);
+}
+
+// What a start that was killed has left goes with the next one, but for what somebody is at, and what is another's.
+void PrInstalador::restos()
+{
+    const QTemporaryDir carpeta;
+    const auto poner = [&](const QString &nombre, int segundos) {
+        QFile archivo(carpeta.filePath(nombre));
+        QVERIFY(archivo.open(QIODevice::WriteOnly)
+                && archivo.setFileTime(QDateTime::currentDateTime().addSecs(-segundos), QFile::FileModificationTime));
+    };
+    for (const char *nombre :
+         {"x.db.qvx-aaaaaa", "x.db.qvx-aaaaaa-journal", "x.db.qvx-bbbbbb", "x.db.backup", "y.db.qvx-dddddd"})
+        poner(nombre, 3600);
+    poner("x.db.qvx-cccccc", 0);
+    QFile ocupado(carpeta.filePath("x.db.qvx-bbbbbb"));
+    QVERIFY(ocupado.open(QIODevice::ReadOnly) && flock(ocupado.handle(), LOCK_EX) == 0);
+    QVERIFY(qvx::AbrirBaseDeDatos(carpeta.filePath("x.db"), false));
+    QCOMPARE(QDir(carpeta.path()).entryList(QDir::Files).join(' '),
+             "x.db x.db.backup x.db.qvx-bbbbbb x.db.qvx-cccccc y.db.qvx-dddddd");
 }
 
 void PrInstalador::rechazada_data()

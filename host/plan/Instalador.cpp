@@ -13,6 +13,7 @@
 #include <QScopeGuard>
 #include <QSqlError>
 #include <QTemporaryFile>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace qvx
@@ -95,12 +96,41 @@ void Llenar(const QString &ruta, const QString &archivo, bool conEjemplos)
     base.Ejecutar("COMMIT");
 }
 
+const QString MarcaProvisional = ".qvx-";
+constexpr qint64 SegundosParaApartar = 60; // from the making of a provisional file to its lock, with all time to spare
+
+// A file of the owner's alone, beside the database until it is whole. The lock says that somebody is at it.
+bool Apartar(QTemporaryFile &provisional)
+{
+    return provisional.open() && flock(provisional.handle(), LOCK_EX) == 0;
+}
+
+// What programs that were killed have left of it: the user's own, and nobody is at it.
+void BorrarRestos(const QString &archivo)
+{
+    const QFileInfo base(archivo);
+    const QDir carpeta = base.absoluteDir();
+    for (const QFileInfo &resto :
+         carpeta.entryInfoList({"*" + MarcaProvisional + "??????"}, QDir::Files | QDir::Hidden)) {
+        if (!resto.fileName().startsWith(base.fileName() + MarcaProvisional) || resto.isSymLink()
+            || resto.ownerId() != geteuid()
+            || resto.lastModified().secsTo(QDateTime::currentDateTime()) < SegundosParaApartar)
+            continue;
+        QFile abierto(resto.filePath());
+        if (!abierto.open(QIODevice::ReadOnly) || flock(abierto.handle(), LOCK_EX | LOCK_NB) != 0)
+            continue;
+        QFile::remove(resto.filePath() + "-journal");
+        abierto.remove();
+    }
+}
+
 // Made beside its place and renamed when it is whole.
 void Crear(const QString &archivo, bool conEjemplos)
 {
     const QString carpeta = QFileInfo(archivo).absolutePath();
-    QTemporaryFile nuevo(archivo + ".XXXXXX");
-    if (!QDir().mkpath(carpeta) || !nuevo.open())
+    BorrarRestos(archivo);
+    QTemporaryFile nuevo(archivo + MarcaProvisional + "XXXXXX");
+    if (!QDir().mkpath(carpeta) || !Apartar(nuevo))
         Rechazar(archivo, "no se puede crear: " + (nuevo.errorString().isEmpty() ? carpeta : nuevo.errorString()));
     nuevo.close();
     Llenar(nuevo.fileName(), archivo, conEjemplos);
@@ -134,8 +164,9 @@ QString Copiar(BaseAbierta &base, const QString &archivo, int version)
     const auto rechazar = [&](const QString &motivo) {
         Rechazar(archivo, "no se puede copiar antes de actualizarla: " + motivo);
     };
-    QTemporaryFile copia(archivo + ".XXXXXX");
-    if (!copia.open())
+    BorrarRestos(archivo);
+    QTemporaryFile copia(archivo + MarcaProvisional + "XXXXXX");
+    if (!Apartar(copia))
         rechazar(copia.errorString());
     // What the engine leaves beside it on a full disk.
     const auto resto = qScopeGuard([diario = copia.fileName() + "-journal"] { QFile::remove(diario); });
