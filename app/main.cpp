@@ -6,11 +6,28 @@
 
 #include <fontconfig/fontconfig.h>
 #include <future>
-#include <sys/stat.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+
+namespace
+{
+
+// The memory holds the password of a server: it is written to no file when the program crashes, and not shown to the
+// person's other programs. Not in a development build, whose tools look into it.
+void Resguardar()
+{
+#ifdef NDEBUG
+    constexpr rlimit ninguno{0, 0};
+    setrlimit(RLIMIT_CORE, &ninguno);
+    prctl(PR_SET_DUMPABLE, 0, 0, 0, 0);
+#endif
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
-    umask(S_IRWXG | S_IRWXO);
+    Resguardar();
     QStringList linea;
     for (int i = 0; i < argc; ++i)
         linea.append(QString::fromLocal8Bit(argv[i]));
