@@ -10,6 +10,8 @@
 #include "frmKT580/frmKT580.h"
 #include "ui_frmKT580.h"
 
+#include <QScopedValueRollback>
+
 using namespace Publico;
 using comunesQVX::Nodo;
 namespace tecla = comunesQVX::tecla;
@@ -28,6 +30,7 @@ void frmKT580::CargarPartes()
     Trampa::en(*this, "CargarPartes()", 7500001, [&] {
         ui->tvPartes->Clear();
         ui->tvPartes->Add("", "N" + ClaveRaiz, TextoRaiz, Activa)->Tag = 1;
+        demasiadoHondo = false;
         AddSubParte(ClaveRaiz);
         ui->tvPartes->Primero()->setExpanded(true);
     });
@@ -37,15 +40,26 @@ void frmKT580::CargarPartes()
 void frmKT580::AddSubParte(const QString &padre)
 {
     Trampa::en(*this, "AddSubParte()", 7500002, [&] {
+        const QScopedValueRollback bajo(nivel, nivel + 1);
+        RevisarNivel();
         strSQL = "SELECT * FROM Tipo_Equipo_Parte WHERE Tep_Padre = '" + padre + "' and Te_Cve_Tipo_Equipo = '"
                  + ui->txtTipoEquipo->Text() + "' ORDER BY Te_Cve_Tipo_Equipo, Tep_ID ASC";
-        for (auto hijos = Sistema->Conexion().Execute(strSQL); !hijos.Eof(); hijos.MoveNext()) {
+        for (auto hijos = Sistema->Conexion().Execute(strSQL); !hijos.Eof() && !demasiadoHondo; hijos.MoveNext()) {
             const QString parte = hijos["Tep_ID"];
             ui->tvPartes->Add("N" + padre, "N" + parte, parte + " - " + hijos["Tep_Descripcion"],
                               hijos["Es_Cve_Estado"] == "AC" ? Activa : Baja);
             AddSubParte(parte);
         }
     });
+}
+
+void frmKT580::RevisarNivel()
+{
+    if (nivel <= MaximoNiveles)
+        return;
+    demasiadoHondo = true;
+    throw qvx::ErrorEjecucion(qvx::errores::Desbordamiento,
+                              QString("El plan tiene más de %1 niveles").arg(MaximoNiveles));
 }
 
 QString frmKT580::GetPartePadre(const QString &tipoEquipo, const QString &tepId)

@@ -7,6 +7,8 @@
 #include "frmKT580/frmKT580.h"
 #include "ui_frmKT580.h"
 
+#include <QScopedValueRollback>
+
 using namespace Publico;
 
 namespace
@@ -29,10 +31,14 @@ QString CambioDeEstado(const QString &operador, const QString &fecha, const QStr
 } // namespace
 
 // Every child is written and logged twice, by its parent's loop and by its own call; that is meant so, and so is that
-// the answer of the inner calls is not passed on.
+// the answer of the inner calls is not passed on. Only that the plan goes on below what was reached is everybody's: no
+// part of it is retired alone.
 bool frmKT580::Update_Partes(const QString &tipoEquipo, const QString &parte, const QString &estado)
 {
     return Trampa::guardando(textoError, [&] {
+        const QScopedValueRollback bajo(nivel, nivel + 1);
+        demasiadoHondo = demasiadoHondo && nivel > 1;
+        RevisarNivel();
         const QString operador = Sistema->UsuarioActual();
         const QString fecha = Utilerias->TextoFecha(Utilerias->FechaServidor());
         const QString accion = estado == "BA" ? "Baja" : "Reactivación";
@@ -53,6 +59,8 @@ bool frmKT580::Update_Partes(const QString &tipoEquipo, const QString &parte, co
             Sistema->Conexion().Execute(strSQL);
             Utilerias->Bitacora("Tipo_Equipo_Parte", tipoEquipo + hijo, accion);
             Update_Partes(tipoEquipo, hijo, estado);
+            if (demasiadoHondo)
+                return false;
         }
         return true;
     });

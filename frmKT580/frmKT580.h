@@ -71,6 +71,8 @@ private:
     // Tree of parts
     void CargarPartes();
     void AddSubParte(const QString &padre);
+    // Raises an error below MaximoNiveles, and remembers it: who walks the parts stops wherever he is.
+    void RevisarNivel();
     void tvPartes_AfterLabelEdit(bool &cancelar, QString &texto);
     void tvPartes_KeyDown(int codigo);
     void tvPartes_NodeClick(comunesQVX::Nodo *nodo);
@@ -121,6 +123,11 @@ private:
     std::unique_ptr<Ui::frmKT580> ui;
     QString formatoParte;
     QString parteActual;
+    // The stack takes this many calls inside each other ten times over, in the build that takes most of it (7 KB each,
+    // with the sanitizers) half of it. No plan has ten levels.
+    static constexpr int MaximoNiveles = 500;
+    int nivel = 0; // of the walk that is running
+    bool demasiadoHondo = false;
     QString textoError;      // why a Boolean command function answered false, or products that an import did not know
     bool tipoValido = false; // when the type was last changed or confirmed
     bool activada = false;

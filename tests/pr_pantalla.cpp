@@ -15,6 +15,7 @@ private Q_SLOTS:
     void sinEditor();
     void soltar();
     void abrirArrastrando();
+    void hondura();
 
 private:
     bool Arrastrar(const QMimeData &datos, const QPoint &punto, bool suelta);
@@ -147,6 +148,22 @@ void PrPantalla::abrirArrastrando()
     QTRY_VERIFY(cerrado->isExpanded());
     QDragLeaveEvent sale;
     QCoreApplication::sendEvent(Arbol().viewport(), &sale);
+}
+
+// A plan deeper than the stack carries, which only another program can write, is told of once, and no part of it is
+// retired alone.
+void PrPantalla::hondura()
+{
+    const QString clave = "substr(CAST(100000 + %1 AS text), 2)";
+    Preparar("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20000) INSERT INTO "
+             "Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre) SELECT '0900', "
+             + clave.arg("i") + ", CASE WHEN i = 1 THEN '0005' ELSE " + clave.arg("(i - 1)") + " END FROM n");
+    QCOMPARE(Mensajes(), QStringList{"16|AddSubParte()|KT580|ERR-ID:7500002|El plan tiene más de 500 niveles"});
+    QVERIFY(Arbol().Contains("N00001") && Nodos(false).size() < 600);
+    const QStringList antes = escenario->Tablas();
+    Mandar("N0005", "Eliminar");
+    QCOMPARE(Mensajes(), QStringList{"48|Quorvex|KT580|ERR-ID:7500009|Error al dar de baja la parte del equipo"});
+    QCOMPARE(escenario->Tablas(), antes);
 }
 
 PRUEBA_MAIN(PrPantalla)
