@@ -17,7 +17,11 @@ QString FormularioConPadre::Transaccion() const
 
 int FormularioConPadre::Mensaje(const QString &texto, int estilo, const QString &titulo, int identificador)
 {
-    return Publico::Sistema->Mensaje(texto, estilo, titulo, hWnd(), "KT580", Publico::Identificador(identificador));
+    const qvx::Vigia vigia(*this);
+    const int respuesta =
+        Publico::Sistema->Mensaje(texto, estilo, titulo, hWnd(), "KT580", Publico::Identificador(identificador));
+    vigia.Revisar();
+    return respuesta;
 }
 
 void FormularioConPadre::Advertir(const QString &texto, int identificador)

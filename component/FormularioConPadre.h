@@ -26,7 +26,8 @@ public:
     QString TextoDelPadre(const char *propiedad) const;
 
     // Messages of this form; identificador is the number after "ERR-ID:". Advertir warns (style 48, title "Quorvex"),
-    // Preguntar asks with the style given and gives the answer's number.
+    // Preguntar asks with the style given and gives the answer's number. They raise FormularioIdo when the form was
+    // closed or destroyed before the answer.
     int Mensaje(const QString &texto, int estilo, const QString &titulo, int identificador);
     void Advertir(const QString &texto, int identificador);
     int Preguntar(const QString &texto, int estilo, int identificador);

@@ -17,7 +17,9 @@ void frmKT580::Controles_B3Click()
             Advertir("Seleccione un tipo de equipo para copiar el plan de mantenimiento", 7500032);
             return;
         }
+        const qvx::Vigia vigia(*this);
         const QString destino = Utilerias->BuscarEnCatalogo("TIPO_EQUIPO", 100, "", QFont(), this);
+        vigia.Revisar();
         if (destino.isEmpty())
             return;
         // Compared as the database does: a copy to the same type would delete its plan.

@@ -162,12 +162,14 @@ void frmKT580::txtTipoEquipo_Change()
 // The toolbar follows: a choice is confirmed first, and resolved at once.
 void frmKT580::txtTipoEquipo_Validate()
 {
-    tipoValido = TipoValido();
-    VaciarServicios();
-    if (tipoValido)
-        CargarPartes();
-    else
-        ui->tvPartes->Clear();
+    Trampa::enEvento([&] {
+        tipoValido = TipoValido();
+        VaciarServicios();
+        if (tipoValido)
+            CargarPartes();
+        else
+            ui->tvPartes->Clear();
+    });
 }
 
 // No part is selected: only commands on the whole plan.
@@ -194,25 +196,29 @@ void frmKT580::Controles_Info()
 // The command behind an extra button is what it offers.
 void frmKT580::Controles_B1Click()
 {
-    const toolbarQVX::Extra orden = ui->Controles->Ofrecido().extras[0];
-    bool hecho = true;
-    if (orden == ordenes::EliminarParte)
-        hecho = Eliminar_Parte();
-    else if (orden == ordenes::ExportarXml)
-        hecho = Exportar_xml();
-    if (!hecho)
-        MostrarError("Controles_B1Click()", orden == ordenes::ExportarXml ? 7500017 : 7500016);
+    Trampa::enEvento([&] {
+        const toolbarQVX::Extra orden = ui->Controles->Ofrecido().extras[0];
+        bool hecho = true;
+        if (orden == ordenes::EliminarParte)
+            hecho = Eliminar_Parte();
+        else if (orden == ordenes::ExportarXml)
+            hecho = Exportar_xml();
+        if (!hecho)
+            MostrarError("Controles_B1Click()", orden == ordenes::ExportarXml ? 7500017 : 7500016);
+    });
 }
 
 void frmKT580::Controles_B2Click()
 {
-    const toolbarQVX::Extra orden = ui->Controles->Ofrecido().extras[1];
-    if (orden == ordenes::ImportarXml)
-        return B2Importar();
-    if (orden != ordenes::AgregarServicio || Nuevo_Servicio())
-        return;
-    Sistema->Conexion().RollbackTrans();
-    MostrarError("Controles_B2Click()", 7500022);
+    Trampa::enEvento([&] {
+        const toolbarQVX::Extra orden = ui->Controles->Ofrecido().extras[1];
+        if (orden == ordenes::ImportarXml)
+            return B2Importar();
+        if (orden != ordenes::AgregarServicio || Nuevo_Servicio())
+            return;
+        Sistema->Conexion().RollbackTrans();
+        MostrarError("Controles_B2Click()", 7500022);
+    });
 }
 
 // The error that a command left, if it left one.

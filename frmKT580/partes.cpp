@@ -2,6 +2,7 @@
 
 #include "component/PunteroReloj.h"
 #include "component/Trampa.h"
+#include "controls/DeAmbos.h"
 #include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Conexion.h"
@@ -35,19 +36,21 @@ void frmKT580::Controles_Nuevo()
         const auto ruta = Ruta(tipoEquipo, padre, 7500003);
         if (!ruta)
             return;
-        frmAddParte dialogo(*this);
-        dialogo.Nuevo = true;
-        dialogo.Cargar();
-        dialogo.LlenarPadre(padre, *ruta);
-        dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
-        dialogo.LlenarParte(qvx::ClaveConFormato(clave, formatoParte), "");
-        dialogo.MostrarModal();
-        if (dialogo.Aceptado) {
+        const qvx::Vigia vigia(*this);
+        const qvx::DeAmbos<frmAddParte> dialogo(new frmAddParte(*this));
+        dialogo->Nuevo = true;
+        dialogo->Cargar();
+        dialogo->LlenarPadre(padre, *ruta);
+        dialogo->LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
+        dialogo->LlenarParte(qvx::ClaveConFormato(clave, formatoParte), "");
+        dialogo->MostrarModal();
+        vigia.Revisar();
+        if (dialogo->Aceptado) {
             const PunteroReloj reloj;
             CargarPartes();
-            SeleccionarPadreDe("N" + dialogo.Clave());
+            SeleccionarPadreDe("N" + dialogo->Clave());
         }
-        dialogo.Descargar();
+        dialogo->Descargar();
     });
 }
 
@@ -78,20 +81,22 @@ void frmKT580::Controles_Editar()
                  + tipoEquipo + "' ";
         const auto fila = Sistema->Conexion().Execute(strSQL);
         const QString padre = fila["Tep_Padre"];
-        frmAddParte dialogo(*this);
-        dialogo.Nuevo = false;
-        dialogo.Cargar();
-        dialogo.LlenarPadre(padre, *ruta);
-        dialogo.LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
-        dialogo.LlenarParte(parte, fila["Tep_Descripcion"]);
-        dialogo.MostrarModal();
-        if (dialogo.Aceptado) {
+        const qvx::Vigia vigia(*this);
+        const qvx::DeAmbos<frmAddParte> dialogo(new frmAddParte(*this));
+        dialogo->Nuevo = false;
+        dialogo->Cargar();
+        dialogo->LlenarPadre(padre, *ruta);
+        dialogo->LlenarTipo(tipoEquipo, ui->txtNTipoEquipo->Text());
+        dialogo->LlenarParte(parte, fila["Tep_Descripcion"]);
+        dialogo->MostrarModal();
+        vigia.Revisar();
+        if (dialogo->Aceptado) {
             CargarPartes();
-            ui->tvPartes->Item("N" + parte)->setText(parte + " - " + dialogo.Texto());
+            ui->tvPartes->Item("N" + parte)->setText(parte + " - " + dialogo->Texto());
             SeleccionarParte("N" + parte);
             if (ui->tvPartes->isEnabled())
                 ui->tvPartes->setFocus();
         }
-        dialogo.Descargar();
+        dialogo->Descargar();
     });
 }

@@ -2,6 +2,7 @@
 
 #include "component/Trampa.h"
 #include "controls/Controles.h"
+#include "controls/DeAmbos.h"
 #include "controls/FormatoLista.h"
 #include "controls/ListView.h"
 #include "controls/Teclas.h"
@@ -71,16 +72,18 @@ void frmKT580::lvServicios_DblClick()
         const auto ruta = Ruta(ui->txtTipoEquipo->Text(), parteActual, 7500030);
         if (!ruta)
             return;
-        frmServicio editor(this);
-        editor.Nuevo = false;
-        PrepararEditor(editor, *ruta);
-        editor.Cargar();
+        const qvx::Vigia vigia(*this);
+        const qvx::DeAmbos<frmServicio> editor(new frmServicio(this));
+        editor->Nuevo = false;
+        PrepararEditor(*editor, *ruta);
+        editor->Cargar();
         if (DadaDeBaja(ui->tvPartes->SelectedItem()))
-            editor.SoloLectura();
-        if (editor.Editar_Servicios(ui->txtTipoEquipo->Text(), parteActual, folio))
-            editor.MostrarModal();
+            editor->SoloLectura();
+        if (editor->Editar_Servicios(ui->txtTipoEquipo->Text(), parteActual, folio))
+            editor->MostrarModal();
+        vigia.Revisar();
         unsetCursor();
-        editor.Descargar();
+        editor->Descargar();
         tvPartes_NodeClick(ui->tvPartes->SelectedItem());
     });
 }
@@ -96,14 +99,16 @@ bool frmKT580::Nuevo_Servicio()
         const auto ruta = Ruta(ui->txtTipoEquipo->Text(), parteActual, 7500029);
         if (!ruta)
             return true;
-        frmServicio editor(this);
-        editor.Nuevo = true;
-        PrepararEditor(editor, *ruta);
-        editor.Cargar();
-        if (editor.TieneClave())
-            editor.MostrarModal();
+        const qvx::Vigia vigia(*this);
+        const qvx::DeAmbos<frmServicio> editor(new frmServicio(this));
+        editor->Nuevo = true;
+        PrepararEditor(*editor, *ruta);
+        editor->Cargar();
+        if (editor->TieneClave())
+            editor->MostrarModal();
+        vigia.Revisar();
         unsetCursor();
-        editor.Descargar();
+        editor->Descargar();
 
         comunesQVX::Nodo *nodo = ui->tvPartes->SelectedItem();
         tvPartes_NodeClick(nodo);

@@ -87,8 +87,10 @@ void frmServicio::Grid_BtnClick(const Recurso &recurso, int columna)
     Trampa::delHost(*this, [&] {
         Grid &grid = *recurso.grid;
         const QString nombre = grid.NombreColumna(columna);
+        const qvx::Vigia vigia(*this);
         const QString clave = Utilerias->BuscarEnCatalogo(nombre == "Gasto" ? "TIPO_GASTO" : recurso.clase.catalogo, 0,
                                                           "", QFont(), this);
+        vigia.Revisar();
         if (clave.isEmpty())
             return;
         grid.setCelda(grid.Row(), nombre, clave);

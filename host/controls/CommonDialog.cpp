@@ -1,10 +1,12 @@
 #include "controls/CommonDialog.h"
 
+#include "controls/Formulario.h"
 #include "data/ErrorEjecucion.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
 
 #include <QFileInfo>
+#include <QPointer>
 
 namespace comunesQVX
 {
@@ -16,8 +18,11 @@ QString CommonDialog::FileTitle() const
 
 void CommonDialog::Mostrar(bool paraGuardar)
 {
+    const QPointer<CommonDialog> vivo = this;
     const QString elegido =
         qvx::Sesion::Actual().Interaccion().ElegirArchivo({titulo, filtro, archivo, carpeta, paraGuardar}, window());
+    if (!vivo)
+        throw qvx::FormularioIdo();
     if (!elegido.isEmpty())
         archivo = elegido;
     else if (errorAlCancelar)

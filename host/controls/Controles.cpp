@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QToolButton>
 
 namespace toolbarQVX
@@ -71,12 +72,15 @@ QAction *Controles::Agregar(const QString &nombre, const QString &texto, const Q
 void Controles::Ejecutar(const QAction &orden, void (Controles::*senal)())
 {
     const QString titulo = orden.text();
+    const QPointer<Controles> viva = this;
     if (&orden != cancelar && &orden != cerrar && !qvx::EntradaPendiente::ConfirmarLaDelFoco())
+        return;
+    if (!viva)
         return;
     // An entry that cannot be taken may have been left behind, on a page that is not open.
     if (&orden == aceptar && !qvx::EntradaPendiente::ConfirmarLasDe(*parentWidget()))
         return;
-    if (orden.isEnabled() && orden.text() == titulo)
+    if (viva && orden.isEnabled() && orden.text() == titulo)
         Q_EMIT(this->*senal)();
 }
 

@@ -1,5 +1,6 @@
 #include "controls/DialogoCatalogo.h"
 
+#include "controls/DeAmbos.h"
 #include "controls/Formulario.h"
 #include "controls/ModeloCatalogo.h"
 #include "controls/SSOleDBGrid.h"
@@ -44,9 +45,9 @@ QString ClavePresente(const QWidget *duena)
 QString DialogoCatalogo::Elegir(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
                                 QWidget *duena)
 {
-    DialogoCatalogo dialogo(catalogo, maximo, filtro, duena);
-    dialogo.setFont(fuente);
-    return dialogo.exec() == QDialog::Accepted ? dialogo.ClaveElegida() : QString();
+    const DeAmbos<DialogoCatalogo> dialogo(new DialogoCatalogo(catalogo, maximo, filtro, duena));
+    dialogo->setFont(fuente);
+    return dialogo->exec() == QDialog::Accepted ? dialogo->ClaveElegida() : QString();
 }
 
 // Read once; what is typed then looks among what was read.

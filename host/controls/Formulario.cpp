@@ -20,6 +20,8 @@ Formulario::Formulario(const QWidget *duena)
     : QWidget(duena->window(), Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowTitleHint)
 {
     setWindowModality(Qt::ApplicationModal);
+    if (const auto *formulario = qobject_cast<const Formulario *>(duena))
+        connect(formulario, &Formulario::Descargado, this, &Formulario::Descargar);
 }
 
 void Formulario::Cargar()
@@ -32,12 +34,15 @@ void Formulario::Cargar()
 
 void Formulario::MostrarModal()
 {
+    const QPointer<Formulario> vivo = this;
     resize(Cabida(*this, size()));
     QEventLoop espera;
     connect(this, &Formulario::Oculto, &espera, &QEventLoop::quit);
     connect(this, &QObject::destroyed, &espera, &QEventLoop::quit);
     show();
     espera.exec(QEventLoop::DialogExec);
+    if (!vivo)
+        throw FormularioIdo();
 }
 
 void Formulario::Descargar()

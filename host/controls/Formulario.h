@@ -6,6 +6,12 @@
 namespace qvx
 {
 
+// Whoever waited for a person finds his form closed or destroyed: his procedure has nothing more to do, and nothing to
+// report. No error of the system's, so that no report catches it; it must not leave the handler of an event.
+class Q_DECL_EXPORT FormularioIdo
+{
+};
+
 // Base of every form: load, activate, resize and unload as events; twips; modal showing.
 class Formulario : public QWidget
 {
@@ -21,7 +27,8 @@ public:
     // Runs the load once; showing a form that is not loaded loads it first.
     void Cargar();
     bool Cargado() const { return cargado; }
-    // Shows the form over its owner and returns when it is hidden or unloaded.
+    // Shows the form over its owner and returns when it is hidden or unloaded; raises FormularioIdo when it was
+    // destroyed meanwhile.
     void MostrarModal();
     // Ends the form: Form_Unload, hidden. It is destroyed by whoever created it, or by its own Form_Unload.
     void Descargar();
@@ -55,6 +62,23 @@ protected:
 
 private:
     bool cargado = false;
+};
+
+// Watches over a form while its procedure waits for a person: its host may close it or destroy it meanwhile.
+class Vigia
+{
+public:
+    explicit Vigia(const Formulario &formulario_) : formulario(&formulario_), cargado(formulario_.Cargado()) {}
+    // Raises FormularioIdo.
+    void Revisar() const
+    {
+        if (!formulario || (cargado && !formulario->Cargado()))
+            throw FormularioIdo();
+    }
+
+private:
+    QPointer<const Formulario> formulario;
+    bool cargado;
 };
 
 } // namespace qvx

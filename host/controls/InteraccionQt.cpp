@@ -1,5 +1,6 @@
 #include "controls/InteraccionQt.h"
 
+#include "controls/DeAmbos.h"
 #include "controls/DialogoCatalogo.h"
 #include "controls/Formulario.h"
 #include "controls/colorQVX.h"
@@ -166,18 +167,18 @@ EstiloMensaje DecodificarEstilo(int estilo)
 
 int InteraccionQt::Mensaje(const Aviso &aviso)
 {
-    QMessageBox caja(QWidget::find(aviso.ventana));
-    coloresQVX::colorQVX::AplicarA(caja);
+    const DeAmbos<QMessageBox> caja(new QMessageBox(QWidget::find(aviso.ventana)));
+    coloresQVX::colorQVX::AplicarA(*caja);
     const EstiloMensaje estilo = DecodificarEstilo(aviso.estilo);
-    caja.setWindowTitle(aviso.titulo);
-    caja.setTextFormat(Qt::PlainText);
-    caja.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    caja.setText(aviso.texto);
-    caja.setIcon(estilo.icono);
-    PonerProcedencia(caja, Procedencia(aviso));
-    PonerBotones(caja, estilo);
-    PonerDetalles(caja, aviso.detalles);
-    return Respuesta(caja.exec());
+    caja->setWindowTitle(aviso.titulo);
+    caja->setTextFormat(Qt::PlainText);
+    caja->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    caja->setText(aviso.texto);
+    caja->setIcon(estilo.icono);
+    PonerProcedencia(*caja, Procedencia(aviso));
+    PonerBotones(*caja, estilo);
+    PonerDetalles(*caja, aviso.detalles);
+    return Respuesta(caja->exec());
 }
 
 QString InteraccionQt::BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
@@ -189,30 +190,30 @@ QString InteraccionQt::BuscarEnCatalogo(const QString &catalogo, int maximo, con
 // The name is taken as it was left: no suffix is added to it.
 QString InteraccionQt::ElegirArchivo(const PeticionArchivo &peticion, QWidget *duena)
 {
-    QFileDialog dialogo(duena, peticion.titulo);
-    coloresQVX::colorQVX::AplicarA(dialogo);
-    dialogo.resize(Formulario::Cabida(dialogo, TamanoArchivos));
-    if (auto *archivos = dialogo.findChild<QTreeView *>("treeView"))
+    const DeAmbos<QFileDialog> dialogo(new QFileDialog(duena, peticion.titulo));
+    coloresQVX::colorQVX::AplicarA(*dialogo);
+    dialogo->resize(Formulario::Cabida(*dialogo, TamanoArchivos));
+    if (auto *archivos = dialogo->findChild<QTreeView *>("treeView"))
         archivos->header()->setStretchLastSection(true);
-    dialogo.setAcceptMode(peticion.paraGuardar ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialogo.setFileMode(peticion.paraGuardar ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialogo->setAcceptMode(peticion.paraGuardar ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialogo->setFileMode(peticion.paraGuardar ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     const QString patron = peticion.filtro.section(QLatin1Char('|'), 1);
-    dialogo.setNameFilter(peticion.filtro.section(QLatin1Char('|'), 0, 0) + " (" + patron + ")");
-    dialogo.setDirectory(peticion.carpeta.isEmpty()
-                             ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
-                             : peticion.carpeta);
+    dialogo->setNameFilter(peticion.filtro.section(QLatin1Char('|'), 0, 0) + " (" + patron + ")");
+    dialogo->setDirectory(peticion.carpeta.isEmpty()
+                              ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
+                              : peticion.carpeta);
     if (!peticion.archivo.isEmpty())
-        dialogo.selectFile(peticion.archivo);
-    return dialogo.exec() == QDialog::Accepted ? dialogo.selectedFiles().value(0) : QString();
+        dialogo->selectFile(peticion.archivo);
+    return dialogo->exec() == QDialog::Accepted ? dialogo->selectedFiles().value(0) : QString();
 }
 
 void InteraccionQt::InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena)
 {
-    QDialog dialogo(duena);
-    coloresQVX::colorQVX::AplicarA(dialogo);
-    dialogo.setWindowTitle("Información del registro");
-    dialogo.setMinimumWidth(AnchoInformacion);
-    auto *disposicion = new QVBoxLayout(&dialogo);
+    const DeAmbos<QDialog> dialogo(new QDialog(duena));
+    coloresQVX::colorQVX::AplicarA(*dialogo);
+    dialogo->setWindowTitle("Información del registro");
+    dialogo->setMinimumWidth(AnchoInformacion);
+    auto *disposicion = new QVBoxLayout(&*dialogo);
     disposicion->setContentsMargins(16, 16, 16, 12);
     auto *campos = new QFormLayout;
     campos->setHorizontalSpacing(24);
@@ -225,11 +226,11 @@ void InteraccionQt::InformacionRegistro(const QList<QPair<QString, QString>> &da
     cerrar->setText("&Cerrar");
     cerrar->setIcon({});
     cerrar->setDefault(true);
-    QObject::connect(botones, &QDialogButtonBox::rejected, &dialogo, &QDialog::reject);
+    QObject::connect(botones, &QDialogButtonBox::rejected, &*dialogo, &QDialog::reject);
     disposicion->addStretch();
     disposicion->addWidget(botones);
     cerrar->setFocus();
-    dialogo.exec();
+    dialogo->exec();
 }
 
 } // namespace qvx

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMimeData>
+#include <QPointer>
 #include <algorithm>
 
 namespace comunesQVX
@@ -128,8 +129,11 @@ void ListView::keyPressEvent(QKeyEvent *evento)
             Q_EMIT DblClick();
         return;
     }
+    const QPointer<ListView> viva = this;
     if (codigo != 0)
         Q_EMIT KeyDown(codigo);
+    if (!viva)
+        return;
     const bool flecha = evento->key() == Qt::Key_Up || evento->key() == Qt::Key_Down;
     if (flecha && !HaySeleccion() && currentItem())
         currentItem()->setSelected(true);

@@ -3,6 +3,7 @@
 #include "data/ErrorEjecucion.h"
 
 #include <QPainter>
+#include <QPointer>
 #include <QStyledItemDelegate>
 #include <utility>
 
@@ -217,7 +218,10 @@ void TreeView::TerminarEdicion(Edicion edicion)
 {
     bool cancelar = false;
     claveEditada = edicion.clave;
+    const QPointer<TreeView> vivo = this;
     Q_EMIT AfterLabelEdit(cancelar, edicion.texto);
+    if (!vivo)
+        return;
     Nodo *nodo = porClave.value(std::exchange(claveEditada, QString()));
     if (nodo && !cancelar && !edicion.texto.isEmpty())
         nodo->setText(edicion.texto);

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPointer>
 #include <QTimer>
 #include <utility>
 
@@ -46,9 +47,10 @@ void TreeView::keyPressEvent(QKeyEvent *evento)
         evento->setAccepted(codigo == tecla::Enter);
         return;
     }
+    const QPointer<TreeView> vivo = this;
     if (codigo != 0)
         Q_EMIT KeyDown(codigo);
-    if (codigo != 0 && codigo != tecla::Supr)
+    if (!vivo || (codigo != 0 && codigo != tecla::Supr))
         return;
     const QString antes = ClaveElegida();
     if (!MoverConTecla(evento->key()))
@@ -171,8 +173,10 @@ void TreeView::dropEvent(QDropEvent *evento)
     evento->setDropAction(Qt::CopyAction);
     evento->accept();
     QTimer::singleShot(0, this, [this, texto = evento->mimeData()->text()] {
+        const QPointer<TreeView> vivo = this;
         Q_EMIT OLEDragDrop(texto);
-        setDropHighlight(nullptr);
+        if (vivo)
+            setDropHighlight(nullptr);
     });
 }
 

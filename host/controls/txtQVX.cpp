@@ -15,6 +15,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QRegularExpressionValidator>
 #include <QToolButton>
 #include <algorithm>
@@ -97,8 +98,10 @@ void txtQVX::Poner(const QString &texto)
 void txtQVX::Elegir(const QString &clave)
 {
     setText(formato.isEmpty() ? clave : qvx::ClaveConFormato(clave, formato));
+    const QPointer<txtQVX> viva = this;
     Q_EMIT Confirmado();
-    Q_EMIT Resuelto();
+    if (viva)
+        Q_EMIT Resuelto();
 }
 
 // What is wrong with the text that was typed, "" when nothing is.
@@ -137,8 +140,9 @@ void txtQVX::Buscar()
     if (!OfreceBusqueda())
         return;
     try {
+        const QPointer<txtQVX> viva = this;
         const QString clave = qvx::Sesion::Actual().Interaccion().BuscarEnCatalogo(catalogo, 0, {}, font(), this);
-        if (!clave.isEmpty())
+        if (viva && !clave.isEmpty())
             Elegir(clave);
     } catch (const qvx::ErrorEjecucion &error) {
         Avisar(error);
@@ -190,8 +194,12 @@ bool txtQVX::eventFilter(QObject *objeto, QEvent *evento)
         return AlPulsar(*static_cast<QKeyEvent *>(evento));
     // A form that is being closed has no use for what was typed last.
     if (objeto == linea && evento->type() == QEvent::FocusOut && Raiz()->isVisible()
-        && EsSalida(static_cast<QFocusEvent *>(evento)->reason()))
+        && EsSalida(static_cast<QFocusEvent *>(evento)->reason())) {
+        const QPointer<txtQVX> viva = this;
         AlSalir(*this, Reparo().isEmpty());
+        if (!viva)
+            return true; // there is nobody left to give the event to
+    }
     return QWidget::eventFilter(objeto, evento);
 }
 
@@ -204,10 +212,12 @@ bool txtQVX::AlPulsar(const QKeyEvent &tecla)
         Buscar();
         return true;
     case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (ConfirmarEntrada() && window()->focusWidget() == linea) // no handler has put the focus elsewhere
+    case Qt::Key_Enter: {
+        const QPointer<txtQVX> viva = this;
+        if (ConfirmarEntrada() && viva && window()->focusWidget() == linea) // no handler has put the focus elsewhere
             focusNextPrevChild(true);
         return true;
+    }
     default:
         return false;
     }

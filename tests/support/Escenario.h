@@ -47,6 +47,8 @@ public:
     QWidget &Pantalla(const QString &parametros = {});
     void CerrarPantalla();
     bool HayPantalla() const { return pantalla; }
+    // As a host that has no more use for it.
+    void DestruirVentana() { delete ventana.release(); }
     template <class Control>
     Control &De(const QString &nombre) const
     {

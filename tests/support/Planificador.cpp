@@ -80,6 +80,8 @@ void Planificador::EnLaForma(const std::function<void()> &abrir, const Pasos &pa
     delete espera;
     if (!abierta && escenario->Personas().detalles.isEmpty())
         qFatal("No se abrió nada");
+    if (!escenario->HayPantalla() || !Arbol().window()->isVisible())
+        return;
     Arbol().window()->activateWindow(); // as a window manager does
     if (!QTest::qWaitForWindowActive(Arbol().window()))
         qFatal("La pantalla no volvió a activarse");
