@@ -3,14 +3,26 @@
 # password in its address, can open. Sourced by ./run.
 
 procesos=()
+nombres=()
 
-# lanzar NAME COMMAND…: starts it in a session of its own, so that Ctrl+C reaches only ./run, which ends them in order,
-# each with whatever it started itself.
+# aparte COMMAND…: a session of its own, so that Ctrl+C reaches only ./run, which ends them in order, each with whatever it
+# started itself. Should ./run be killed, the system ends them. Nobody but ./run holds the end of the watch's pipe.
+aparte() {
+    exec setpriv --pdeathsig TERM setsid "$@" {cabo}>&-
+}
+
+# lanzar NAME COMMAND…: starts it apart, with a log of its own.
 lanzar() {
-    local nombre=$1
-    shift
-    setsid "$@" >"$privado/$nombre.log" 2>&1 </dev/null &
+    nombres+=("$1")
+    (aparte "${@:2}") >"$privado/$1.log" 2>&1 </dev/null &
     procesos+=($!)
+}
+
+# Removes the folder when ./run has ended, however it did: the pipe has an end then.
+vigilar() {
+    # shellcheck disable=SC2016 # for the other shell
+    exec {cabo}> >(trap '' INT TERM HUP &&
+        exec setsid sh -c 'cat; sleep 1; rm -rf "$1"' sh "$privado" >/dev/null 2>&1)
 }
 
 # esperar PID COMMAND…: until the command succeeds; fails when the process has ended or after 20 seconds.
@@ -37,12 +49,12 @@ recoger() {
         done
         kill -KILL -- "-$pid" 2>/dev/null || true
     done
-    wait
+    wait "${procesos[@]}" || true
     rm -rf "$privado"
 }
 
 sin_pantalla() {
-    aviso "The virtual screen did not start: $1"
+    aviso "The virtual screen $2: $1"
     tail -n 5 "$privado/$1.log" >&2
     exit 1
 }
@@ -57,8 +69,9 @@ numero_anotado() {
 }
 
 en_pantalla_virtual() {
-    local galleta clave numero='' puerto estado
+    local galleta clave numero='' puerto estado primero='' i
     privado=$(mktemp -d)
+    vigilar
     trap recoger EXIT
     trap 'exit 129' HUP
     trap 'exit 130' INT
@@ -71,7 +84,7 @@ en_pantalla_virtual() {
     xauth -q source - <<<"add :0 . $galleta"
     : >"$privado/numero"
     lanzar Xvfb Xvfb -displayfd 3 -screen 0 1366x820x24 -auth "$XAUTHORITY" -nolisten tcp -noreset 3>"$privado/numero"
-    esperar $! numero_anotado || sin_pantalla Xvfb
+    esperar $! numero_anotado || sin_pantalla Xvfb "did not start"
     export DISPLAY=:$numero
     xauth -q source - <<<"add $DISPLAY . $galleta"
 
@@ -98,23 +111,26 @@ FIN
     printf '%s\n' "$clave" >"$privado/clave"
     lanzar x11vnc x11vnc -display "$DISPLAY" -auth "$XAUTHORITY" -unixsock "$privado/vnc" -rfbport 0 -rfbportv6 0 -noipv6 \
         -passwdfile "$privado/clave" -forever -shared -norc -noncache -quiet
-    esperar $! test -S "$privado/vnc" || sin_pantalla x11vnc
+    esperar $! test -S "$privado/vnc" || sin_pantalla x11vnc "did not start"
 
     for ((puerto = 6080; puerto < 6180; puerto++)); do
         escucha "$puerto" && continue
         lanzar websockify websockify --web /usr/share/novnc --unix-target "$privado/vnc" "127.0.0.1:$puerto"
         esperar $! escucha "$puerto" && break
-        unset 'procesos[-1]'
+        unset 'procesos[-1]' 'nombres[-1]'
     done
-    [ "$puerto" -lt 6180 ] || sin_pantalla websockify
+    [ "$puerto" -lt 6180 ] || sin_pantalla websockify "did not start"
 
     # What follows the # stays in the browser: no log holds the password.
     echo "Open http://127.0.0.1:$puerto/vnc.html#autoconnect=true&resize=scale&password=$clave"
     unset WAYLAND_DISPLAY
     export QT_QPA_PLATFORM=xcb QVX_PANTALLA_COMPLETA=1 XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$privado}
-    setsid "$@" &
+    (aparte "$@") &
     procesos+=($!)
     estado=0
-    wait $! || estado=$?
+    wait -n -p primero "${procesos[@]}" || estado=$?
+    for i in "${!nombres[@]}"; do
+        [ "${procesos[i]}" -ne "$primero" ] || sin_pantalla "${nombres[i]}" ended
+    done
     exit "$estado"
 }
