@@ -168,6 +168,16 @@ void PrEdiciones::claveTomada()
         Ajeno("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) VALUES "
               "('0900', '0005', '000004', '9001')");
         LlenarServicio(editor);
+        EscribirCelda(Grid(editor, "ssManoObra"), 0, "Producto", "9'1");
+        Aceptar(editor);
+        QCOMPARE(Mensajes().size(), 1);
+        QCOMPARE(Caja(editor, "txtID").Text(), "000004");
+        EscribirCelda(Grid(editor, "ssManoObra"), 0, "Producto", "9000000001");
+        Aceptar(editor);
+    });
+    EnElServicio("N0002", {}, [&](QWidget &editor) {
+        Ajeno("DELETE FROM Plan_Mantenimiento WHERE Pm_ID = '000005'");
+        LlenarServicio(editor);
         Aceptar(editor);
     });
     QCOMPARE(escenario->Filas("SELECT Tep_ID, Pm_ID FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND "

@@ -217,6 +217,9 @@ void PrIntercambio::rechazos()
     probar(Documento("0900", "<Parte Id=\"1'\" Descripción=\", '0000', 'o', 'f', 'o', 'f'), ('0902', '7\"/>"),
            trampa + "Un valor del documento lleva comillas");
     probar(Documento("0900", Servicio + Parte + Parte), trampa + motor::ParteRepetida());
+    for (const QByteArray clave : {"2147483647", "0012345678901B"})
+        probar(Documento("0900", Parte + "<Parte Id=\"" + clave + "\" Descripción=\"\"/>"),
+               trampa + "Después de la clave de la parte " + clave + " no queda número para otra parte");
 }
 
 // A plan that was lost is put back from its document, whole.

@@ -13,6 +13,8 @@ private Q_SLOTS:
     void tipos();
     void reactivacion();
     void sinEditor();
+    void sinParte();
+    void largos();
     void soltar();
     void abrirArrastrando();
     void hondura();
@@ -97,6 +99,48 @@ bool PrPantalla::Soltar(const QString &folio, const QString &destino)
     QMimeData datos;
     datos.setText(folio);
     return Arrastrar(datos, destino.isEmpty() ? fuera : Arbol().visualItemRect(Arbol().Item(destino)).center(), true);
+}
+
+// Without a part there is nothing to work on.
+void PrPantalla::sinParte()
+{
+    QVERIFY(ElegirServicio("N0002", "000001"));
+    Arbol().setSelectedItem(nullptr);
+    QTest::keyClick(&Lista(), Qt::Key_Delete);
+    Pulsar(Barra(), "B2");
+    QCOMPARE(Mensajes(), (QStringList{"16|lvServicios_KeyDown|KT580|ERR-ID:7500037|No hay una parte seleccionada",
+                                      "16|Controles_B2Click()|KT580|ERR-ID:7500022|No hay una parte seleccionada"}));
+}
+
+// Neither a key of ten digits nor a long text is cut on its way to a form or a label and back, nor is the key of a type
+// that is out of the form of keys taken for another's.
+void PrPantalla::largos()
+{
+    Preparar("UPDATE Tipo_Equipo_Parte SET Tep_ID = '2147483645', Tep_Descripcion = '" + QString(40000, 'X')
+             + "' WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0005';INSERT INTO Tipo_Equipo VALUES ('902', "
+               "'CORTA', 'AC')");
+    const QString largo = "length(Tep_Descripcion)";
+    ElegirNodo(Arbol(), "N2147483645");
+    QTest::keyClick(&Arbol(), Qt::Key_F2);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(Partes(largo, "Tep_ID = '2147483645'"), "40000");
+    EnLaParte("N2147483645", "Editar", [](QWidget &dialogo) { Aceptar(dialogo); });
+    QCOMPARE(Partes(largo, "Tep_ID = '2147483645'"), "40000");
+    EnLaParte("N0001", "Nuevo", [](QWidget &dialogo) {
+        Escribir(Caja(dialogo, "txtTexto"), "BRIDA");
+        Aceptar(dialogo);
+    });
+    QCOMPARE(Partes("Tep_ID", "Tep_Descripcion = 'BRIDA'"), "2147483646");
+    EnLaParte("N0001", "Nuevo", [&](QWidget &dialogo) {
+        Escribir(Caja(dialogo, "txtClave"), "2147483647");
+        Escribir(Caja(dialogo, "txtTexto"), "ÚLTIMA");
+        Aceptar(dialogo);
+        QCOMPARE(Mensajes(), QStringList{"48|Quorvex|KT580|ERR-ID:7500096|Después de la clave 2147483647 no queda "
+                                         "número para otra parte: escriba una menor."});
+    });
+    Copiar("902");
+    QCOMPARE(Dichos(), QStringList());
+    QCOMPARE(Tipo().Text() + escenario->De<txtQVX>("txtNTipoEquipo").Text(), "902CORTA");
 }
 
 // A drop moves one service of the selected part or changes nothing, with the right words.

@@ -8,9 +8,9 @@
 #include <QClipboard>
 #include <QLabel>
 
-// The service editor: loading, keys, grids and costing; its checks, and what a save writes.
+    // The service editor: loading, keys, grids and costing; its checks, and what a save writes.
 >>>>>>> 0291bd0 (Refuse a typed number as a whole, not key by key)
-class PrServicio : public PruebaPantalla
+    class PrServicio : public PruebaPantalla
 {
     Q_OBJECT
 

@@ -23,7 +23,8 @@ private Q_SLOTS:
 
 void PrVentanas::catalogo()
 {
-    escenario->Motor("INSERT INTO Tipo_Equipo VALUES ('0910', 'GRÚA DE TORRE', 'AC'), ('0911', 'Grua de brazo', 'AC')");
+    escenario->Correr(
+        "INSERT INTO Tipo_Equipo VALUES ('0910', 'GRÚA DE TORRE', 'AC'), ('0911', 'Grua de brazo', 'AC')");
     const auto buscar = [&](const QString &codigo, int maximo, QWidget *duena, const Pasos &pasos) {
         EnElDialogo([=](QWidget &dialogo) {
             pasos(dialogo);
@@ -32,7 +33,7 @@ void PrVentanas::catalogo()
         return qvx::InteraccionQt().BuscarEnCatalogo(codigo, maximo, "", QFont(), duena);
     };
     const auto columna = [&](QWidget &dialogo, int cual) {
-        const QAbstractItemModel &modelo = *escenario->En<QTreeView>(dialogo, "lvEntradas").model();
+        const QAbstractItemModel &modelo = *En<QTreeView>(dialogo, "lvEntradas").model();
         QStringList textos;
         for (int fila = 0; fila < modelo.rowCount(); ++fila)
             textos.append(modelo.index(fila, cual).data().toString());
@@ -41,8 +42,8 @@ void PrVentanas::catalogo()
     QCOMPARE(
         buscar("TIPO_EQUIPO", 3, pantalla,
                [&](QWidget &dialogo) {
-                   auto &texto = escenario->En<QLineEdit>(dialogo, "txtBuscar");
-                   auto &aviso = escenario->En<QLabel>(dialogo, "lblAviso");
+                   auto &texto = En<QLineEdit>(dialogo, "txtBuscar");
+                   auto &aviso = En<QLabel>(dialogo, "lblAviso");
                    QCOMPARE(columna(dialogo, 0).split(' ').size(), 3);
                    QCOMPARE(aviso.text(), "Se muestran las primeras 3; escriba para acotar");
                    for (const auto &[busqueda, claves] : QList<QPair<QString, QString>>{
@@ -57,8 +58,8 @@ void PrVentanas::catalogo()
     QCOMPARE(buscar("TIPO_EQUIPO", 0, pantalla, [](QWidget &) {}), ""); // a careless Enter
     QCOMPARE(buscar("TIPO_EQUIPO", 0, &Tipo(), [](QWidget &) {}), "0900");
     buscar("PRODUCTO_REFACCION", 0, pantalla, [&](QWidget &dialogo) {
-        escenario->En<QLineEdit>(dialogo, "txtBuscar").setText("900000000");
-        escenario->En<QTreeView>(dialogo, "lvEntradas").sortByColumn(3, Qt::AscendingOrder);
+        En<QLineEdit>(dialogo, "txtBuscar").setText("900000000");
+        En<QTreeView>(dialogo, "lvEntradas").sortByColumn(3, Qt::AscendingOrder);
         QCOMPARE(columna(dialogo, 3) + " " + columna(dialogo, 0), "$10.00 $80.10 9000000004 9000000002");
     });
 }
@@ -67,7 +68,7 @@ void PrVentanas::sugerencias()
 {
     VentanaPrincipal principal(pantalla, "", "mlopez", "prueba");
     principal.show();
-    auto &sugerencia = escenario->En<QLabel>(principal, "lblSugerencia");
+    auto &sugerencia = En<QLabel>(principal, "lblSugerencia");
     const auto probar = [&](const QString &clave, const QString &texto) {
         Escribir(Tipo(), clave);
         QTRY_COMPARE(sugerencia.text(), texto);
@@ -85,7 +86,7 @@ void PrVentanas::sugerencias()
 // The engine's text stays the message; what it means is below.
 void PrVentanas::aclaraciones()
 {
-    EnLaParte("Nuevo", "N0001", [&](QWidget &forma) {
+    EnLaParte("N0001", "Nuevo", [&](QWidget &forma) {
         for (const auto &[clave, texto, aclaracion] :
              QList<std::array<QString, 3>>{{"0002", "OTRA", "Ya hay un registro con esa clave"},
                                            {"0050", "D'ARCY", "apóstrofo ('), que no se"}}) {
@@ -102,7 +103,7 @@ void PrVentanas::aclaraciones()
 // What is typed after the key of a page goes into the page; a key that the catalogue has not is seen at once.
 void PrVentanas::fichas()
 {
-    Abrir(0, [&](QWidget &editor) {
+    EnElServicio("N0002", "000001", [&](QWidget &editor) {
         auto &grid = Grid(editor, "ssManoObra");
         const auto escribir = [&](const QString &clave) {
             QTest::keyClick(&editor, Qt::Key_2, Qt::AltModifier);
@@ -112,7 +113,7 @@ void PrVentanas::fichas()
             return grid.item(0, 0)->text() + (grid.item(0, 0)->toolTip().isEmpty() ? "" : "?");
         };
         QCOMPARE(grid.item(0, 0)->toolTip(), "");
-        QCOMPARE(escribir("77777"), "0000077777?"); // the description is still the old product's
+        QCOMPARE(escribir("77777"), "77777?"); // the description is still the old product's
         QVERIFY(!grid.item(0, 0)->data(Qt::DecorationRole).isNull());
         grid.setCurrentCell(0, 0);
         QCOMPARE(escribir("9000000001"), "9000000001");
@@ -127,7 +128,7 @@ void PrVentanas::cabida()
     QVERIFY(Lista().Count() == 0 && Lista().columnCount() > 0);
     for (int columna = 0; columna < Lista().columnCount(); ++columna)
         QVERIFY(Lista().columnWidth(columna) >= Lista().header()->sectionSizeHint(columna));
-    Abrir(0, [&](QWidget &editor) {
+    EnElServicio("N0002", "000001", [&](QWidget &editor) {
         const QSize pantallaLibre = editor.screen()->availableSize();
         QVERIFY(editor.width() < pantallaLibre.width() && editor.height() < pantallaLibre.height());
         editor.resize(editor.width(), 300);
