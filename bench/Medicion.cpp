@@ -24,12 +24,12 @@ double Milisegundos(const std::function<void()> &pasos)
     return static_cast<double>(reloj.nsecsElapsed()) / 1e6;
 }
 
-Medida Medir(const Trabajo &trabajo, int rondas, bool sinCrudo)
+Medida Medir(const Tarea &tarea, int rondas, bool sinCrudo)
 {
     constexpr double Corto = 5'000;
     constexpr qint64 Poco = 3'000;
     constexpr qint64 Bastante = 30'000;
-    const std::function<double()> crudo = sinCrudo ? [] { return 0.0; } : trabajo.crudo;
+    const std::function<double()> crudo = sinCrudo ? [] { return 0.0; } : tarea.crudo;
     std::vector<double> nuestros;
     std::vector<double> crudos;
     QElapsedTimer reloj;
@@ -38,8 +38,8 @@ Medida Medir(const Trabajo &trabajo, int rondas, bool sinCrudo)
         if (!nuestros.empty() && reloj.elapsed() >= Bastante)
             break;
         const bool primero = ronda % 2 == 0;
-        const double antes = primero ? trabajo.nuestro() : crudo();
-        const double despues = primero ? crudo() : trabajo.nuestro();
+        const double antes = primero ? tarea.nuestro() : crudo();
+        const double despues = primero ? crudo() : tarea.nuestro();
         if (ronda == 0 && antes < Corto)
             continue;
         nuestros.push_back(primero ? antes : despues);

@@ -5,13 +5,13 @@
 
 // One job of the real component and its baseline. Each gives how many milliseconds its own part took; what it prepares
 // does not count.
-struct Trabajo {
+struct Tarea {
     QString nombre;
     double limite = 0; // the ratio must be at most this; 0: only shown
     std::function<double()> nuestro;
     std::function<double()> crudo;
     qint64 sentencias = 0;
-    qint64 debidas = 0; // the requirements fix how many statements a job runs
+    qint64 debidas = 0; // how many statements the screen runs for it; 0: as many as there are
 };
 
 struct Medida {
@@ -23,4 +23,4 @@ double Milisegundos(const std::function<void()> &pasos);
 
 // Runs both, one after the other and in changing order, that many rounds: more of them until three seconds have passed,
 // and no new one after half a minute. The first round of a short job only warms up. sinCrudo: the component alone.
-Medida Medir(const Trabajo &trabajo, int rondas, bool sinCrudo);
+Medida Medir(const Tarea &tarea, int rondas, bool sinCrudo);

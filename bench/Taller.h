@@ -4,6 +4,7 @@
 #include "controls/ListView.h"
 #include "controls/TreeView.h"
 #include "session/Interaccion.h"
+#include "tests/support/Manos.h"
 
 #include <QTemporaryDir>
 #include <QWidget>
@@ -43,14 +44,6 @@ public:
     Control &De(const QString &nombre) const
     {
         return En<Control>(*ventana, nombre);
-    }
-    template <class Control>
-    static Control &En(const QWidget &forma, const QString &nombre)
-    {
-        auto *control = forma.findChild<Control *>(nombre);
-        if (!control)
-            qFatal("La pantalla no tiene el control %s", qPrintable(nombre));
-        return *control;
     }
 
     // Puts an equipment type on the screen, with its tree.

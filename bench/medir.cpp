@@ -1,7 +1,7 @@
 // Measures jobs of the real component against their baselines; bench/medir runs it. Results are lines of fields with
 // tabs between them, on the standard output.
 
-#include "bench/Trabajos.h"
+#include "bench/Tareas.h"
 #include "session/Aplicacion.h"
 
 #include <QCommandLineParser>
@@ -34,18 +34,18 @@ void Olvidar()
 }
 
 // Peak of a job in a process that has not done it before, in KiB beyond what it held.
-qint64 Memoria(const QString &trabajo, const Base &base, const QString &documento)
+qint64 Memoria(const QString &tarea, const Base &base, const QString &documento)
 {
     Taller taller(base, false);
     taller.Persona().archivo = documento;
-    if (trabajo != "arbol")
+    if (tarea != "arbol")
         taller.Elegir(tipos::Plan);
     Olvidar();
     const qint64 antes = Pico();
-    if (trabajo == "arbol")
+    if (tarea == "arbol")
         taller.Elegir(tipos::Plan);
     else
-        taller.Pulsar(trabajo == "exportar" ? "B1" : "B2");
+        taller.Pulsar(tarea == "exportar" ? "B1" : "B2");
     return Pico() - antes;
 }
 
@@ -62,7 +62,7 @@ int main(int argc, char **argv)
     linea.addOption({"memoria",
                      "Peak of memory of arbol, exportar or importar instead of times; with the document's file.",
                      "document"});
-    linea.addPositionalArgument("trabajos", "Jobs, all without them.");
+    linea.addPositionalArgument("tareas", "Jobs, all without them.");
     linea.process(aplicacion);
 
     const Tamano tamano = Tamano().Por(linea.value("veces").toInt());
@@ -70,25 +70,24 @@ int main(int argc, char **argv)
     const auto nuestra = crear(tamano);
     QTextStream salida(stdout);
     if (linea.isSet("memoria")) {
-        const QString trabajo = linea.positionalArguments().value(0);
-        salida << trabajo << '\t' << Memoria(trabajo, *nuestra, linea.value("memoria")) << Qt::endl;
+        const QString tarea = linea.positionalArguments().value(0);
+        salida << tarea << '\t' << Memoria(tarea, *nuestra, linea.value("memoria")) << Qt::endl;
         return 0;
     }
     const bool solo = linea.isSet("solo");
     const auto ajena = solo ? nullptr : crear(tamano);
     int faltas = 0;
-    const QStringList nombres =
-        linea.positionalArguments().isEmpty() ? Trabajos::Nombres() : linea.positionalArguments();
+    const QStringList nombres = linea.positionalArguments().isEmpty() ? Tareas::Nombres() : linea.positionalArguments();
     for (const QString &nombre : nombres) {
-        Trabajos trabajos = solo ? Trabajos(*nuestra, tamano) : Trabajos(*nuestra, *ajena, tamano);
-        const Trabajo trabajo = trabajos.Preparar(nombre);
-        if (trabajo.debidas != 0 && trabajo.sentencias != trabajo.debidas) {
+        Tareas tareas = solo ? Tareas(*nuestra, tamano) : Tareas(*nuestra, *ajena, tamano);
+        const Tarea tarea = tareas.Preparar(nombre);
+        if (tarea.debidas != 0 && tarea.sentencias != tarea.debidas) {
             ++faltas;
-            qWarning("%s: %lld sentencias, debían ser %lld", qPrintable(nombre), trabajo.sentencias, trabajo.debidas);
+            qWarning("%s: %lld sentencias, debían ser %lld", qPrintable(nombre), tarea.sentencias, tarea.debidas);
         }
-        const Medida medida = Medir(trabajo, linea.value("rondas").toInt(), solo);
-        salida << nombre << '\t' << medida.nuestro << '\t' << medida.crudo << '\t' << trabajo.limite << '\t'
-               << trabajo.sentencias << Qt::endl;
+        const Medida medida = Medir(tarea, linea.value("rondas").toInt(), solo);
+        salida << nombre << '\t' << medida.nuestro << '\t' << medida.crudo << '\t' << tarea.limite << '\t'
+               << tarea.sentencias << Qt::endl;
     }
     return faltas == 0 ? 0 : 1;
 }

@@ -7,26 +7,26 @@
 #include <optional>
 
 // The jobs that are measured, on two databases with the same plan: one for the component, one for the baselines.
-class Trabajos
+class Tareas
 {
 public:
-    Trabajos(const Base &nuestra, const Base &ajena, const Tamano &tamano);
+    Tareas(const Base &nuestra, const Base &ajena, const Tamano &tamano);
     // The component alone: no baselines, and no counts of statements.
-    Trabajos(const Base &nuestra, const Tamano &tamano);
+    Tareas(const Base &nuestra, const Tamano &tamano);
 
     static QStringList Nombres();
     // Prepares one: runs it once with the trace, which gives the statements of its baseline.
-    Trabajo Preparar(const QString &nombre);
+    Tarea Preparar(const QString &nombre);
 
 private:
-    Trabajo Arbol();
-    Trabajo ArbolConControl();
-    Trabajo Lista();
-    Trabajo Abrir();
-    Trabajo Guardar();
-    Trabajo Exportar();
-    Trabajo Importar();
-    Trabajo Copiar();
+    Tarea Arbol();
+    Tarea ArbolConControl();
+    Tarea Lista();
+    Tarea Abrir();
+    Tarea Guardar();
+    Tarea Exportar();
+    Tarea Importar();
+    Tarea Copiar();
 
     // Writes down what the component runs during the steps (unless they did), and makes it ready to be measured.
     void Grabar(const std::function<void()> &antes, const std::function<void()> &pasos);

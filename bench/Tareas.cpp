@@ -1,4 +1,4 @@
-#include "bench/Trabajos.h"
+#include "bench/Tareas.h"
 
 #include "component/Esquema.h"
 #include "system/UnidadC.h"
@@ -57,38 +57,38 @@ qint64 Sentencias(const std::vector<QByteArray> &textos)
 
 } // namespace
 
-Trabajos::Trabajos(const Base &nuestra_, const Base &ajena_, const Tamano &tamano_)
+Tareas::Tareas(const Base &nuestra_, const Base &ajena_, const Tamano &tamano_)
     : nuestra(nuestra_), ajena(ajena_), tamano(tamano_), crudo(ajena.AbrirCrudo())
 {
 }
 
-Trabajos::Trabajos(const Base &nuestra_, const Tamano &tamano_) : Trabajos(nuestra_, nuestra_, tamano_)
+Tareas::Tareas(const Base &nuestra_, const Tamano &tamano_) : Tareas(nuestra_, nuestra_, tamano_)
 {
     solo = true;
 }
 
-QStringList Trabajos::Nombres()
+QStringList Tareas::Nombres()
 {
     return {"arbol", "arbol_y_control", "lista", "abrir", "guardar", "exportar", "importar", "copiar"};
 }
 
-Trabajo Trabajos::Preparar(const QString &nombre)
+Tarea Tareas::Preparar(const QString &nombre)
 {
-    static const QHash<QString, Trabajo (Trabajos::*)()> todos{
-        {"arbol", &Trabajos::Arbol},       {"arbol_y_control", &Trabajos::ArbolConControl},
-        {"lista", &Trabajos::Lista},       {"abrir", &Trabajos::Abrir},
-        {"guardar", &Trabajos::Guardar},   {"exportar", &Trabajos::Exportar},
-        {"importar", &Trabajos::Importar}, {"copiar", &Trabajos::Copiar},
+    static const QHash<QString, Tarea (Tareas::*)()> todas{
+        {"arbol", &Tareas::Arbol},       {"arbol_y_control", &Tareas::ArbolConControl},
+        {"lista", &Tareas::Lista},       {"abrir", &Tareas::Abrir},
+        {"guardar", &Tareas::Guardar},   {"exportar", &Tareas::Exportar},
+        {"importar", &Tareas::Importar}, {"copiar", &Tareas::Copiar},
     };
-    if (!todos.contains(nombre))
-        qFatal("No hay trabajo %s", qPrintable(nombre));
-    Trabajo trabajo = (this->*todos.value(nombre))();
-    trabajo.nombre = nombre;
-    trabajo.sentencias = solo ? trabajo.debidas : Sentencias(textos);
-    return trabajo;
+    if (!todas.contains(nombre))
+        qFatal("No hay tarea %s", qPrintable(nombre));
+    Tarea tarea = (this->*todas.value(nombre))();
+    tarea.nombre = nombre;
+    tarea.sentencias = solo ? tarea.debidas : Sentencias(textos);
+    return tarea;
 }
 
-void Trabajos::Grabar(const std::function<void()> &antes, const std::function<void()> &pasos)
+void Tareas::Grabar(const std::function<void()> &antes, const std::function<void()> &pasos)
 {
     taller.reset();
     if (!solo) {
@@ -104,32 +104,32 @@ void Trabajos::Grabar(const std::function<void()> &antes, const std::function<vo
     antes();
 }
 
-Trabajo Trabajos::Arbol()
+Tarea Tareas::Arbol()
 {
     Grabar([this] { taller->Elegir(tipos::Plan); }, [this] { Releer(*taller); });
-    Trabajo trabajo;
-    trabajo.limite = nuestra.EnServidor() ? 0.8 : 1.0;
-    trabajo.debidas = tamano.partes + 1;
-    trabajo.nuestro = [this] {
+    Tarea tarea;
+    tarea.limite = nuestra.EnServidor() ? 0.8 : 1.0;
+    tarea.debidas = tamano.partes + 1;
+    tarea.nuestro = [this] {
         return Milisegundos([this] {
             Releer(*taller);
             taller->Pintar();
         });
     };
-    trabajo.crudo = [this] { return Milisegundos([this] { crudo->Correr(textos); }); };
-    return trabajo;
+    tarea.crudo = [this] { return Milisegundos([this] { crudo->Correr(textos); }); };
+    return tarea;
 }
 
 // The same with the toolkit's own tree as part of the baseline.
-Trabajo Trabajos::ArbolConControl()
+Tarea Tareas::ArbolConControl()
 {
-    Trabajo trabajo = Arbol();
-    trabajo.limite = 0;
+    Tarea tarea = Arbol();
+    tarea.limite = 0;
     auto arbol = std::make_shared<QTreeWidget>();
     arbol->setHeaderHidden(true);
     arbol->setUniformRowHeights(true);
     Mostrar(*arbol);
-    trabajo.crudo = [this, arbol] {
+    tarea.crudo = [this, arbol] {
         return Milisegundos([&] {
             arbol->clear();
             auto *raiz = new QTreeWidgetItem(arbol.get(), {"RAIZ"});
@@ -142,17 +142,17 @@ Trabajo Trabajos::ArbolConControl()
             Taller::Pintar(*arbol);
         });
     };
-    return trabajo;
+    return tarea;
 }
 
-Trabajo Trabajos::Lista()
+Tarea Tareas::Lista()
 {
     const auto elegir = [this] { taller->ElegirNodo("N000001"); };
     Grabar([this] { taller->Elegir(tipos::Detalle); }, elegir);
-    Trabajo trabajo;
-    trabajo.limite = nuestra.EnServidor() ? 0 : 1.5;
-    trabajo.debidas = 2; // the stored query's text, and the query
-    trabajo.nuestro = [this, elegir] {
+    Tarea tarea;
+    tarea.limite = nuestra.EnServidor() ? 0 : 1.5;
+    tarea.debidas = 2; // the stored query's text, and the query
+    tarea.nuestro = [this, elegir] {
         return Milisegundos([&] {
             elegir();
             taller->Pintar();
@@ -163,7 +163,7 @@ Trabajo Trabajos::Lista()
     lista->setRootIsDecorated(false);
     lista->setUniformRowHeights(true);
     Mostrar(*lista);
-    trabajo.crudo = [this, lista] {
+    tarea.crudo = [this, lista] {
         return Milisegundos([&] {
             lista->clear();
             crudo->Correr(textos, [&](const std::vector<const char *> &fila) {
@@ -173,12 +173,12 @@ Trabajo Trabajos::Lista()
             Taller::Pintar(*lista);
         });
     };
-    return trabajo;
+    return tarea;
 }
 
 // Opens the first service of the list and gives how long it took until its editor was painted; then does the steps
 // there, and closes it if they did not.
-double Trabajos::EnElEditor(const std::function<void(QWidget &editor)> &pasos)
+double Tareas::EnElEditor(const std::function<void(QWidget &editor)> &pasos)
 {
     auto &lista = taller->De<comunesQVX::ListView>("lvServicios");
     lista.setCurrentItem(lista.topLevelItem(0));
@@ -201,7 +201,7 @@ double Trabajos::EnElEditor(const std::function<void(QWidget &editor)> &pasos)
 }
 
 // How many lines of the long service have an expense type.
-int Trabajos::Refacciones()
+int Tareas::Refacciones()
 {
     int cuantas = 0;
     crudo->Correr("SELECT 1 FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = '9003' AND Pmd_Tipo = '02'",
@@ -209,19 +209,19 @@ int Trabajos::Refacciones()
     return cuantas;
 }
 
-Trabajo Trabajos::Abrir()
+Tarea Tareas::Abrir()
 {
     const auto listar = [this] {
         taller->Elegir(tipos::Detalle);
         taller->ElegirNodo("N000001");
     };
     Grabar(listar, [this] { EnElEditor([this](QWidget &) { textos = taller->Textos(); }); });
-    Trabajo trabajo;
-    trabajo.debidas = 11 + tamano.enServicio + Refacciones(); // part, service, lines, masks, catalogues; each product
-    trabajo.limite = nuestra.EnServidor() ? 0 : 1.5;
-    trabajo.nuestro = [this] { return EnElEditor([](QWidget &) {}); };
+    Tarea tarea;
+    tarea.debidas = 11 + tamano.enServicio + Refacciones(); // part, service, lines, masks, catalogues; each product
+    tarea.limite = nuestra.EnServidor() ? 0 : 1.5;
+    tarea.nuestro = [this] { return EnElEditor([](QWidget &) {}); };
     // The rows of the three grids, in a dialog of their own.
-    trabajo.crudo = [this] {
+    tarea.crudo = [this] {
         return Milisegundos([this] {
             QDialog dialogo;
             QTabWidget fichas(&dialogo);
@@ -243,16 +243,16 @@ Trabajo Trabajos::Abrir()
             Mostrar(dialogo);
         });
     };
-    return trabajo;
+    return tarea;
 }
 
-Trabajo Trabajos::Guardar()
+Tarea Tareas::Guardar()
 {
     const auto listar = [this] {
         taller->Elegir(tipos::Detalle);
         taller->ElegirNodo("N000001");
     };
-    const auto aceptar = [](const QWidget &editor) { Taller::En<QAction>(editor, "Aceptar").trigger(); };
+    const auto aceptar = [](const QWidget &editor) { En<QAction>(editor, "Aceptar").trigger(); };
     Grabar(listar, [&] {
         EnElEditor([&](QWidget &editor) {
             taller->Textos();
@@ -260,20 +260,20 @@ Trabajo Trabajos::Guardar()
             textos = taller->Textos();
         });
     });
-    Trabajo trabajo;
+    Tarea tarea;
     // The service, its log and its old lines; for each line the product's state, key and mask of the line, the line.
-    trabajo.debidas = 5 + 4 * tamano.enServicio + Refacciones();
-    trabajo.limite = nuestra.EnServidor() ? 0 : 1.0;
-    trabajo.nuestro = [this, aceptar] {
+    tarea.debidas = 5 + 4 * tamano.enServicio + Refacciones();
+    tarea.limite = nuestra.EnServidor() ? 0 : 1.0;
+    tarea.nuestro = [this, aceptar] {
         double guardado = 0;
         EnElEditor([&](QWidget &editor) { guardado = Milisegundos([&] { aceptar(editor); }); });
         return guardado;
     };
-    trabajo.crudo = [this] { return Milisegundos([this] { crudo->Correr(textos); }); };
-    return trabajo;
+    tarea.crudo = [this] { return Milisegundos([this] { crudo->Correr(textos); }); };
+    return tarea;
 }
 
-Trabajo Trabajos::Exportar()
+Tarea Tareas::Exportar()
 {
     const QString archivo = carpeta.filePath("plan.xml");
     const auto preparar = [this, archivo] {
@@ -283,20 +283,20 @@ Trabajo Trabajos::Exportar()
     Grabar(preparar, [this] { taller->Pulsar("B1"); });
     if (!solo)
         documento.emplace(archivo);
-    Trabajo trabajo;
-    trabajo.limite = nuestra.EnServidor() ? 0 : 1.2;
-    trabajo.debidas = 2 * (tamano.partes + 1) + tamano.servicios;
-    trabajo.nuestro = [this] { return Milisegundos([this] { taller->Pulsar("B1"); }); };
-    trabajo.crudo = [this] {
+    Tarea tarea;
+    tarea.limite = nuestra.EnServidor() ? 0 : 1.2;
+    tarea.debidas = 2 * (tamano.partes + 1) + tamano.servicios;
+    tarea.nuestro = [this] { return Milisegundos([this] { taller->Pulsar("B1"); }); };
+    tarea.crudo = [this] {
         return Milisegundos([this] {
             crudo->Correr(textos);
             documento->Escribir(carpeta.filePath("crudo.xml"));
         });
     };
-    return trabajo;
+    return tarea;
 }
 
-Trabajo Trabajos::Importar()
+Tarea Tareas::Importar()
 {
     const QString archivo = carpeta.filePath("plan.xml");
     Grabar(
@@ -306,34 +306,34 @@ Trabajo Trabajos::Importar()
             taller->Pulsar("B1");
         },
         [this] { taller->Pulsar("B2"); });
-    Trabajo trabajo;
-    trabajo.limite = nuestra.EnServidor() ? 0 : 1.0;
+    Tarea tarea;
+    tarea.limite = nuestra.EnServidor() ? 0 : 1.0;
     // Keys and their masks among them, and the tree that is shown at the end.
-    trabajo.debidas = 2 * tamano.partes + 3 * tamano.servicios + 4 * tamano.lineas + 6;
-    trabajo.nuestro = [this] { return Milisegundos([this] { taller->Pulsar("B2"); }); };
-    trabajo.crudo = [this, archivo] {
+    tarea.debidas = 2 * tamano.partes + 3 * tamano.servicios + 4 * tamano.lineas + 6;
+    tarea.nuestro = [this] { return Milisegundos([this] { taller->Pulsar("B2"); }); };
+    tarea.crudo = [this, archivo] {
         return Milisegundos([&] {
             DocumentoCrudo::Validar(archivo, qvx::RutaEnUnidadC(KT580::RutaEsquema));
             crudo->Correr(textos);
         });
     };
-    return trabajo;
+    return tarea;
 }
 
-Trabajo Trabajos::Copiar()
+Tarea Tareas::Copiar()
 {
     const auto preparar = [this] {
         taller->Persona().clave = tipos::Copia;
         taller->Elegir(tipos::Plan);
     };
     Grabar(preparar, [this] { taller->Pulsar("B3"); });
-    Trabajo trabajo;
-    trabajo.limite = nuestra.EnServidor() ? 0 : 1.05;
-    trabajo.debidas = tamano.partes + 9; // nearly all of them the tree's
-    trabajo.nuestro = [this, preparar] {
+    Tarea tarea;
+    tarea.limite = nuestra.EnServidor() ? 0 : 1.05;
+    tarea.debidas = tamano.partes + 9; // nearly all of them the tree's
+    tarea.nuestro = [this, preparar] {
         preparar();
         return Milisegundos([this] { taller->Pulsar("B3"); });
     };
-    trabajo.crudo = [this] { return Milisegundos([this] { crudo->Correr(textos); }); };
-    return trabajo;
+    tarea.crudo = [this] { return Milisegundos([this] { crudo->Correr(textos); }); };
+    return tarea;
 }
