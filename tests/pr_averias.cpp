@@ -1,8 +1,6 @@
 #include "support/Cluster.h"
-#include "support/Procesos.h"
 #include "support/PruebaPantalla.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QMap>
 
@@ -164,7 +162,6 @@ void PrAverias::averias()
     const bool hecho = falla == "al confirmar" || falla == "reinicio en reposo";
     const QStringList antes = escenario->Tablas();
     std::unique_ptr<Averia> averia;
-    QElapsedTimer reloj;
     QStringList dichos;
     QStringList despues;
     int intentos = 0;
@@ -173,13 +170,10 @@ void PrAverias::averias()
             return;
         averia = std::make_unique<Averia>(*escenario, falla, caida ? Mandos()[mando].ultimo : QString());
         escenario->Traza();
-        reloj.start();
     };
     const auto otraVez = [&] {
         if (++intentos > 1)
             return false;
-        if (falla == "ocupada")
-            AnotarResultado({"espera", mando, QString::number(reloj.elapsed())});
         averia->Reparar();
         dichos = Dichos();
         despues = escenario->Tablas();
@@ -202,9 +196,6 @@ void PrAverias::averias()
         QTRY_COMPARE(
             escenario->Filas("SELECT query FROM pg_stat_activity WHERE usename = 'mlopez' AND state <> 'idle'"),
             QStringList());
-    if (caida)
-        AnotarResultado(
-            {"falla", mando, falla, mensaje.isEmpty() ? "sin mensaje" : mensaje, hecho ? "guardado" : "no guardado"});
 }
 
 PRUEBA_MAIN(PrAverias)

@@ -92,3 +92,22 @@ dependencias() {
         /^[^ ]/ { fuente = ""; next }
         NF { f = propio($1); if (fuente == "") fuente = f; print fuente "\t" f }'
 }
+
+# apartar: a folder "datos" that goes with the script, in place of what the user keeps at home or has set for this
+# session: nothing that a test or a measurement does may depend on that, or reach it.
+apartar() {
+    local variable
+    datos=$(mktemp -d)
+    trap 'rm -rf "$datos"' EXIT
+    mkdir -m 700 "$datos/run"
+    for variable in $(compgen -e | grep -E '^(QT|QVX|XDG)_|^PG|^(DISPLAY|WAYLAND_DISPLAY|XAUTHORITY)$'); do
+        unset "$variable"
+    done
+    export HOME=$datos TMPDIR=$datos XDG_RUNTIME_DIR=$datos/run QT_QPA_PLATFORM=offscreen
+    export XDG_CONFIG_HOME=$datos/config XDG_DATA_HOME=$datos/data XDG_CACHE_HOME=$datos/cache XDG_STATE_HOME=$datos/state
+}
+
+# anotar FILE DOCUMENT: puts the file between the document's marks.
+anotar() {
+    sed -i -e '/^<!-- measured -->/,/^<!-- end -->/{/^<!--/!d}' -e "/^<!-- measured -->/r $1" "$2"
+}

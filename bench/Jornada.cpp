@@ -1,4 +1,4 @@
-#include "Jornada.h"
+#include "bench/Jornada.h"
 
 #include "support/Planificador.h"
 #include "support/Procesos.h"
@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMap>
 #include <QRegularExpression>
 #include <QTextStream>
 #include <random>
@@ -21,11 +22,38 @@ const QRegularExpression Previsto(
     R"(|7500080\|ERROR$)" // why is in its details
     R"(|75000(03|06|29|30)\|No se encontró la ruta de la parte$))");
 
-// Each so many times.
-const QStringList Mandos = QStringList(4, "parte nueva") + QStringList(2, "parte editada") + QStringList("baja")
-                           + QStringList(2, "reactivación") + QStringList(4, "servicio nuevo")
-                           + QStringList(3, "servicio cambiado") + QStringList(3, "servicio arrastrado")
-                           + QStringList{"servicio eliminado", "plan copiado", "exportación", "plan importado"};
+// The commands, each so many times.
+struct Frecuencia {
+    const char *enIngles;
+    int veces;
+};
+const QMap<QString, Frecuencia> Mandos{
+    {"parte nueva", {"new part", 4}},
+    {"parte editada", {"edit part", 2}},
+    {"baja", {"retire part", 1}},
+    {"reactivación", {"reactivate part", 2}},
+    {"servicio nuevo", {"new service", 4}},
+    {"servicio cambiado", {"change service", 3}},
+    {"servicio arrastrado", {"drag service", 3}},
+    {"servicio eliminado", {"delete service", 1}},
+    {"plan copiado", {"copy plan", 1}},
+    {"exportación", {"export plan", 1}},
+    {"plan importado", {"import plan", 1}},
+};
+
+QStringList Sorteo()
+{
+    QStringList todos;
+    for (auto i = Mandos.cbegin(); i != Mandos.cend(); ++i)
+        todos += QStringList(i->veces, i.key());
+    return todos;
+}
+
+// What the process that carries the load on reads: lines of fields with tabs between them.
+void Anotar(const QStringList &campos)
+{
+    QTextStream(stdout) << campos.join('\t') << Qt::endl;
+}
 
 // What a document holds: its services' numbers, "!" behind one without its three lines.
 QStringList Contenido(const QString &documento)
@@ -41,7 +69,7 @@ QStringList Contenido(const QString &documento)
 void Comparar(const QString &que, const QStringList &hay, const QStringList &esperado)
 {
     if (hay != esperado)
-        QTextStream(stdout) << que << ": " << hay.join(", ") << " <> " << esperado.join(", ") << Qt::endl;
+        Anotar({que + ": " + hay.join(", ") + " <> " + esperado.join(", ")});
 }
 
 struct Servicio {
@@ -67,6 +95,7 @@ private:
     void Importar();
     void Revisar() const;
 
+    int segundos;
     Escenario escenario;
     int numero;
     std::mt19937 azar{std::random_device()()};
@@ -82,8 +111,9 @@ private:
 };
 
 Jornada::Jornada(const QStringList &argumentos)
-    : escenario(argumentos.at(0))
-    , numero(argumentos.at(1).toInt())
+    : segundos(argumentos.at(0).toInt())
+    , escenario(argumentos.at(1))
+    , numero(argumentos.at(2).toInt())
     , planificador(&escenario, {[this] { reloj.start(); },
                                 [this] {
                                     esperado = reloj.elapsed();
@@ -91,7 +121,7 @@ Jornada::Jornada(const QStringList &argumentos)
                                 }})
 {
     escenario.Pantalla(QString::number(Compartido));
-    Encontrarse(argumentos.at(2), argumentos.at(3));
+    Encontrarse(argumentos.at(3), argumentos.at(4));
 }
 
 // Whether what was just done said nothing but questions and news.
@@ -102,11 +132,12 @@ bool Jornada::Hecho()
         if ((estilo & 0xF) != 0)
             continue;
         if (!mensaje.contains(Previsto))
-            QTextStream(stdout) << mensaje << Qt::endl;
+            Anotar({mensaje.simplified()});
         if (estilo == qvx::mensaje::Informacion)
             continue;
         resultado = "rechazado";
-        AnotarResultado({"mensaje", mensaje.simplified()});
+        static const QRegularExpression fecha("el \\d{4}-[-0-9]+ [0-9:]+");
+        Anotar({"mensaje", mensaje.simplified().section('|', 3).replace(fecha, "el …").replace('|', ": ")});
     }
     return resultado == "hecho";
 }
@@ -213,7 +244,8 @@ void Jornada::Revisar() const
 
 void Jornada::Trabajar()
 {
-    for (const QDeadlineTimer fin(1000LL * Segundos()); !fin.hasExpired();) {
+    const QStringList sorteo = Sorteo();
+    for (const QDeadlineTimer fin(1000LL * segundos); !fin.hasExpired();) {
         escenario.ahora = QDateTime::currentDateTime();
         tipo = QString::number(numero < Planificadores / 2 || Al(2) == 0 ? Compartido : Propios + numero);
         planificador.ElegirTipo(tipo); // after a copy or an import its target is on the screen
@@ -222,11 +254,11 @@ void Jornada::Trabajar()
         esperado = -1;
         resultado = "hecho";
         const QString nodo = Uno(planificador.Nodos(false));
-        const QString mando = nodo.isEmpty() ? "reactivación" : Uno(Mandos);
+        const QString mando = nodo.isEmpty() ? "reactivación" : Uno(sorteo);
         Hacer(mando, nodo);
         Hecho();
         if (esperado >= 0)
-            AnotarResultado(
+            Anotar(
                 {"mando", mando, QString::number(esperado), QString::number(escenario.Traza(true).size()), resultado});
     }
     Revisar();
@@ -234,10 +266,9 @@ void Jornada::Trabajar()
 
 } // namespace
 
-int Segundos()
+QString EnIngles(const QString &mando)
 {
-    const int segundos = qEnvironmentVariableIntValue("QVX_PRUEBA_SEGUNDOS");
-    return segundos > 0 ? segundos : 6;
+    return Mandos.value(mando).enIngles;
 }
 
 void TrabajarComoPlanificador(const QStringList &argumentos)
