@@ -1,6 +1,7 @@
 // Measures jobs of the real component against their baselines; bench/medir runs it. Results are lines of fields with
-// tabs between them, on the standard output.
+// tabs between them, on the standard output; --informe makes tables of all of them.
 
+#include "bench/Informe.h"
 #include "bench/Tareas.h"
 #include "session/Aplicacion.h"
 
@@ -62,16 +63,22 @@ int main(int argc, char **argv)
     linea.addOption({"memoria",
                      "Peak of memory of arbol, exportar or importar instead of times; with the document's file.",
                      "document"});
+    linea.addOption({"informe", "Only the tables of what was measured into a folder.", "folder"});
     linea.addPositionalArgument("tareas", "Jobs, all without them.");
     linea.process(aplicacion);
 
+    QTextStream salida(stdout);
+    if (linea.isSet("informe")) {
+        salida << Informe(linea.value("informe"));
+        return 0;
+    }
     const Tamano tamano = Tamano().Por(linea.value("veces").toInt());
     const auto crear = linea.isSet("postgres") ? &BaseEnServidor : &BaseEnArchivo;
     const auto nuestra = crear(tamano);
-    QTextStream salida(stdout);
     if (linea.isSet("memoria")) {
         const QString tarea = linea.positionalArguments().value(0);
-        salida << tarea << '\t' << Memoria(tarea, *nuestra, linea.value("memoria")) << Qt::endl;
+        salida << tarea << '\t' << Memoria(tarea, *nuestra, linea.value("memoria")) << '\t'
+               << (tarea == "arbol" ? tamano.partes : tamano.lineas) << Qt::endl;
         return 0;
     }
     const bool solo = linea.isSet("solo");
