@@ -4,18 +4,13 @@
 set -euo pipefail
 
 programa=$1
-privado=$(mktemp -d)
-procesos=()
-
-recoger() {
-    local i
-    for ((i = ${#procesos[@]} - 1; i >= 0; i--)); do
-        kill "${procesos[i]}" 2>/dev/null || true
-        wait "${procesos[i]}" 2>/dev/null || true
-    done
-    rm -rf "$privado"
-}
-trap recoger EXIT
+if [ $# -eq 1 ]; then
+    privado=$(mktemp -d)
+    trap 'rm -rf "$privado"' EXIT
+    xvfb-run -a -e "$privado/Xvfb.log" -s '-screen 0 1280x760x24 -noreset' "$0" "$programa" "$privado"
+    exit
+fi
+privado=$2
 
 fallo() {
     printf '%s\n' "$1" >&2
@@ -29,7 +24,7 @@ esperar() {
     shift
     for ((i = 0; i < 600; i++)); do
         "$@" && return
-        kill -0 "${procesos[-1]}" 2>/dev/null || break
+        kill -0 "$proceso" 2>/dev/null || break
         sleep 0.1
     done
     fallo "In vain: $que"
@@ -39,34 +34,18 @@ consulta() {
     sqlite3 -readonly "$privado/prueba.db" "$1" 2>/dev/null
 }
 
-# The display's number, once its line is complete.
-numero_anotado() {
-    read -r numero <"$privado/numero"
+# traza TEXT: a statement with this text has run.
+traza() {
+    grep -qF "$1" "$privado/traza" 2>/dev/null
 }
-
-export XAUTHORITY=$privado/Xauthority
-(umask 077 && touch "$XAUTHORITY")
-galleta=$(od -An -v -N16 -tx1 /dev/urandom | tr -d ' \n')
-xauth -q source - <<<"add :0 . $galleta"
-: >"$privado/numero"
-Xvfb -displayfd 3 -screen 0 1280x760x24 -auth "$XAUTHORITY" -nolisten tcp -noreset 3>"$privado/numero" \
-    >"$privado/Xvfb.log" 2>&1 &
-procesos+=($!)
-esperar "the virtual screen" numero_anotado
-export DISPLAY=:$numero
-xauth -q source - <<<"add $DISPLAY . $galleta"
 
 export XDG_CONFIG_HOME=$privado XDG_DATA_HOME=$privado QT_QPA_PLATFORM=xcb QVX_TRAZA=$privado/traza
 export QVX_PANTALLA_COMPLETA=1
 # The keyboard library copies names out of the X server's answer by their length; the strict check wants an end in each.
 export ASAN_OPTIONS=${ASAN_OPTIONS-}:strict_string_checks=0
 "$programa" --base-datos "$privado/prueba.db" --tipo-equipo 0001 --operador mlopez >"$privado/quorvex.log" 2>&1 &
-procesos+=($!)
-
-# traza TEXT: a statement with this text has run.
-traza() {
-    grep -qF "$1" "$privado/traza" 2>/dev/null
-}
+proceso=$!
+trap 'kill "$proceso" 2>/dev/null && wait "$proceso" || true' EXIT
 
 # Where things are in the window: the tree's second and third part, and the list's first row.
 destino=(140 157)
