@@ -81,18 +81,6 @@ fuentes() {
     find . \( -path ./build -o -path './.?*' \) -prune -o -type f \( "${nombres[@]:1}" \) -print
 }
 
-# dependencias: of every source of build/dev, what it includes however indirectly: "source<TAB>file" with the project's
-# own files relative to its root. The compiler noted them down while it built.
-dependencias() {
-    ninja -C build/dev -t deps | awk -v raiz="$PWD/" '
-        function propio(f) {
-            if (f !~ "^/") f = raiz "build/dev/" f
-            return index(f, raiz) == 1 ? substr(f, length(raiz) + 1) : f
-        }
-        /^[^ ]/ { fuente = ""; next }
-        NF { f = propio($1); if (fuente == "") fuente = f; print fuente "\t" f }'
-}
-
 # apartar: a folder "datos" that goes with the script, in place of what the user keeps at home or has set for this
 # session: nothing that a test or a measurement does may depend on that, or reach it.
 apartar() {
