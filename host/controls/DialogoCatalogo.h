@@ -43,7 +43,7 @@ private:
     QLineEdit *txtBuscar;
     QTreeView *lvEntradas;
     QLabel *aviso;
-    QPushButton *cmdAceptar;
+    QPushButton *cmdAceptar = nullptr;
 };
 
 } // namespace qvx
