@@ -72,13 +72,9 @@ construir() {
     paso "build-$1" cmake --build --preset "$1"
 }
 
-# fuentes EXTENSION…: the project's files of those kinds, committed or not yet.
+# fuentes EXTENSIONS: the project's files of those kinds ("cpp|h"), committed or not yet.
 fuentes() {
-    local extension nombres=()
-    for extension; do
-        nombres+=(-o -name "*.$extension")
-    done
-    find . \( -path ./build -o -path './.?*' \) -prune -o -type f \( "${nombres[@]:1}" \) -print
+    find . \( -path ./build -o -path './.?*' \) -prune -o -type f -regextype egrep -regex ".*\.($1)" -print
 }
 
 # apartar: a folder "datos" that goes with the script, in place of what the user keeps at home or has set for this
