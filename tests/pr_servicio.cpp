@@ -1,16 +1,11 @@
 #include "support/PruebaPantalla.h"
 
-<<<<<<< HEAD
 #include <QCheckBox>
-
-// The service editor: what its cells take, its checks, and a service that can only be looked at.
-=======
 #include <QClipboard>
 #include <QLabel>
 
-    // The service editor: loading, keys, grids and costing; its checks, and what a save writes.
->>>>>>> 0291bd0 (Refuse a typed number as a whole, not key by key)
-    class PrServicio : public PruebaPantalla
+// The service editor: what its cells take, its checks, and a service that can only be looked at.
+class PrServicio : public PruebaPantalla
 {
     Q_OBJECT
 
@@ -68,7 +63,7 @@ void PrServicio::celdas()
 void PrServicio::numeros()
 {
     const QStringList antes = escenario->Tablas();
-    Abrir(0, [&](QWidget &editor) {
+    EnElServicio("N0002", "000001", [&](QWidget &editor) {
         const auto rechaza = [&](QLineEdit &linea, int pagina) {
             for (const QString texto : {"12,5", "0,125", "1,234,50", "1e5", "-5", "1234567890123456", "."}) {
                 linea.selectAll();
