@@ -85,7 +85,7 @@ const QMap<QString, PrCierre::Espera> PrCierre::Esperas()
          [](P &p, const Pasos &pasos) {
              p.escenario->Correr("ALTER TABLE Tipo_Equipo_Parte RENAME TO Guardada");
              EnElDialogo(pasos);
-             Escribir(p.Tipo(), "0902");
+             QTest::keyClick(&p.Arbol(), Qt::Key_F5);
              p.escenario->Correr("ALTER TABLE Guardada RENAME TO Tipo_Equipo_Parte");
          }},
     };

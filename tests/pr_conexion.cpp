@@ -192,8 +192,8 @@ void PrConexion::instantanea()
     EnEvento([&] { QVERIFY(!hay()); });
 
     // Of a command, whatever events there are in it.
-    escenario.Correr(
-        "INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID) VALUES ('0900', '0', '000001')");
+    escenario.Correr("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) VALUES "
+                     "('0900', '0', '000001', '9001')");
     const qvx::Momento momento(qvx::Sesion::Actual().Conexion());
     QVERIFY(hay());
     EnEvento([&] { QVERIFY(hay()); });

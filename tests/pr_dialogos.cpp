@@ -164,12 +164,11 @@ void PrDialogos::catalogo()
         return Tipo().Text();
     };
     QCOMPARE(buscar([](QWidget &dialogo) {
-                 auto &lista = En<QTreeWidget>(dialogo, "lvEntradas");
+                 const QAbstractItemModel &lista = *En<QTreeView>(dialogo, "lvEntradas").model();
                  const auto &aviso = En<QLabel>(dialogo, "lblAviso");
-                 QVERIFY(lista.findItems("0903", Qt::MatchExactly).isEmpty()); // cancelled
-                 Tecla(Qt::Key_Return);                                        // nothing is chosen yet
+                 QVERIFY(lista.match(lista.index(0, 0), Qt::DisplayRole, "0903").isEmpty()); // cancelled
                  Teclear("nada de esto");
-                 QCOMPARE(aviso.text() + QString::number(lista.topLevelItemCount()), "Ninguna entrada coincide0");
+                 QCOMPARE(aviso.text() + QString::number(lista.rowCount()), "Ninguna entrada coincide0");
                  Tecla(Qt::Key_Return);
                  QVERIFY(dialogo.isVisible());
                  Tecla(Qt::Key_A, Qt::ControlModifier);
@@ -194,7 +193,7 @@ void PrDialogos::catalogoCortado()
         QString texto;
         EnElDialogo([&](QWidget &dialogo) {
             texto = En<QLabel>(dialogo, "lblAviso").text()
-                    + QString::number(En<QTreeWidget>(dialogo, "lvEntradas").topLevelItemCount());
+                    + QString::number(En<QTreeView>(dialogo, "lvEntradas").model()->rowCount());
         });
         qvx::InteraccionQt().BuscarEnCatalogo("TIPO_EQUIPO", maximo, "Te_Descripcion <> 'AJENA'", QFont(), pantalla);
         return texto;

@@ -216,7 +216,8 @@ void PrIntercambio::rechazos()
     probar(Documento("0903", ""), aviso + "27|No existe el tipo de equipo '0903' en la bas de datos"); // cancelled
     probar(Documento("0900", "<Parte Id=\"1'\" Descripción=\", '0000', 'o', 'f', 'o', 'f'), ('0902', '7\"/>"),
            trampa + "Un valor del documento lleva comillas");
-    probar(Documento("0900", Servicio + Parte + Parte), trampa + motor::ParteRepetida());
+    probar(Documento("0900", Servicio + Parte + Parte), trampa + motor::ParteRepetida(),
+           "Ya hay un registro con esa clave; tal vez otra persona acaba de crearlo. Use otra clave.");
     for (const QByteArray clave : {"2147483647", "0012345678901B"})
         probar(Documento("0900", Parte + "<Parte Id=\"" + clave + "\" Descripción=\"\"/>"),
                trampa + "Después de la clave de la parte " + clave + " no queda número para otra parte");

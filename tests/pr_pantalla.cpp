@@ -200,8 +200,8 @@ void PrPantalla::hondura()
 {
     const QString clave = "substr(CAST(100000 + %1 AS text), 2)";
     Preparar("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20000) INSERT INTO "
-             "Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre) SELECT '0900', "
-             + clave.arg("i") + ", CASE WHEN i = 1 THEN '0005' ELSE " + clave.arg("(i - 1)") + " END FROM n");
+             "Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) SELECT '0900', "
+             + clave.arg("i") + ", CASE WHEN i = 1 THEN '0005' ELSE " + clave.arg("(i - 1)") + " END, 'HONDA' FROM n");
     QCOMPARE(Mensajes(), QStringList{"16|AddSubParte()|KT580|ERR-ID:7500002|El plan tiene más de 500 niveles"});
     QVERIFY(Arbol().Contains("N00001") && Nodos(false).size() < 600);
     const QStringList antes = escenario->Tablas();
