@@ -3,6 +3,7 @@
 #include "controls/colorQVX.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
+#include "plan/Claves.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
 #include "session/Sistema.h"
@@ -25,7 +26,7 @@ QString Destino(const qvx::Suelto &suelto)
 {
     if (!suelto.SeCorrige())
         return "(en el servicio)";
-    return suelto.clase == qvx::Suelto::Clase::Parte ? "RAIZ" : "(elija una parte)";
+    return suelto.clase == qvx::Suelto::Clase::Parte ? qvx::claves::TextoRaiz : "(elija una parte)";
 }
 
 QString Cuantos(qsizetype cuantos, const QString &uno, const QString &varios)

@@ -138,7 +138,7 @@ void VentanaPrincipal::RevisarIntegridad()
         if (dialogo.HuboCambios() && tipo && !tipo->Text().isEmpty())
             tipo->Elegir(tipo->Text());
     } catch (const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", "ERR-ID:1000004");
+        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", "ERR-ID:1000006");
     }
 }
 

@@ -24,7 +24,7 @@ void Main();
 
 // The root of every tree of parts: the key that its first parts have as their parent's, and its text. It is no row.
 inline const QString &ClaveRaiz = qvx::claves::Raiz;
-inline const QString TextoRaiz = "RAIZ";
+inline const QString &TextoRaiz = qvx::claves::TextoRaiz;
 
 // The mask of a catalogue's keys; predeterminada where the host has none. Raises data errors.
 QString Mascara(const QString &codigo, const QString &predeterminada = "0000");

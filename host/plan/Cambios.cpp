@@ -65,7 +65,7 @@ QString Impedimento(Conexion &conexion, const QString &operador, const QString &
         return CambioAjeno(fila, operador);
     // A service that is moved is given without its part: dropped on the root, it is left under the root's text, no
     // part.
-    const bool enLaRaiz = claves.size() == 2 && fila["Tep_ID"].trimmed() == "RAIZ";
+    const bool enLaRaiz = claves.size() == 2 && fila["Tep_ID"].trimmed() == claves::TextoRaiz;
     if (servicio && !enLaRaiz && !HayParte(conexion, tipoEquipo, fila["Tep_ID"]))
         return "La parte del servicio ya no existe: otra persona la eliminó.";
     if (!servicio && anterior.isEmpty() && !claves::DejaSiguiente(fila["Tep_ID"])) // a new part

@@ -14,6 +14,8 @@ namespace claves
 
 // The root of every tree of parts, which never is a row.
 inline const QString Raiz = "0000";
+// Its text in the tree. A service that was dropped on it has it as its part's key.
+inline const QString TextoRaiz = "RAIZ";
 bool EsRaiz(const QString &parte);
 
 // Whether a number follows the key's: true up to 2147483646, and for a key that begins with no digit.

@@ -21,7 +21,7 @@ ArchivoEntero::ArchivoEntero(const QString &archivo_)
         open(QFile::encodeName(provisional).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
              S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH);
     if (descriptor < 0 || !nuevo.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle))
-        Fallar(qt_error_string(errno));
+        Rechazar(qt_error_string(errno));
     if (anterior)
         fchmod(descriptor, *anterior);
 }
@@ -40,7 +40,7 @@ std::optional<mode_t> ArchivoEntero::PermisosDelOcupante() const
     if (lstat(QFile::encodeName(archivo).constData(), &ocupante) != 0)
         return std::nullopt;
     if (!S_ISREG(ocupante.st_mode))
-        Fallar(
+        Rechazar(
             "en ese lugar hay algo que no es un archivo (un enlace, una carpeta, un dispositivo), y no se reemplaza");
     return ocupante.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
 }
@@ -49,17 +49,17 @@ void ArchivoEntero::Terminar()
 {
     // A disk may tell only now that it could not take it all.
     if (nuevo.error() != QFileDevice::NoError || !nuevo.flush())
-        Fallar(nuevo.errorString());
+        Rechazar(nuevo.errorString());
     if (fsync(nuevo.handle()) != 0 && errno != EINVAL)
-        Fallar(qt_error_string(errno));
+        Rechazar(qt_error_string(errno));
     nuevo.close();
     PermisosDelOcupante(); // somebody may have put something there meanwhile
     if (std::rename(QFile::encodeName(provisional).constData(), QFile::encodeName(archivo).constData()) != 0)
-        Fallar(qt_error_string(errno));
+        Rechazar(qt_error_string(errno));
     terminado = true;
 }
 
-void ArchivoEntero::Fallar(const QString &motivo) const
+void ArchivoEntero::Rechazar(const QString &motivo) const
 {
     throw ErrorEjecucion(errores::Datos, "No se pudo guardar el archivo " + archivo + ": " + motivo);
 }

@@ -27,7 +27,7 @@ public:
 
 private:
     std::optional<mode_t> PermisosDelOcupante() const;
-    [[noreturn]] void Fallar(const QString &motivo) const;
+    [[noreturn]] void Rechazar(const QString &motivo) const;
 
     QString archivo;
     QString provisional; // beside it, until it is whole

@@ -60,7 +60,7 @@ std::optional<uint> CaracterProhibido(const QString &texto)
     return std::nullopt;
 }
 
-[[noreturn]] void Fallar(const QString &descripcion)
+[[noreturn]] void Rechazar(const QString &descripcion)
 {
     throw ErrorEjecucion(errores::Datos, descripcion);
 }
@@ -174,14 +174,14 @@ QString Elemento::Nombre() const
 Elemento Elemento::Crear(const QString &nombre) const
 {
     if (Nivel(nodo) >= NivelesAlEscribir)
-        Fallar(QString("El documento tendría más de %1 niveles").arg(NivelesAlEscribir));
+        Rechazar(QString("El documento tendría más de %1 niveles").arg(NivelesAlEscribir));
     return Elemento(xmlNewChild(nodo, nullptr, Octetos(nombre.toUtf8()), nullptr));
 }
 
 void Elemento::setAtributo(const QString &nombre, const QString &valor, const QString &duenio) const
 {
     if (const auto prohibido = CaracterProhibido(valor))
-        Fallar(QString("%1: \"%2\" lleva un carácter que XML no admite (U+%3)")
+        Rechazar(QString("%1: \"%2\" lleva un carácter que XML no admite (U+%3)")
                    .arg(duenio, nombre, QString("%1").arg(*prohibido, 4, 16, QLatin1Char('0')).toUpper()));
     xmlNewProp(nodo, Octetos(nombre.toUtf8()), Octetos(valor.toUtf8()));
 }
@@ -243,7 +243,7 @@ void Documento::Guardar(const QString &archivo) const
     salida.write("<?xml version='1.0'?>\n");
     xmlSaveCtxt *escritor = xmlSaveToIO(&EscribirMas, nullptr, &salida, "UTF-8", XML_SAVE_NO_DECL | XML_SAVE_AS_XML);
     if (!escritor)
-        Fallar("No hay memoria para guardar el documento");
+        Rechazar("No hay memoria para guardar el documento");
     xmlSaveDoc(escritor, arbol.get());
     xmlSaveClose(escritor);
     destino.Terminar();
@@ -263,7 +263,7 @@ Documento::Arbol Documento::Leer(const QString &archivo, QList<ErrorXml> &errore
     }
     const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt *)> lector(xmlNewParserCtxt(), &xmlFreeParserCtxt);
     if (!lector)
-        Fallar("No hay memoria para leer el documento");
+        Rechazar("No hay memoria para leer el documento");
     lector->_private = &lectura;
     lector->sax->internalSubset = &RechazarTipo;
     lector->sax->startElementNs = &AlEmpezarElemento;
