@@ -56,7 +56,7 @@ DialogoCatalogo::DialogoCatalogo(const QString &catalogo, int maximo_, const QSt
     , maximo(maximo_)
     , presente(ClavePresente(duena))
     , modelo(new ModeloCatalogo(LeerEntradas(Sesion::Actual().Conexion(), catalogo, filtro),
-                                CatalogoPorCodigo(catalogo).deProductos, maximo, this))
+                                CatalogoPorCodigo(catalogo).Titulos(), maximo, this))
     , txtBuscar(new QLineEdit(this))
     , lvEntradas(new QTreeView(this))
     , aviso(new QLabel(" ", this))
@@ -109,7 +109,7 @@ void DialogoCatalogo::Disponer()
     columna->addWidget(aviso);
     columna->addWidget(botones);
     txtBuscar->setFocus();
-    resize(Formulario::Cabida(*this, {modelo->columnCount() > ModeloCatalogo::Unidad ? 720 : 560, 440}));
+    resize(Formulario::Cabida(*this, {modelo->columnCount() > ModeloCatalogo::Medida ? 720 : 560, 440}));
 }
 
 // In the letter and the look that it is shown in: the description takes the room that the others leave.

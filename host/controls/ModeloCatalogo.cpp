@@ -15,11 +15,11 @@ const QString FormatoCosto = "$#,##0.00#######";
 
 } // namespace
 
-ModeloCatalogo::ModeloCatalogo(QList<EntradaCatalogo> entradas_, bool deProductos, int maximo_, QObject *padre)
+ModeloCatalogo::ModeloCatalogo(QList<EntradaCatalogo> entradas_, QStringList titulos_, int maximo_, QObject *padre)
     : QAbstractTableModel(padre)
     , entradas(std::move(entradas_))
     , orden(entradas.size())
-    , columnas(deProductos ? Costo + 1 : Descripcion + 1)
+    , titulos(std::move(titulos_))
     , maximo(maximo_)
 {
     plegadas.reserve(entradas.size());
@@ -70,7 +70,7 @@ int ModeloCatalogo::rowCount(const QModelIndex &padre) const
 
 int ModeloCatalogo::columnCount(const QModelIndex &padre) const
 {
-    return padre.isValid() ? 0 : columnas;
+    return padre.isValid() ? 0 : static_cast<int>(titulos.size());
 }
 
 QVariant ModeloCatalogo::data(const QModelIndex &indice, int papel) const
@@ -85,7 +85,7 @@ QVariant ModeloCatalogo::data(const QModelIndex &indice, int papel) const
         return entrada.clave;
     case Descripcion:
         return entrada.descripcion;
-    case Unidad:
+    case Medida:
         return entrada.unidad;
     default:
         return NumeroConFormato(entrada.costo, FormatoCosto);
@@ -94,7 +94,6 @@ QVariant ModeloCatalogo::data(const QModelIndex &indice, int papel) const
 
 QVariant ModeloCatalogo::headerData(int columna, Qt::Orientation orientacion, int papel) const
 {
-    static const QStringList titulos{"Clave", "Descripción", "Unidad", "Costo"};
     if (papel == Qt::TextAlignmentRole)
         return QVariant::fromValue((columna == Costo ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return orientacion == Qt::Horizontal && papel == Qt::DisplayRole ? QVariant(titulos.value(columna)) : QVariant();

@@ -13,10 +13,10 @@ class ModeloCatalogo : public QAbstractTableModel
     Q_OBJECT
 
 public:
-    enum Columna { Clave, Descripcion, Unidad, Costo };
+    enum Columna { Clave, Descripcion, Medida, Costo };
 
-    // maximo: rows shown at once, 0 for all.
-    ModeloCatalogo(QList<EntradaCatalogo> entradas, bool deProductos, int maximo, QObject *padre);
+    // titulos: of the columns shown; maximo: rows shown at once, 0 for all.
+    ModeloCatalogo(QList<EntradaCatalogo> entradas, QStringList titulos, int maximo, QObject *padre);
 
     // Words in any order, letter case and accents, each anywhere in the key or the description; "" shows all.
     void Buscar(const QString &texto);
@@ -40,7 +40,7 @@ private:
     QList<int> orden;            // all entries as they are sorted
     QList<int> filas;            // those shown
     QStringList palabras;
-    int columnas;
+    QStringList titulos;
     int maximo;
     bool cortado = false;
 };

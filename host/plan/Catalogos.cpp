@@ -42,6 +42,11 @@ QString SentenciaDe(const Catalogo &catalogo, const QString &condicion, const QS
 
 } // namespace
 
+QStringList Catalogo::Titulos() const
+{
+    return deProductos ? QStringList{"Clave", "Descripción", "Unidad", "Costo"} : QStringList{"Clave", "Descripción"};
+}
+
 const Catalogo &CatalogoPorCodigo(const QString &codigo)
 {
     const auto &todos = Todos();

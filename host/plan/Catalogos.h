@@ -3,6 +3,7 @@
 #include <QList>
 #include <QPair>
 #include <QString>
+#include <QStringList>
 
 // The host's catalogues: what a catalogue's code means in tables and columns. Retired ("BA") and cancelled ("CA")
 // entries are not offered.
@@ -19,6 +20,8 @@ struct Catalogo {
     QString columnaDescripcion;
     QString condicion;        // of its own rows, "" for all
     bool deProductos = false; // entries have a unit and a cost
+
+    QStringList Titulos() const; // of what an entry has, in its order
 };
 
 struct EntradaCatalogo {

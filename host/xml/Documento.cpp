@@ -182,7 +182,7 @@ void Elemento::setAtributo(const QString &nombre, const QString &valor, const QS
 {
     if (const auto prohibido = CaracterProhibido(valor))
         Rechazar(QString("%1: \"%2\" lleva un carácter que XML no admite (U+%3)")
-                   .arg(duenio, nombre, QString("%1").arg(*prohibido, 4, 16, QLatin1Char('0')).toUpper()));
+                     .arg(duenio, nombre, QString("%1").arg(*prohibido, 4, 16, QLatin1Char('0')).toUpper()));
     xmlNewProp(nodo, Octetos(nombre.toUtf8()), Octetos(valor.toUtf8()));
 }
 
