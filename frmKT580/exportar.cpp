@@ -82,6 +82,7 @@ void frmKT580::Exportar_Lineas(const Elemento &servicio, const QString &parte, c
              + "' AND Te_Cve_Tipo_Equipo = '" + ui->txtTipoEquipo->Text() + "' ORDER BY Pm_ID ASC";
     auto lineas = Sistema->Conexion().Execute(strSQL);
     std::vector<Elemento> grupos;
+    grupos.reserve(ClasesDeLinea.size());
     for (const ClaseDeLinea &clase : ClasesDeLinea)
         grupos.push_back(servicio.Crear(clase.grupo));
     const QString duenio = "Parte " + parte + ", servicio " + pmId;

@@ -35,7 +35,7 @@ const QMap<QString, PrCierre::Espera> PrCierre::Esperas()
     };
     const auto alAceptar = [](const Pasos &pasos) {
         return [=](QWidget &forma) {
-            EnElDialogo(pasos);
+            EnElDialogo(pasos, &forma);
             Aceptar(forma);
         };
     };

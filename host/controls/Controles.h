@@ -68,7 +68,7 @@ private:
     Estado estado;
     QAction *nuevo, *editar, *eliminar, *reactivar, *info, *aceptar, *cancelar, *cerrar;
     QAction *separador, *separadorExtras;
-    std::array<QAction *, 3> extras;
+    std::array<QAction *, 3> extras = {};
 };
 
 } // namespace toolbarQVX

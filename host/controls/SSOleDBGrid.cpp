@@ -49,12 +49,13 @@ private:
 class SeleccionGrid : public QItemSelectionModel
 {
 public:
-    explicit SeleccionGrid(SSOleDBGrid &duena) : QItemSelectionModel(duena.model(), &duena), grid(duena) {}
+    explicit SeleccionGrid(SSOleDBGrid &duena) : QItemSelectionModel(duena.model(), &duena) {}
 
     void setCurrentIndex(const QModelIndex &indice, SelectionFlags orden) override
     {
         const QPersistentModelIndex destino = indice;
-        if (indice.isValid() && indice != currentIndex() && !grid.AntesDeMover(destino))
+        SSOleDBGrid *grid = Grid();
+        if (grid && indice.isValid() && indice != currentIndex() && !grid->AntesDeMover(destino))
             return;
         if (destino.isValid() || !indice.isValid()) // a handler may have removed the row
             QItemSelectionModel::setCurrentIndex(destino, orden);
@@ -64,12 +65,14 @@ public:
     using QItemSelectionModel::select;
     void select(const QItemSelection &seleccion, SelectionFlags orden) override
     {
-        if (grid.ReparoDelEditor().isEmpty())
+        const SSOleDBGrid *grid = Grid();
+        if (!grid || grid->ReparoDelEditor().isEmpty())
             QItemSelectionModel::select(seleccion, orden);
     }
 
 private:
-    SSOleDBGrid &grid;
+    // None while it is being destroyed: its rows go last.
+    SSOleDBGrid *Grid() const { return qobject_cast<SSOleDBGrid *>(parent()); }
 };
 
 SSOleDBGrid::SSOleDBGrid(QWidget *padre) : QTableWidget(padre)

@@ -172,11 +172,11 @@ void TreeView::dropEvent(QDropEvent *evento)
     setState(NoState);
     evento->setDropAction(Qt::CopyAction);
     evento->accept();
-    QTimer::singleShot(0, this, [this, texto = evento->mimeData()->text()] {
-        const QPointer<TreeView> vivo = this;
-        Q_EMIT OLEDragDrop(texto);
+    QTimer::singleShot(0, this, [vivo = QPointer<TreeView>(this), texto = evento->mimeData()->text()] {
         if (vivo)
-            setDropHighlight(nullptr);
+            Q_EMIT vivo->OLEDragDrop(texto);
+        if (vivo)
+            vivo->setDropHighlight(nullptr);
     });
 }
 

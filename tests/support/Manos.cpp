@@ -56,12 +56,12 @@ void ElegirNodo(QWidget &arbol, const QString &clave)
     QTest::mouseClick(tv.viewport(), Qt::LeftButton, {}, tv.visualItemRect(nodo).center());
 }
 
-QTimer *EnElDialogo(const std::function<void(QWidget &)> &pasos)
+QTimer *EnElDialogo(const std::function<void(QWidget &)> &pasos, const QWidget *menos)
 {
     auto *espera = new QTimer(qApp);
-    QObject::connect(espera, &QTimer::timeout, espera, [espera, pasos] {
+    QObject::connect(espera, &QTimer::timeout, espera, [espera, pasos, menos] {
         QWidget *dialogo = QApplication::activeModalWidget();
-        if (!dialogo)
+        if (!dialogo || dialogo == menos)
             return;
         if (!dialogo->isActiveWindow())
             return dialogo->activateWindow(); // as a window manager does

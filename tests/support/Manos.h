@@ -24,5 +24,5 @@ void Pulsar(QWidget &barra, const QString &comando);
 // Clicks the node with this key.
 void ElegirNodo(QWidget &arbol, const QString &clave);
 // Does something in the next modal form, as soon as it is active, and closes it if the steps did not. What waits for
-// it.
-QTimer *EnElDialogo(const std::function<void(QWidget &)> &pasos);
+// it. menos: a form that is open already.
+QTimer *EnElDialogo(const std::function<void(QWidget &)> &pasos, const QWidget *menos = nullptr);
