@@ -16,7 +16,7 @@ private Q_SLOTS:
 
 private:
     using Espera = std::function<void(PrCierre &, const Pasos &)>;
-    static const QMap<QString, Espera> Esperas();
+    static QMap<QString, Espera> Esperas();
     void Cerrar(const QString &como);
 };
 
@@ -27,7 +27,7 @@ void PrCierre::init()
 }
 
 // What the person does until something waits for him, which is given to the steps.
-const QMap<QString, PrCierre::Espera> PrCierre::Esperas()
+QMap<QString, PrCierre::Espera> PrCierre::Esperas()
 {
     using P = PrCierre;
     const auto boton = [](const QString &nodo, const QString &nombre) {
