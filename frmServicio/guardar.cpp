@@ -29,6 +29,7 @@ void frmServicio::cmdAceptar()
             if (!GuardarLineas(recurso))
                 return;
         Sistema->Conexion().CommitTrans();
+        ui->txtID->setText(folio);
         controles1_Cancelar();
     });
 }
