@@ -123,8 +123,8 @@ private:
     std::unique_ptr<Ui::frmKT580> ui;
     QString formatoParte;
     QString parteActual;
-    // The stack takes this many calls inside each other ten times over, in the build that takes most of it (7 KB each,
-    // with the sanitizers) half of it. No plan has ten levels.
+    // So many calls inside each other leave room on a stack of 8 MB, with the sanitizers too; 20,000 do not. No plan
+    // has ten levels.
     static constexpr int MaximoNiveles = 500;
     int nivel = 0; // of the walk that is running
     bool demasiadoHondo = false;
