@@ -30,7 +30,7 @@ QString LoHecho(const qvx::CambioDeEsquema &cambio, const Argumentos &argumentos
     const QString nombre = argumentos.servidor->Nombre();
     if (cambio.antes == 0)
         return "Se creó el esquema de Quorvex en la base de datos " + nombre
-               + ", con los roles quorvex_planificadores y quorvex_lectores.";
+               + ", con los roles quorvex_planificadores, quorvex_catalogos y quorvex_lectores.";
     if (cambio.antes < qvx::VersionEsquema)
         return QString("Se actualizó el esquema de Quorvex en la base de datos %1, de la versión %2 a la %3.")
             .arg(nombre, QString::number(cambio.antes), QString::number(qvx::VersionEsquema));

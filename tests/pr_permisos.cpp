@@ -160,11 +160,15 @@ void PrPermisos::tablas()
     const QString plan = "plan_mantenimiento plan_mantenimiento_detalle ";
     for (const QString &usuario : {planificador, lector}) {
         QCOMPARE(donde(usuario, "SELECT").remove("plan_reserva "),
-                 "consulta esquema formato_clave " + plan
+                 "catalogo consulta esquema formato_clave " + plan
                      + "prioridad_servicio producto tipo_equipo tipo_equipo_parte tipo_gasto "
                        "tipo_servicio unidad");
         QCOMPARE(donde(usuario, "TRUNCATE") + donde(usuario, "TRIGGER") + donde(usuario, "REFERENCES"), "");
     }
+    const QString catalogos = "prioridad_servicio producto tipo_equipo tipo_gasto tipo_servicio unidad";
+    QCOMPARE(donde("quorvex_catalogos", "INSERT"), catalogos);
+    QCOMPARE(donde("quorvex_catalogos", "DELETE"), catalogos);
+    QCOMPARE(donde("quorvex_catalogos", "UPDATE"), ""); // of columns only: no key
     QCOMPARE(donde(planificador, "INSERT"), plan + "tipo_equipo_parte");
     QCOMPARE(donde(planificador, "UPDATE"), plan + "tipo_equipo_parte");
     QCOMPARE(donde(planificador, "DELETE"), plan + "tipo_equipo_parte");
@@ -235,8 +239,9 @@ void PrPermisos::actualizar()
     const QString vieja = Vieja();
     const QString antes = Filas(vieja);
     const QString mirar = Quorvex({"--revisar", "--servidor", cluster::Direccion(planificador, vieja)});
-    QVERIFY2(mirar.contains("es de la versión 2 de Quorvex y este programa usa la 3: su administrador la actualiza con "
-                            "--actualizar-esquema."),
+    const QString actual = QString::number(qvx::VersionEsquema);
+    QVERIFY2(mirar.contains("es de la versión 2 de Quorvex y este programa usa la " + actual
+                            + ": su administrador la actualiza con --actualizar-esquema."),
              qPrintable(mirar));
     const QString negado = Quorvex(ActualizarEn(vieja, planificador));
     QVERIFY2(negado.startsWith("1") && negado.contains(": lo hace su dueño, postgres."), qPrintable(negado));
@@ -248,7 +253,8 @@ void PrPermisos::actualizar()
              "2");
     cluster::Super("DROP FUNCTION dbo.Rechazar_Programa", vieja);
     const QString hecho = Quorvex(ActualizarEn(vieja));
-    QVERIFY2(hecho.startsWith("0Se actualizó el esquema ") && hecho.contains(", de la versión 2 a la 3.\n"),
+    QVERIFY2(hecho.startsWith("0Se actualizó el esquema ")
+                 && hecho.contains(", de la versión 2 a la " + actual + ".\n"),
              qPrintable(hecho));
     QCOMPARE(Filas(vieja), antes);
     QCOMPARE(Quorvex(ActualizarEn(vieja)), "0El esquema ya está al día. Se repusieron los permisos de los roles.\n");

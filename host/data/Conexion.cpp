@@ -42,6 +42,16 @@ Conexion::~Conexion()
 
 Recordset Conexion::Execute(const QString &sql)
 {
+    return Correr(sql, [&] { return Analizar(sql); });
+}
+
+Recordset Conexion::Execute(const QString &sql, const QVariantList &valores)
+{
+    return Correr(EnUnRenglon(sql, valores), [&] { return Propia(sql, valores); });
+}
+
+Recordset Conexion::Correr(const QString &sql, const std::function<Sentencia()> &analizar)
+{
     if (alEjecutar)
         alEjecutar();
     if (estado == Estado::Condenada)
@@ -49,12 +59,12 @@ Recordset Conexion::Execute(const QString &sql)
     if (porComenzar)
         Comenzar();
     try {
-        const Sentencia sentencia = Analizar(sql);
+        const Sentencia sentencia = analizar();
         if (estado == Estado::Libre)
             Disponer(sentencia.lectura);
         if (sentencia.sinCerrar)
             MostrarAlMotor(sql);
-        const auto preparada = Preparar(sentencia.forma, sql);
+        const auto preparada = Preparar(sentencia, sql);
         if (!sentencia.lectura)
             reglas->RevisarIguales(preparada->conocida, sentencia, sql);
         if (estado == Estado::Abierta && reglas->ComoReservar())
@@ -77,21 +87,23 @@ Recordset Conexion::Execute(const QString &sql)
     }
 }
 
-std::shared_ptr<Conexion::Preparada> Conexion::Preparar(const QString &forma, const QString &sql)
+std::shared_ptr<Conexion::Preparada> Conexion::Preparar(const Sentencia &sentencia, const QString &sql)
 {
-    const auto hallada = preparadas.find(forma);
+    // Whatever is typed, its shape never finds what only the host's own texts may be.
+    const QString clave = sentencia.propia ? QLatin1Char('=') + sentencia.forma : sentencia.forma;
+    const auto hallada = preparadas.find(clave);
     if (hallada != preparadas.end())
         return *hallada;
-    const Conocida conocida = reglas->Conocer(forma, dialecto->Funciones());
-    if (!conocida.permitida)
+    const Conocida conocida = reglas->Conocer(sentencia.forma, dialecto->Funciones());
+    if (!conocida.permitida && !sentencia.propia)
         MostrarAlMotor(sql);
     if (preparadas.size() >= MaximoPreparadas)
         preparadas.clear();
     auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, conocida});
     nueva->consulta.setForwardOnly(dialecto->SoloHaciaAdelante());
-    if (!nueva->consulta.prepare(dialecto->Reescribir(forma)))
+    if (!nueva->consulta.prepare(dialecto->Reescribir(sentencia.forma)))
         Rechazar(nueva->consulta.lastError(), sql);
-    preparadas.insert(forma, nueva);
+    preparadas.insert(clave, nueva);
     return nueva;
 }
 
@@ -100,7 +112,8 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
     Recordset resultado;
     QSqlQuery &consulta = preparada.consulta;
     if (!consulta.isSelect()) {
-        Anotar(QString::number(consulta.numRowsAffected()), sql);
+        resultado.afectadas = consulta.numRowsAffected();
+        Anotar(QString::number(resultado.afectadas), sql);
         consulta.finish();
         return resultado;
     }

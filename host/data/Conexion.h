@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/Dialecto.h"
+#include "data/Lexico.h"
 #include "data/Recordset.h"
 #include "data/Reglas.h"
 #include "data/Traza.h"
@@ -30,6 +31,9 @@ public:
     Conexion &operator=(const Conexion &) = delete;
 
     Recordset Execute(const QString &sql);
+    // A statement of the host's own, whose values take the places of its "?" in their order: numbers as numbers, all
+    // else as text. The text is the program's, with no value in it, and so any shape of the four verbs is allowed.
+    Recordset Execute(const QString &sql, const QVariantList &valores);
     // Is called before each statement.
     void AlEjecutar(std::function<void()> aviso) { alEjecutar = std::move(aviso); }
 
@@ -71,7 +75,8 @@ private:
         Conocida conocida;
     };
 
-    std::shared_ptr<Preparada> Preparar(const QString &forma, const QString &sql);
+    Recordset Correr(const QString &sql, const std::function<Sentencia()> &analizar);
+    std::shared_ptr<Preparada> Preparar(const Sentencia &sentencia, const QString &sql);
     Recordset Leer(Preparada &preparada, const QString &sql);
     void Reservar(const QString &clave);
     QVariant Preguntar(const QString &orden, const QString &clave);
@@ -90,8 +95,8 @@ private:
     QSqlDatabase base;
     std::unique_ptr<Dialecto> dialecto;
     std::unique_ptr<Reglas> reglas;
-    QHash<QString, std::shared_ptr<Preparada>> preparadas;
-    QSet<QString> reservadas; // keys of what the transaction keeps to itself
+    QHash<QString, std::shared_ptr<Preparada>> preparadas; // by shape; the host's own behind a mark
+    QSet<QString> reservadas;                              // keys of what the transaction keeps to itself
     std::optional<Traza> traza;
     Estado estado = Estado::Libre;
     bool porComenzar = false; // the engine does not know of the transaction yet

@@ -1,6 +1,7 @@
 #include "data/Lexico.h"
 
 #include "data/ErrorEjecucion.h"
+#include "data/Texto.h"
 
 #include <QRegularExpression>
 #include <utility>
@@ -160,6 +161,37 @@ private:
 Sentencia Analizar(const QString &texto)
 {
     return Analizador(texto).Analizar();
+}
+
+Sentencia Propia(const QString &texto, const QVariantList &valores)
+{
+    static const QRegularExpression verbo("^(SELECT|INSERT|UPDATE|DELETE)\\b");
+    if (!verbo.match(texto).hasMatch() || texto.count(QLatin1Char('?')) != valores.size())
+        throw ErrorEjecucion(errores::Datos, "La sentencia no tiene la forma o los valores que debe", texto);
+    Sentencia sentencia;
+    sentencia.forma = texto;
+    sentencia.valores = valores;
+    sentencia.lectura = texto.startsWith("SELECT");
+    sentencia.propia = true;
+    for (QVariant &valor : sentencia.valores)
+        if (valor.typeId() == QMetaType::QString && valor.isNull())
+            valor = QString(""); // a text, and no absent value
+    return sentencia;
+}
+
+QString EnUnRenglon(const QString &texto, const QVariantList &valores)
+{
+    QString entero;
+    qsizetype copiado = 0;
+    for (const QVariant &valor : valores) {
+        const qsizetype lugar = texto.indexOf(QLatin1Char('?'), copiado);
+        if (lugar < 0)
+            break;
+        entero += QStringView(texto).mid(copiado, lugar - copiado);
+        entero += valor.typeId() == QMetaType::QString ? Literal(valor.toString()) : NumeroATexto(valor.toDouble());
+        copiado = lugar + 1;
+    }
+    return entero.append(QStringView(texto).mid(copiado));
 }
 
 int LiteralEn(const QString &forma, qsizetype lugar)

@@ -23,6 +23,8 @@ public:
     // Likewise by position, from 0, and as a number (null: 0; raises TiposNoCoinciden for a text that is none).
     QString Texto(int columna) const;
     double Numero(QAnyStringView campo) const;
+    // How many rows a change met.
+    int Afectadas() const { return afectadas; }
     int Columnas() const { return campos ? static_cast<int>(campos->size()) : 0; }
     // Where a field stands, -1 when there is none.
     int Lugar(QAnyStringView campo) const;
@@ -34,6 +36,7 @@ private:
 
     std::shared_ptr<const QStringList> campos;
     std::shared_ptr<const std::vector<QVariant>> valores; // row after row
+    int afectadas = 0;
     std::size_t actual = 0;                               // where the current row begins
 };
 

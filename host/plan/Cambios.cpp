@@ -83,10 +83,37 @@ QString RegistrarCambio(Conexion &conexion, const Firmante &firmante, const QStr
         return "La clave " + claves::Raiz + " está reservada para la raíz del árbol.";
     const QString impedimento = Impedimento(conexion, firmante.operador, tabla, claves);
     if (impedimento.isEmpty())
-        conexion.Execute("INSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES (" + Literal(tabla)
-                         + ", " + Literal(claves.join(QLatin1Char('|'))) + ", " + Literal(firmante.operador) + ", "
-                         + Literal(firmante.fecha()) + ")");
+        AnotarCambio(conexion, firmante, tabla, claves.join(QLatin1Char('|')));
     return impedimento;
+}
+
+void AnotarCambio(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QString &clave)
+{
+    conexion.Execute("INSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES (" + Literal(tabla)
+                     + ", " + Literal(clave) + ", " + Literal(firmante.operador) + ", " + Literal(firmante.fecha())
+                     + ")");
+}
+
+void FirmarServicio(Conexion &conexion, const Firmante &firmante, const ServicioLeido &servicio)
+{
+    const QString donde = " WHERE Te_Cve_Tipo_Equipo = ? AND Tep_ID = ? AND Pm_ID = ?";
+    const QVariantList claves{servicio.tipoEquipo, servicio.parte, servicio.folio};
+    const QString nombre = "El servicio " + servicio.folio + " del tipo de equipo " + servicio.tipoEquipo;
+    const auto fila = conexion.Execute(
+        "SELECT Version AS Sello, Oper_Ult_Modif, Fecha_Ult_Modif FROM Plan_Mantenimiento" + donde, claves);
+    if (fila.Eof())
+        throw ErrorEjecucion(errores::Datos, nombre
+                                                 + " ya no existe: otra persona lo eliminó o lo cambió de lugar. No se "
+                                                   "guardó nada.");
+    if (fila["Sello"] != servicio.sello)
+        throw ErrorEjecucion(errores::Datos, nombre + ": " + fila["Oper_Ult_Modif"] + " lo cambió el "
+                                                 + fila["Fecha_Ult_Modif"]
+                                                 + ", después de que esta lista lo leyó. No se guardó nada: vuelva a "
+                                                   "hacer la lista.");
+    conexion.Execute("UPDATE Plan_Mantenimiento SET Oper_Ult_Modif = ?, Fecha_Ult_Modif = ?" + donde,
+                     QVariantList{firmante.operador, firmante.fecha()} + claves);
+    AnotarCambio(conexion, firmante, "Plan_Mantenimiento",
+                 servicio.tipoEquipo + "|" + servicio.folio + "|" + servicio.parte);
 }
 
 void AnotarEstado(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QString &clave,

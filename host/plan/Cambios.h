@@ -25,6 +25,22 @@ struct Firmante {
 // or it is the root. Raises data errors.
 QString RegistrarCambio(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QStringList &claves);
 
+// Logs that a row was written. clave: its keys, joined by "|". Raises data errors.
+void AnotarCambio(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QString &clave);
+
+// A service as it was read, to be changed later: its keys and its version, which is read as "Sello" so that the
+// screens' own readings do not count it.
+struct ServicioLeido {
+    QString tipoEquipo;
+    QString parte;
+    QString folio;
+    QString sello;
+};
+// Signs and logs that a service or its lines are being changed, inside the transaction, before they are: from then on
+// its plan is held. Raises an ErrorEjecucion in Spanish, which says who and when, for a service that was changed since
+// it was read, or is gone; and data errors.
+void FirmarServicio(Conexion &conexion, const Firmante &firmante, const ServicioLeido &servicio);
+
 // Logs a change of state ("Baja", "Reactivación"). Raises data errors.
 void AnotarEstado(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QString &clave,
                   const QString &accion);

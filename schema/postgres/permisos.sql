@@ -1,13 +1,13 @@
 -- Quorvex, shared server: who may do what, in whole: it is run after the steps, and again whenever the owner asks for it.
--- Planners have what the statements of the screen need, readers may look. Both are roles of the whole server: they may
--- be there already for another database of it.
+-- Planners have what the statements of the screen need, who keeps the catalogues writes these, readers may look. All are
+-- roles of the whole server: they may be there already for another database of it.
 
 DO $$
 DECLARE
     rol text;
     funcion regprocedure;
 BEGIN
-    FOREACH rol IN ARRAY ARRAY['quorvex_planificadores', 'quorvex_lectores'] LOOP
+    FOREACH rol IN ARRAY ARRAY['quorvex_planificadores', 'quorvex_catalogos', 'quorvex_lectores'] LOOP
         CONTINUE WHEN EXISTS (SELECT FROM pg_roles WHERE rolname = rol);
         BEGIN
             EXECUTE format('CREATE ROLE %I NOLOGIN', rol);
@@ -16,7 +16,8 @@ BEGIN
         END;
     END LOOP;
     EXECUTE format('REVOKE CONNECT, CREATE, TEMPORARY ON DATABASE %I FROM PUBLIC', current_database());
-    EXECUTE format('GRANT CONNECT ON DATABASE %I TO quorvex_planificadores, quorvex_lectores', current_database());
+    EXECUTE format('GRANT CONNECT ON DATABASE %I TO quorvex_planificadores, quorvex_lectores, '
+                   'quorvex_catalogos', current_database());
     IF to_regnamespace('public') IS NOT NULL THEN
         REVOKE CREATE ON SCHEMA public FROM PUBLIC;
     END IF;
@@ -24,7 +25,7 @@ BEGIN
     IF has_database_privilege('public', current_database(), 'CONNECT') THEN
         RAISE insufficient_privilege USING MESSAGE = 'everybody could still connect to the database';
     END IF;
-    FOREACH rol IN ARRAY ARRAY['quorvex_planificadores', 'quorvex_lectores'] LOOP
+    FOREACH rol IN ARRAY ARRAY['quorvex_planificadores', 'quorvex_catalogos', 'quorvex_lectores'] LOOP
         IF has_database_privilege(rol, current_database(), 'CREATE, TEMPORARY')
            OR has_schema_privilege(rol, to_regnamespace('public'), 'CREATE') THEN
             RAISE insufficient_privilege USING MESSAGE = 'role ' || rol || ' could create tables of its own';
@@ -43,22 +44,33 @@ END
 $$;
 
 REVOKE ALL ON SCHEMA dbo FROM PUBLIC;
-REVOKE ALL ON ALL FUNCTIONS IN SCHEMA dbo FROM PUBLIC, quorvex_planificadores, quorvex_lectores;
-REVOKE ALL ON ALL TABLES IN SCHEMA dbo FROM PUBLIC, quorvex_planificadores, quorvex_lectores;
+REVOKE ALL ON ALL FUNCTIONS IN SCHEMA dbo FROM PUBLIC, quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
+REVOKE ALL ON ALL TABLES IN SCHEMA dbo FROM PUBLIC, quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
 
-GRANT USAGE ON SCHEMA dbo TO quorvex_planificadores, quorvex_lectores;
+GRANT USAGE ON SCHEMA dbo TO quorvex_planificadores, quorvex_lectores, quorvex_catalogos;
 GRANT EXECUTE ON FUNCTION Get_Ruta_Parte_Tipo_Equipo(bpchar, bpchar), Numero_De_Clave(bpchar)
-    TO quorvex_planificadores, quorvex_lectores;
-GRANT EXECUTE ON FUNCTION Reservar_Plan(bpchar, boolean) TO quorvex_planificadores;
-GRANT SELECT ON Esquema, Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad, Formato_Clave,
-    Consulta, Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
-    TO quorvex_planificadores, quorvex_lectores;
-GRANT SELECT ON Plan_Reserva TO quorvex_planificadores;
+    TO quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
+GRANT EXECUTE ON FUNCTION Reservar_Plan(bpchar, boolean) TO quorvex_planificadores, quorvex_catalogos;
+GRANT SELECT ON Esquema, Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad, Catalogo, Derecho,
+    Formato_Clave, Consulta, Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
+    TO quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
+GRANT SELECT ON Plan_Reserva TO quorvex_planificadores, quorvex_catalogos;
 GRANT INSERT, UPDATE, DELETE ON Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
     TO quorvex_planificadores;
--- Their numbers are the database's.
-GRANT INSERT (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) ON Registro_Cambio TO quorvex_planificadores;
-GRANT INSERT (Bi_Tabla, Bi_Clave, Bi_Accion, Bi_Oper, Bi_Fecha) ON Bitacora TO quorvex_planificadores;
+-- A key is never changed.
+GRANT INSERT, DELETE ON Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad TO quorvex_catalogos;
+GRANT UPDATE (Te_Descripcion, Es_Cve_Estado) ON Tipo_Equipo TO quorvex_catalogos;
+GRANT UPDATE (Pr_Descripcion, Pr_Clase, Pr_Unidad_Control_1, Pr_Costo_Estandar, Es_Cve_Estado) ON Producto
+    TO quorvex_catalogos;
+GRANT UPDATE (Tg_Descripcion, Es_Cve_Estado) ON Tipo_Gasto TO quorvex_catalogos;
+GRANT UPDATE (Ts_Descripcion, Es_Cve_Estado) ON Tipo_Servicio TO quorvex_catalogos;
+GRANT UPDATE (Ps_Descripcion, Es_Cve_Estado) ON Prioridad_Servicio TO quorvex_catalogos;
+GRANT UPDATE (Un_Descripcion, Es_Cve_Estado) ON Unidad TO quorvex_catalogos;
+GRANT UPDATE (Ca_Cambios) ON Catalogo TO quorvex_catalogos;
+-- The numbers of the logs are the database's. Who keeps the catalogues is told who changed a row before him.
+GRANT INSERT (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) ON Registro_Cambio TO quorvex_planificadores, quorvex_catalogos;
+GRANT INSERT (Bi_Tabla, Bi_Clave, Bi_Accion, Bi_Oper, Bi_Fecha) ON Bitacora TO quorvex_planificadores, quorvex_catalogos;
+GRANT SELECT ON Registro_Cambio TO quorvex_catalogos;
 
 CREATE OR REPLACE TRIGGER Tep_Programa BEFORE INSERT OR UPDATE OR DELETE ON Tipo_Equipo_Parte FOR EACH STATEMENT
     WHEN (current_setting('quorvex.esquema', true) IS DISTINCT FROM '{version}') EXECUTE FUNCTION Rechazar_Programa();
