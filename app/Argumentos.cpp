@@ -127,7 +127,8 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     if ((argumentos.tipoEquipo + argumentos.exportar).contains(QLatin1Char('\''))) {
         argumentos.error = "La clave del tipo de equipo no puede llevar comillas.";
     } else if (!argumentos.servidor) {
-        argumentos.baseDatos = lector.isSet("base-datos") ? lector.value("base-datos") : BaseDelUsuario();
+        argumentos.baseDada = lector.isSet("base-datos");
+        argumentos.baseDatos = argumentos.baseDada ? lector.value("base-datos") : BaseDelUsuario();
         argumentos.operador =
             lector.isSet("operador") ? lector.value("operador") : qEnvironmentVariable("USER", "operador");
         argumentos.error = argumentos.baseDatos.isEmpty() ? QString("--base-datos necesita un archivo.")

@@ -9,6 +9,7 @@
 // The command line of the stand-alone host.
 struct Argumentos {
     QString baseDatos;                     // file; the user's data folder when neither it nor a server is given
+    bool baseDada = false;                 // the command line names the file
     std::optional<qvx::Servidor> servidor; // in its place
     QString tipoEquipo;                    // equipment type to open on, "" for none
     QString operador;                      // the system's user when not given; not of a server, which knows its own

@@ -3,9 +3,9 @@
 #include "app/Acceso.h"
 #include "app/Argumentos.h"
 #include "app/Componente.h"
+#include "app/InteraccionDelEscritorio.h"
 #include "app/Reporte.h"
 #include "app/VentanaPrincipal.h"
-#include "controls/InteraccionQt.h"
 #include "data/Momento.h"
 #include "plan/Guion.h"
 #include "plan/Integridad.h"
@@ -38,14 +38,36 @@ QString LoHecho(const qvx::CambioDeEsquema &cambio, const Argumentos &argumentos
                                         : QString("El esquema ya está al día.");
 }
 
+// On the first start by hand. Whoever names a file, a server or an equipment type knows what he wants.
+bool QuiereEjemplos(const Argumentos &argumentos, qvx::Interaccion &personas)
+{
+    if (argumentos.servidor || argumentos.baseDada || argumentos.sinEjemplos || !argumentos.tipoEquipo.isEmpty()
+        || QFileInfo::exists(argumentos.baseDatos))
+        return !argumentos.sinEjemplos;
+    return personas.Mensaje(
+               {"Todavía no hay una base de datos. ¿Quiere empezar con planes y catálogos de ejemplo, para "
+                "probar? Con «No» empieza vacía: lo primero son sus catálogos, que se escriben o se pegan "
+                "de una hoja de cálculo.",
+                qvx::mensaje::SiNo + qvx::mensaje::Pregunta,
+                "Quorvex",
+                0,
+                "QVX",
+                "ERR-ID:1000013",
+                {}})
+           == qvx::mensaje::Si;
+}
+
 } // namespace
 
-int Mostrar(const Argumentos &argumentos)
+int Mostrar(const Argumentos &dados)
 {
+    auto personas = std::make_unique<InteraccionDelEscritorio>();
+    Argumentos argumentos = dados;
+    argumentos.sinEjemplos = !QuiereEjemplos(dados, *personas);
     auto conexion = AbrirBaseConVentana(argumentos);
     if (!conexion)
         return salida::Fallido;
-    const auto sesion = IniciarSesion(argumentos, std::move(conexion), std::make_unique<qvx::InteraccionQt>());
+    const auto sesion = IniciarSesion(argumentos, std::move(conexion), std::move(personas));
     VentanaPrincipal ventana(CrearPantalla(), argumentos.tipoEquipo, sesion->Operador(),
                              argumentos.servidor ? argumentos.servidor->Nombre() : argumentos.baseDatos);
     // Served to a browser there is no window manager: the window takes the whole screen.

@@ -1,6 +1,8 @@
 #include "app/VentanaPrincipal.h"
 
 #include "app/DialogoIntegridad.h"
+#include "app/InteraccionDelEscritorio.h"
+#include "app/catalogos/PaginaCatalogos.h"
 #include "controls/Formulario.h"
 #include "controls/TreeView.h"
 #include "controls/colorQVX.h"
@@ -8,16 +10,23 @@
 #include "data/ErrorEjecucion.h"
 #include "session/Aplicacion.h"
 #include "session/Interaccion.h"
+#include "session/Sesion.h"
 #include "session/Sistema.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QLocale>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <utility>
 
 namespace
 {
+
+enum Pagina { PaginaDelPlan, PaginaDeCatalogos };
 
 // Names are no markup.
 QLabel *Rotulo(const QString &texto)
@@ -29,14 +38,14 @@ QLabel *Rotulo(const QString &texto)
 
 } // namespace
 
-VentanaPrincipal::VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo_, const QString &operador,
+VentanaPrincipal::VentanaPrincipal(QWidget *pantalla_, const QString &tipoEquipo_, const QString &operador,
                                    const QString &baseDatos)
-    : tipoEquipo(tipoEquipo_)
+    : tipoEquipo(tipoEquipo_), tabPaginas(new QTabWidget(this)), pantalla(pantalla_)
 {
     coloresQVX::colorQVX::AplicarA(*this);
     setWindowTitle("Plan de mantenimiento por tipo de equipo");
     pantalla->setProperty("Padre", QVariant::fromValue(static_cast<QObject *>(this)));
-    setCentralWidget(pantalla);
+    PonerPaginas(pantalla);
     PonerMenu();
     statusBar()->addWidget(Rotulo("Operador: " + operador));
     PonerSugerencia();
@@ -47,13 +56,65 @@ VentanaPrincipal::VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo_
         connect(forma, &qvx::Formulario::Descargado, this, &QWidget::close);
 }
 
+void VentanaPrincipal::PonerPaginas(QWidget *pantalla)
+{
+    tabPaginas->setObjectName("tabPaginas");
+    tabPaginas->setDocumentMode(true);
+    tabPaginas->addTab(pantalla, "Plan");
+    tabPaginas->addTab(new QWidget, "Catálogos");
+    setCentralWidget(tabPaginas);
+    connect(tabPaginas, &QTabWidget::currentChanged, this, &VentanaPrincipal::AlCambiarDePagina);
+}
+
+void VentanaPrincipal::AlCambiarDePagina(int pagina)
+{
+    if (pagina == PaginaDeCatalogos && !catalogos)
+        PonerCatalogos();
+    if (pagina == PaginaDelPlan && std::exchange(porReleer, false))
+        Releer();
+    tabPaginas->currentWidget()->setFocus();
+    cambio.start(0);
+}
+
+void VentanaPrincipal::PonerCatalogos()
+{
+    QWidget *lugar = tabPaginas->widget(PaginaDeCatalogos);
+    auto *disposicion = new QVBoxLayout(lugar);
+    disposicion->setContentsMargins(0, 0, 0, 0);
+    catalogos = new PaginaCatalogos(lugar);
+    disposicion->addWidget(catalogos);
+    lugar->setFocusProxy(catalogos);
+    connect(catalogos, &PaginaCatalogos::Cambiado, this, [this] { porReleer = true; });
+    connect(catalogos, &PaginaCatalogos::CopiaPedida, this, &VentanaPrincipal::CopiarPlan);
+}
+
+// The screen's own command, with its questions; which type the plan goes to is known.
+void VentanaPrincipal::CopiarPlan(const QString &nuevo, const QString &origen)
+{
+    tabPaginas->setCurrentIndex(PaginaDelPlan);
+    auto *copiar = pantalla->findChild<QAction *>("B3");
+    if (!tipo || !copiar)
+        return;
+    tipo->Elegir(origen);
+    if (auto *personas = dynamic_cast<InteraccionDelEscritorio *>(&qvx::Sesion::Actual().Interaccion()))
+        personas->Anticipar("TIPO_EQUIPO", nuevo);
+    copiar->trigger();
+}
+
+// The screen's equipment type, anew.
+void VentanaPrincipal::Releer()
+{
+    if (tipo && !tipo->Text().isEmpty())
+        tipo->Elegir(tipo->Text());
+}
+
 // What to do next, as the screen's controls stand.
 void VentanaPrincipal::PonerSugerencia()
 {
     sugerencia = Entre("lblSugerencia");
-    tipo = centralWidget()->findChild<textoQVX::txtQVX *>("txtTipoEquipo");
-    nombreTipo = centralWidget()->findChild<textoQVX::txtQVX *>("txtNTipoEquipo");
-    partes = centralWidget()->findChild<comunesQVX::TreeView *>("tvPartes");
+    tipo = pantalla->findChild<textoQVX::txtQVX *>("txtTipoEquipo");
+    nombreTipo = pantalla->findChild<textoQVX::txtQVX *>("txtNTipoEquipo");
+    partes = pantalla->findChild<comunesQVX::TreeView *>("tvPartes");
     if (!tipo || !nombreTipo || !partes)
         return;
     cambio.setSingleShot(true);
@@ -78,6 +139,8 @@ void VentanaPrincipal::PonerSugerencia()
 
 QString VentanaPrincipal::Sugerencia() const
 {
+    if (tabPaginas->currentIndex() != PaginaDelPlan)
+        return {};
     if (tipo->Text().isEmpty())
         return "Elija un tipo de equipo: escriba su clave o pulse F3.";
     if (!tipoResuelto)
@@ -123,6 +186,14 @@ void VentanaPrincipal::PonerAvance()
 
 void VentanaPrincipal::PonerMenu()
 {
+    QMenu *ver = menuBar()->addMenu("&Ver");
+    ver->setObjectName("mnuVer");
+    for (int pagina = 0; pagina < tabPaginas->count(); ++pagina) {
+        QAction *accion = ver->addAction("&" + tabPaginas->tabText(pagina), this,
+                                         [this, pagina] { tabPaginas->setCurrentIndex(pagina); });
+        accion->setObjectName(QString("mnuPagina%1").arg(pagina + 1));
+        accion->setShortcut(QKeySequence(QString("Ctrl+%1").arg(pagina + 1)));
+    }
     QMenu *herramientas = menuBar()->addMenu("&Herramientas");
     herramientas->setObjectName("mnuHerramientas");
     QAction *revisar = herramientas->addAction("&Revisar integridad…", this, &VentanaPrincipal::RevisarIntegridad);
@@ -135,8 +206,8 @@ void VentanaPrincipal::RevisarIntegridad()
     try {
         DialogoIntegridad dialogo(this);
         dialogo.exec();
-        if (dialogo.HuboCambios() && tipo && !tipo->Text().isEmpty())
-            tipo->Elegir(tipo->Text());
+        if (dialogo.HuboCambios())
+            Releer();
     } catch (const qvx::ErrorEjecucion &error) {
         qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", "ERR-ID:1000006");
     }
@@ -144,7 +215,6 @@ void VentanaPrincipal::RevisarIntegridad()
 
 void VentanaPrincipal::closeEvent(QCloseEvent *evento)
 {
-    if (centralWidget())
-        centralWidget()->close();
+    pantalla->close();
     evento->accept();
 }

@@ -4,7 +4,9 @@
 #include <QPointer>
 #include <QTimer>
 
+class QAction;
 class QLabel;
+class QTabWidget;
 
 namespace comunesQVX
 {
@@ -16,7 +18,10 @@ namespace textoQVX
 class txtQVX;
 }
 
-// The window of the stand-alone host: docks the screen and is its parent object ("Transaccion", "iParametros").
+class PaginaCatalogos;
+
+// The window of the stand-alone host, a page for each thing that a planner does. The screen is one of them, and the
+// window its parent object ("Transaccion", "iParametros").
 class VentanaPrincipal : public QMainWindow
 {
     Q_OBJECT
@@ -33,6 +38,11 @@ protected:
     void closeEvent(QCloseEvent *evento) override;
 
 private:
+    void PonerPaginas(QWidget *pantalla);
+    void AlCambiarDePagina(int pagina);
+    void PonerCatalogos();
+    void CopiarPlan(const QString &nuevo, const QString &origen);
+    void Releer();
     QLabel *Entre(const QString &nombre);
     void PonerAvance();
     void PonerSugerencia();
@@ -41,6 +51,10 @@ private:
     void RevisarIntegridad();
 
     QString tipoEquipo;
+    QTabWidget *tabPaginas;
+    QWidget *pantalla;
+    PaginaCatalogos *catalogos = nullptr; // made when it is first shown
+    bool porReleer = false;               // what the screen shows of the catalogues was changed
     // Controls of the screen; gone with it.
     QPointer<textoQVX::txtQVX> tipo;
     QPointer<textoQVX::txtQVX> nombreTipo;

@@ -2,20 +2,21 @@
 
 #include "controls/DeAmbos.h"
 #include "controls/Formulario.h"
-#include "controls/ModeloCatalogo.h"
+#include "controls/ModeloTabla.h"
 #include "controls/SSOleDBGrid.h"
+#include "controls/Teclas.h"
+#include "controls/VistaTabla.h"
 #include "controls/colorQVX.h"
 #include "controls/txtQVX.h"
+#include "plan/Catalogos.h"
 #include "session/Sesion.h"
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTreeView>
 #include <QVBoxLayout>
 
 namespace qvx
@@ -23,11 +24,6 @@ namespace qvx
 
 namespace
 {
-
-bool MueveLaLista(int tecla)
-{
-    return tecla == Qt::Key_Up || tecla == Qt::Key_Down || tecla == Qt::Key_PageUp || tecla == Qt::Key_PageDown;
-}
 
 // The key that whoever asks holds already: a box's text, or the text of the grid's current cell.
 QString ClavePresente(const QWidget *duena)
@@ -40,36 +36,61 @@ QString ClavePresente(const QWidget *duena)
     return {};
 }
 
+enum Columna { Clave, Descripcion, Unidad, Costo };
+
+QList<ColumnaDeTabla> Columnas(bool deProductos)
+{
+    QList<ColumnaDeTabla> columnas{{"Clave", ColumnaDeTabla::Clase::Texto, true},
+                                   {"Descripción", ColumnaDeTabla::Clase::Texto, true}};
+    if (deProductos)
+        columnas << ColumnaDeTabla{"Unidad"} << ColumnaDeTabla{"Costo", ColumnaDeTabla::Clase::Dinero};
+    return columnas;
+}
+
 } // namespace
 
 QString DialogoCatalogo::Elegir(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
-                                QWidget *duena)
+                                QWidget *duena, const Alta &alta)
 {
     const DeAmbos<DialogoCatalogo> dialogo(new DialogoCatalogo(catalogo, maximo, filtro, duena));
     dialogo->setFont(fuente);
+    if (alta)
+        dialogo->OfrecerAlta(catalogo, alta);
     return dialogo->exec() == QDialog::Accepted ? dialogo->ClaveElegida() : QString();
 }
 
-// Read once; what is typed then looks among what was read.
 DialogoCatalogo::DialogoCatalogo(const QString &catalogo, int maximo_, const QString &filtro, QWidget *duena)
     : QDialog(duena ? duena->window() : nullptr)
     , maximo(maximo_)
     , presente(ClavePresente(duena))
-    , modelo(new ModeloCatalogo(LeerEntradas(Sesion::Actual().Conexion(), catalogo, filtro),
-                                CatalogoPorCodigo(catalogo).Titulos(), maximo, this))
+    , modelo(new ModeloTabla(Columnas(CatalogoPorCodigo(catalogo).DeProductos()), maximo, this))
     , txtBuscar(new QLineEdit(this))
-    , lvEntradas(new QTreeView(this))
+    , lvEntradas(new VistaTabla("lvEntradas", "Entradas del catálogo", this))
     , aviso(new QLabel(" ", this))
 {
     coloresQVX::colorQVX::AplicarA(*this);
     setWindowTitle(CatalogoPorCodigo(catalogo).titulo);
+    Leer(catalogo, filtro);
     Disponer();
     connect(txtBuscar, &QLineEdit::textChanged, this, &DialogoCatalogo::Filtrar);
     connect(modelo, &QAbstractItemModel::modelReset, this, &DialogoCatalogo::Avisar);
     connect(lvEntradas->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { cmdAceptar->setEnabled(!ClaveElegida().isEmpty()); });
-    connect(lvEntradas, &QTreeView::doubleClicked, this, &QDialog::accept);
+    connect(lvEntradas, &VistaTabla::doubleClicked, this, &QDialog::accept);
     Avisar();
+}
+
+// Once; what is typed then looks among what was read.
+void DialogoCatalogo::Leer(const QString &catalogo, const QString &filtro)
+{
+    QList<QVariantList> filas;
+    for (const EntradaCatalogo &entrada : LeerEntradas(Sesion::Actual().Conexion(), catalogo, filtro)) {
+        QVariantList fila{entrada.clave, entrada.descripcion};
+        if (modelo->columnCount() > Unidad)
+            fila << entrada.unidad << entrada.costo;
+        filas.append(fila);
+    }
+    modelo->Llenar(filas);
 }
 
 void DialogoCatalogo::Disponer()
@@ -80,21 +101,13 @@ void DialogoCatalogo::Disponer()
     txtBuscar->setClearButtonEnabled(true);
     txtBuscar->installEventFilter(this);
 
-    lvEntradas->setObjectName("lvEntradas");
-    lvEntradas->setAccessibleName("Entradas del catálogo");
-    lvEntradas->setRootIsDecorated(false);
-    lvEntradas->setUniformRowHeights(true);
-    lvEntradas->setAllColumnsShowFocus(true);
-    lvEntradas->setAlternatingRowColors(true);
-    lvEntradas->setModel(modelo);
-    lvEntradas->header()->setSortIndicator(ModeloCatalogo::Clave, Qt::AscendingOrder);
-    lvEntradas->setSortingEnabled(true);
+    lvEntradas->Poner(modelo, Descripcion, Clave);
 
     aviso->setObjectName("lblAviso");
     aviso->setWordWrap(true);
     aviso->setTextFormat(Qt::PlainText);
 
-    auto *botones = new QDialogButtonBox;
+    botones = new QDialogButtonBox(this);
     cmdAceptar = botones->addButton("Aceptar", QDialogButtonBox::AcceptRole);
     cmdAceptar->setObjectName("cmdAceptar");
     cmdAceptar->setEnabled(false);
@@ -109,28 +122,26 @@ void DialogoCatalogo::Disponer()
     columna->addWidget(aviso);
     columna->addWidget(botones);
     txtBuscar->setFocus();
-    resize(Formulario::Cabida(*this, {modelo->columnCount() > ModeloCatalogo::Medida ? 720 : 560, 440}));
+    resize(Formulario::Cabida(*this, {modelo->columnCount() > Unidad ? 720 : 560, 440}));
 }
 
-// In the letter and the look that it is shown in: the description takes the room that the others leave.
-void DialogoCatalogo::PonerColumnas()
+// What is new is what was looked for.
+void DialogoCatalogo::OfrecerAlta(const QString &catalogo, const Alta &alta)
 {
-    QHeaderView *titulos = lvEntradas->header();
-    titulos->setStretchLastSection(false);
-    for (int columna = 0; columna < modelo->columnCount(); ++columna) {
-        titulos->setSectionResizeMode(columna, columna == ModeloCatalogo::Descripcion ? QHeaderView::Stretch
-                                                                                      : QHeaderView::Interactive);
-        if (columna != ModeloCatalogo::Descripcion)
-            lvEntradas->resizeColumnToContents(columna);
-    }
+    QPushButton *nuevo = botones->addButton("&Nuevo…", QDialogButtonBox::ActionRole);
+    nuevo->setObjectName("cmdNuevo");
+    connect(nuevo, &QPushButton::clicked, this, [this, catalogo, alta] {
+        creada = alta(catalogo, txtBuscar->text().trimmed(), this);
+        if (!creada.isEmpty())
+            accept();
+    });
 }
 
 // Without a key of its own nothing is chosen until the person types or moves, so that a careless Enter takes nothing.
 void DialogoCatalogo::showEvent(QShowEvent *evento)
 {
     QDialog::showEvent(evento);
-    PonerColumnas();
-    ElegirFila(presente.isEmpty() ? -1 : modelo->FilaDe(presente));
+    ElegirFila(presente.isEmpty() ? -1 : modelo->VisibleConClave(presente));
 }
 
 void DialogoCatalogo::Filtrar()
@@ -158,14 +169,16 @@ void DialogoCatalogo::Avisar()
 
 QString DialogoCatalogo::ClaveElegida() const
 {
+    if (!creada.isEmpty())
+        return creada;
     const QModelIndexList elegidas = lvEntradas->selectionModel()->selectedRows();
-    return elegidas.isEmpty() ? QString() : modelo->ClaveDe(elegidas.constFirst().row());
+    return elegidas.isEmpty() ? QString() : modelo->Clave(elegidas.constFirst().row());
 }
 
 bool DialogoCatalogo::eventFilter(QObject *objeto, QEvent *evento)
 {
     if (objeto == txtBuscar && evento->type() == QEvent::KeyPress
-        && MueveLaLista(static_cast<QKeyEvent *>(evento)->key())) {
+        && comunesQVX::MueveLaLista(static_cast<QKeyEvent *>(evento)->key())) {
         QCoreApplication::sendEvent(lvEntradas, evento);
         return true;
     }

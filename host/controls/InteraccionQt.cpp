@@ -1,7 +1,6 @@
 #include "controls/InteraccionQt.h"
 
 #include "controls/DeAmbos.h"
-#include "controls/DialogoCatalogo.h"
 #include "controls/Formulario.h"
 #include "controls/colorQVX.h"
 
@@ -184,7 +183,7 @@ int InteraccionQt::Mensaje(const Aviso &aviso)
 QString InteraccionQt::BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
                                         QWidget *duena)
 {
-    return DialogoCatalogo::Elegir(catalogo, maximo, filtro, fuente, duena);
+    return DialogoCatalogo::Elegir(catalogo, maximo, filtro, fuente, duena, alta);
 }
 
 // The name is taken as it was left: no suffix is added to it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/DialogoCatalogo.h"
 #include "session/Interaccion.h"
 
 #include <QList>
@@ -27,6 +28,12 @@ public:
                              QWidget *duena) override;
     QString ElegirArchivo(const PeticionArchivo &peticion, QWidget *duena) override;
     void InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena) override;
+
+    // From then on the search in a catalogue offers to make a new entry; an empty one takes that away.
+    void OfrecerAlta(DialogoCatalogo::Alta alta_) { alta = std::move(alta_); }
+
+private:
+    DialogoCatalogo::Alta alta;
 };
 
 } // namespace qvx

@@ -32,4 +32,10 @@ constexpr int CodigoTecla(int teclaQt)
     }
 }
 
+// Whether a key moves in a list, also from the box that narrows it.
+constexpr bool MueveLaLista(int teclaQt)
+{
+    return teclaQt == Qt::Key_Up || teclaQt == Qt::Key_Down || teclaQt == Qt::Key_PageUp || teclaQt == Qt::Key_PageDown;
+}
+
 } // namespace comunesQVX

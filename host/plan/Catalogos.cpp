@@ -20,11 +20,9 @@ const QList<Catalogo> &Todos()
         {"PRIORIDAD_SERVICIO", "Prioridades", "Prioridad_Servicio", "Ps_Cve_Prioridad", "Ps_Descripcion", ""},
         {"UNIDAD", "Unidades de medida", "Unidad", "Un_Cve_Unidad", "Un_Descripcion", ""},
         {"TIPO_GASTO", "Tipos de gasto", "Tipo_Gasto", "Tg_Cve_Tipo_Gasto", "Tg_Descripcion", ""},
-        {"PRODUCTO_MANO_OBRA", "Mano de obra", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "Pr_Clase = 'MO'",
-         true},
-        {"PRODUCTO_REFACCION", "Refacciones", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "Pr_Clase = 'RE'", true},
-        {"PRODUCTO_HERRAMIENTA", "Herramientas", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "Pr_Clase = 'HE'",
-         true},
+        {"PRODUCTO_MANO_OBRA", "Mano de obra", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "MO"},
+        {"PRODUCTO_REFACCION", "Refacciones", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "RE"},
+        {"PRODUCTO_HERRAMIENTA", "Herramientas", "Producto", "Pr_Cve_Producto", "Pr_Descripcion", "HE"},
     };
     return catalogos;
 }
@@ -34,27 +32,33 @@ QString SentenciaDe(const Catalogo &catalogo, const QString &condicion, const QS
     QString sql = "SELECT " + catalogo.columnaClave + " AS Clave, " + catalogo.columnaDescripcion + " AS Descripcion"
                   + otrasColumnas + " FROM " + catalogo.tabla
                   + " WHERE Es_Cve_Estado <> 'BA' AND Es_Cve_Estado <> 'CA'";
-    for (const QString &otra : {catalogo.condicion, condicion})
-        if (!otra.isEmpty())
-            sql += " AND " + otra;
+    if (catalogo.DeProductos())
+        sql += " AND Pr_Clase = " + Literal(catalogo.clase);
+    if (!condicion.isEmpty())
+        sql += " AND " + condicion;
     return sql + " ORDER BY " + catalogo.columnaClave;
+}
+
+template <class Condicion>
+const Catalogo &Hallar(Condicion &&condicion, const QString &nombre)
+{
+    const auto &todos = Todos();
+    const auto hallado = std::find_if(todos.begin(), todos.end(), condicion);
+    if (hallado == todos.end())
+        throw ErrorEjecucion(errores::ElementoNoEncontrado, "No existe el catálogo " + nombre);
+    return *hallado;
 }
 
 } // namespace
 
-QStringList Catalogo::Titulos() const
-{
-    return deProductos ? QStringList{"Clave", "Descripción", "Unidad", "Costo"} : QStringList{"Clave", "Descripción"};
-}
-
 const Catalogo &CatalogoPorCodigo(const QString &codigo)
 {
-    const auto &todos = Todos();
-    const auto hallado =
-        std::find_if(todos.begin(), todos.end(), [&](const Catalogo &c) { return c.codigo == codigo; });
-    if (hallado == todos.end())
-        throw ErrorEjecucion(errores::ElementoNoEncontrado, "No existe el catálogo " + codigo);
-    return *hallado;
+    return Hallar([&](const Catalogo &c) { return c.codigo == codigo; }, codigo);
+}
+
+const QString &CodigoDeCatalogo(const QString &tabla, const QString &clase)
+{
+    return Hallar([&](const Catalogo &c) { return c.tabla == tabla && c.clase == clase; }, tabla).codigo;
 }
 
 QString DescripcionDeCatalogo(Conexion &conexion, const QString &codigo, const QString &clave)
@@ -68,11 +72,11 @@ QList<EntradaCatalogo> LeerEntradas(Conexion &conexion, const QString &codigo, c
 {
     const Catalogo &catalogo = CatalogoPorCodigo(codigo);
     const QString columnas =
-        catalogo.deProductos ? ", Pr_Unidad_Control_1 AS Unidad, Pr_Costo_Estandar AS Costo" : QString();
+        catalogo.DeProductos() ? ", Pr_Unidad_Control_1 AS Unidad, Pr_Costo_Estandar AS Costo" : QString();
     QList<EntradaCatalogo> entradas;
     for (auto filas = conexion.Execute(SentenciaDe(catalogo, filtro, columnas)); !filas.Eof(); filas.MoveNext()) {
         EntradaCatalogo entrada{filas["Clave"], filas["Descripcion"], {}, 0};
-        if (catalogo.deProductos) {
+        if (catalogo.DeProductos()) {
             entrada.unidad = filas["Unidad"];
             entrada.costo = filas.Numero("Costo");
         }

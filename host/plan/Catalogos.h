@@ -18,10 +18,9 @@ struct Catalogo {
     QString tabla;
     QString columnaClave;
     QString columnaDescripcion;
-    QString condicion;        // of its own rows, "" for all
-    bool deProductos = false; // entries have a unit and a cost
+    QString clase; // of products, whose entries have a unit and a cost; "" for all others
 
-    QStringList Titulos() const; // of what an entry has, in its order
+    bool DeProductos() const { return !clase.isEmpty(); }
 };
 
 struct EntradaCatalogo {
@@ -33,6 +32,9 @@ struct EntradaCatalogo {
 
 // Raises ElementoNoEncontrado for a code that no catalogue has.
 const Catalogo &CatalogoPorCodigo(const QString &codigo);
+
+// The code of the catalogue of a table, of products of a class. Raises ElementoNoEncontrado when there is none.
+const QString &CodigoDeCatalogo(const QString &tabla, const QString &clase);
 
 // The description of an entry on offer, "" for an unknown or retired key. Raises data errors.
 QString DescripcionDeCatalogo(Conexion &conexion, const QString &codigo, const QString &clave);

@@ -49,11 +49,20 @@ std::unique_ptr<OtroPrograma> Super(const QString &base)
     return Conectar("QPSQL", [&](QSqlDatabase &nueva) { servidor.Preparar(nueva); });
 }
 
+// Leaves the catalogues.
+void VaciarPlanes(const OtroPrograma &otro)
+{
+    for (const char *tabla : {"Plan_Mantenimiento_Detalle", "Plan_Mantenimiento", "Tipo_Equipo_Parte"})
+        otro.Correr(QString("DELETE FROM ") + tabla);
+}
+
 void HacerPlantilla(const OtroPrograma &servidor, const QString &plantilla, bool conEjemplos)
 {
     servidor.Correr("DROP DATABASE IF EXISTS en_obra");
     servidor.Correr("CREATE DATABASE en_obra");
-    qvx::CrearEsquema(qvx::Servidor(cluster::Direccion("postgres", "en_obra")), conEjemplos);
+    qvx::CrearEsquema(qvx::Servidor(cluster::Direccion("postgres", "en_obra")), true);
+    if (!conEjemplos)
+        VaciarPlanes(*Super("en_obra"));
     servidor.Correr("ALTER DATABASE en_obra RENAME TO " + plantilla);
     servidor.Correr("DO $$ BEGIN CREATE ROLE mlopez LOGIN IN ROLE quorvex_planificadores; "
                     "EXCEPTION WHEN duplicate_object THEN NULL; END $$");
@@ -66,7 +75,9 @@ BaseDePrueba::BaseDePrueba(bool conEjemplos) : nombre(carpeta.filePath("prueba.d
     if (propia)
         HacerEnServidor(conEjemplos);
     else
-        qvx::AbrirBaseDeDatos(nombre, conEjemplos);
+        qvx::AbrirBaseDeDatos(nombre, true);
+    if (!propia && !conEjemplos)
+        VaciarPlanes(*Otro());
 }
 
 // A copy of a template, which is made once.

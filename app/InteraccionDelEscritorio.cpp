@@ -1,0 +1,17 @@
+#include "app/InteraccionDelEscritorio.h"
+
+#include "app/catalogos/PaginaCatalogos.h"
+#include "session/Sesion.h"
+
+#include <utility>
+
+QString InteraccionDelEscritorio::BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro,
+                                                   const QFont &fuente, QWidget *duena)
+{
+    const auto [esperado, clave] = std::exchange(anticipada, {});
+    if (!clave.isEmpty() && esperado == catalogo)
+        return clave;
+    const bool puede = qvx::LeerDerechos(qvx::Sesion::Actual().Conexion()).catalogos;
+    OfrecerAlta(puede ? &PaginaCatalogos::CrearDesdeBusqueda : qvx::DialogoCatalogo::Alta());
+    return InteraccionQt::BuscarEnCatalogo(catalogo, maximo, filtro, fuente, duena);
+}

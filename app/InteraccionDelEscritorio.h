@@ -1,0 +1,17 @@
+#pragma once
+
+#include "controls/InteraccionQt.h"
+
+// The person at the desk: searches in catalogues offer to make new entries, where he may.
+class InteraccionDelEscritorio : public qvx::InteraccionQt
+{
+public:
+    QString BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
+                             QWidget *duena) override;
+
+    // The next search in this catalogue is answered: the person has chosen already.
+    void Anticipar(const QString &catalogo, const QString &clave) { anticipada = {catalogo, clave}; }
+
+private:
+    QPair<QString, QString> anticipada;
+};

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "plan/RegistrosDeCatalogo.h"
+
+#include <QWidget>
+#include <functional>
+
+class QAction;
+class QComboBox;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+
+namespace qvx
+{
+class ModeloTabla;
+class VistaTabla;
+} // namespace qvx
+
+// The page on which the catalogues are kept.
+class PaginaCatalogos : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PaginaCatalogos(QWidget *padre = nullptr);
+
+    // Makes an entry of the catalogue that a search dialog shows, with the person; gives its key, "" for none. escrito:
+    // what was looked for. Raises data errors.
+    static QString CrearDesdeBusqueda(const QString &codigo, const QString &escrito, QWidget *duena);
+
+    // Reads the catalogue anew, and stays on its row where there still is one.
+    void Actualizar();
+
+Q_SIGNALS:
+    // A catalogue was changed: what a screen shows of it is no longer what the database holds.
+    void Cambiado();
+    // A new equipment type is to get the plan of another.
+    void CopiaPedida(const QString &nuevo, const QString &origen);
+
+protected:
+    void showEvent(QShowEvent *evento) override;
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
+
+private:
+    void PonerCatalogos();
+    QWidget *Busqueda();
+    void PonerLista();
+    QWidget *Acciones();
+    QAction *Accion(QHBoxLayout &fila, const QString &nombre, const QString &texto, const QKeySequence &tecla,
+                    void (PaginaCatalogos::*hacer)());
+    const qvx::TablaDeCatalogo &Tabla() const;
+    // The row chosen, nullptr for none.
+    const qvx::RegistroDeCatalogo *Elegido() const;
+    void Elegir(const QString &clave);
+    void AlCambiarDeCatalogo();
+    void Leer();
+    void PonerEstado();
+    void ConTrampa(const std::function<void()> &pasos);
+    void Terminar(const QString &clave);
+
+    void Nuevo();
+    void Editar();
+    void DarDeBaja();
+    void Reactivar();
+    void Eliminar();
+    void VerUsos();
+    void Reemplazar();
+
+    QListWidget *lstCatalogos;
+    QLineEdit *txtBuscar;
+    QComboBox *cboEstado;
+    qvx::VistaTabla *lvRegistros;
+    QLabel *lblCuenta;
+    QLabel *lblDerecho;
+    qvx::ModeloTabla *modelo = nullptr; // of the catalogue that is shown
+    QList<qvx::RegistroDeCatalogo> registros;
+    QList<QAction *> deCambio; // what only who may change catalogues can do
+    QAction *accBaja = nullptr;
+    QAction *accReactivar = nullptr;
+    bool puedeCambiar = false;
+};

@@ -1,0 +1,46 @@
+#include "plan/Rutas.h"
+
+#include "data/Conexion.h"
+#include "data/Texto.h"
+#include "plan/Claves.h"
+
+namespace qvx
+{
+
+namespace
+{
+
+constexpr int Niveles = 500; // as the database's path function stops in a ring
+
+} // namespace
+
+const QHash<QString, Rutas::Parte> &Rutas::PartesDe(const QString &tipoEquipo)
+{
+    const QString tipo = SinBlancosAlFinal(tipoEquipo);
+    const auto leidas = partes.constFind(tipo);
+    if (leidas != partes.constEnd())
+        return *leidas;
+    QHash<QString, Parte> suyas;
+    for (auto filas = conexion.Execute("SELECT Tep_ID, Tep_Padre, Tep_Descripcion FROM Tipo_Equipo_Parte "
+                                       "WHERE Te_Cve_Tipo_Equipo = ?",
+                                       {tipo});
+         !filas.Eof(); filas.MoveNext())
+        suyas.insert(SinBlancosAlFinal(filas.Texto(0)), {SinBlancosAlFinal(filas.Texto(1)), filas.Texto(2)});
+    return *partes.insert(tipo, suyas);
+}
+
+QString Rutas::De(const QString &tipoEquipo, const QString &parte)
+{
+    if (claves::EsRaiz(parte))
+        return claves::TextoRaiz;
+    const auto &suyas = PartesDe(tipoEquipo);
+    QString ruta;
+    auto actual = suyas.constFind(SinBlancosAlFinal(parte));
+    for (int nivel = 1; actual != suyas.constEnd() && nivel <= Niveles; ++nivel) {
+        ruta = nivel == 1 ? actual->descripcion : actual->descripcion + " / " + ruta;
+        actual = suyas.constFind(actual->padre);
+    }
+    return ruta;
+}
+
+} // namespace qvx
