@@ -62,11 +62,13 @@ HojaLeida LeerHoja(const Argumentos &argumentos)
 
 csv::Decimal LeerDecimal(const Argumentos &argumentos, const HojaLeida &hoja)
 {
-    const auto decimal = argumentos.decimal ? argumentos.decimal : CifrasDe(*argumentos.catalogo, hoja).decimal;
-    if (!decimal)
-        Rechazar("No se sabe si los números del archivo, como 1,234, llevan decimales o miles: dígalo con --decimal "
-                 "punto o --decimal coma.");
-    return *decimal;
+    if (argumentos.decimal)
+        return *argumentos.decimal;
+    const csv::Cifras cifras = CifrasDe(*argumentos.catalogo, hoja);
+    if (!cifras.decimal)
+        Rechazar("No se sabe si los números del archivo, como " + cifras.dudoso
+                 + ", llevan decimales o miles: dígalo con --decimal punto o --decimal coma.");
+    return *cifras.decimal;
 }
 
 QString DeDonde(const qvx::TablaDeCatalogo &tabla, const HojaLeida &hoja)

@@ -68,17 +68,17 @@ Cifras MirarCifras(const QStringList &numeros)
     Cifras cifras;
     int conPunto = 0;
     int conComa = 0;
-    bool dudosos = false;
     for (const QString &numero : numeros) {
         const bool punto = EsNumero(ConPunto(numero, Decimal::Punto));
         const bool coma = EsNumero(ConPunto(numero, Decimal::Coma));
         conPunto += punto && !coma ? 1 : 0;
         conComa += coma && !punto ? 1 : 0;
-        dudosos = dudosos || EsDudoso(numero);
+        if (cifras.dudoso.isEmpty() && EsDudoso(numero))
+            cifras.dudoso = numero.trimmed();
         if (cifras.sinSeparar.isEmpty() && LlevaMilesJuntos(numero))
             cifras.sinSeparar = numero.trimmed();
     }
-    if (conPunto + conComa > 0 || !dudosos)
+    if (conPunto + conComa > 0 || cifras.dudoso.isEmpty())
         cifras.decimal = conComa > conPunto ? Decimal::Coma : Decimal::Punto;
     return cifras;
 }

@@ -14,6 +14,7 @@ enum class Decimal { Punto, Coma };
 // How a column of numbers is written.
 struct Cifras {
     std::optional<Decimal> decimal; // of most of them; nothing where only forms like 1,234 or 1.234 tell
+    QString dudoso;                 // the first one of these forms
     QString sinSeparar;             // the first one of a thousand or more whose thousands nothing separates
 };
 Cifras MirarCifras(const QStringList &numeros);
