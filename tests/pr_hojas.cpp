@@ -180,12 +180,14 @@ void PrHojas::archivos()
 
     std::atomic<bool> seguir = true;
     std::thread otro([&] {
-        QFile creciente(ruta);
-        if (creciente.open(QIODevice::Append | QIODevice::Unbuffered))
-            while (seguir)
-                creciente.write("a");
+        QFile cambiante(ruta);
+        if (cambiante.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+            while (seguir && cambiante.seek(0))
+                cambiante.write("b");
     });
-    const QString cambiado = rechazo(ruta);
+    QString cambiado;
+    for (int vez = 0; vez < 50 && cambiado.isEmpty(); ++vez) // the other one must have its turn meanwhile
+        cambiado = rechazo(ruta);
     seguir = false;
     otro.join();
     QVERIFY2(cambiado.startsWith("Otro programa cambió el archivo"), qPrintable(cambiado));
@@ -203,10 +205,12 @@ void PrHojas::escritas()
         hoja.filas.append({texto, -1.234});
     const QString ruta = Poner("a.csv", "anterior");
     const QString libro = Poner("a.xlsx", "anterior");
+    Hoja larga{"Hoja", {{"Clave"}}, {}};
+    larga.filas.resize(5000, {QString(10, 'x')});
     {
-        const DiscoLleno disco;
-        QVERIFY(!Rechazo([&] { csv::Escribir(ruta, Hoja{"x", {{QString(5000, 'x')}}, {}}, {}); }).isEmpty());
-        QVERIFY(!Rechazo([&] { EscribirXlsx(libro, hoja); }).isEmpty());
+        const DiscoLleno disco(60000); // the workbook itself would fit
+        QVERIFY(!Rechazo([&] { csv::Escribir(ruta, larga, {}); }).isEmpty());
+        QVERIFY(!Rechazo([&] { EscribirXlsx(libro, larga); }).isEmpty());
     }
     for (const QString &anterior : {ruta, libro})
         QCOMPARE(csv::LeerArchivo(anterior), "anterior");

@@ -113,8 +113,7 @@ QByteArray LeerArchivo(const QString &ruta)
         Rechazar("No se pudo leer el archivo " + ruta + ": " + archivo.errorString());
     struct stat despues {
     };
-    if (fstat(descriptor, &despues) != 0 || !Igual(antes, despues) || !Igual(antes, Mirar(ruta))
-        || octetos.size() != antes.st_size)
+    if (fstat(descriptor, &despues) != 0 || !Igual(antes, despues) || !Igual(antes, Mirar(ruta)))
         Rechazar("Otro programa cambió el archivo " + ruta + " mientras se leía: espere a que termine y repita.");
     return octetos;
 }
