@@ -7,6 +7,8 @@
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
 
+#include <QFileInfo>
+
 using qvx::Servidor;
 
 namespace
@@ -37,6 +39,12 @@ bool EntrarPreguntando(Servidor &servidor)
 }
 
 } // namespace
+
+void ExigirBase(const Argumentos &argumentos)
+{
+    if (!argumentos.servidor && !QFileInfo::exists(argumentos.baseDatos))
+        throw qvx::ErrorEjecucion(qvx::errores::Datos, "La base de datos «" + argumentos.baseDatos + "» no existe.");
+}
 
 std::unique_ptr<qvx::Conexion> AbrirBase(const Argumentos &argumentos)
 {

@@ -28,6 +28,8 @@ private:
     QString detalles;
 };
 
+// Raises an ErrorEjecucion when the command line names a file that is not there: opening would make it.
+void ExigirBase(const Argumentos &argumentos);
 // Opens the database that the command line names: a file, which is made when it is not there, or that of a server,
 // whose password is not asked for. Raises an ErrorEjecucion in Spanish.
 std::unique_ptr<qvx::Conexion> AbrirBase(const Argumentos &argumentos);

@@ -9,25 +9,77 @@
 namespace
 {
 
-// The options of the exchange; takes the file of --exportar from the arguments that no option names.
+// The order of the exchange, of documents or of a catalogue, and its file, which --exportar, --importar-catalogo and
+// --exportar-catalogo take from the arguments that no option names.
 void LeerIntercambio(const QCommandLineParser &lector, QStringList &sueltos, Argumentos &argumentos)
 {
     argumentos.exportar = lector.value("exportar");
     argumentos.importar = lector.isSet("importar");
     argumentos.validar = lector.isSet("validar");
+    argumentos.importarCatalogo = lector.isSet("importar-catalogo");
+    argumentos.exportarCatalogo = lector.isSet("exportar-catalogo");
     argumentos.si = lector.isSet("si");
-    if (lector.isSet("exportar") + argumentos.importar + argumentos.validar > 1)
-        argumentos.error = "--exportar, --importar y --validar no van juntos.";
-    else if (argumentos.si && !argumentos.importar)
-        argumentos.error = "--si solo va con --importar.";
-    else if (lector.isSet("exportar"))
-        argumentos.archivo = sueltos.isEmpty() ? QString() : sueltos.takeFirst();
-    else
+    const bool pideArchivo =
+        lector.isSet("exportar") || argumentos.importar || argumentos.validar || argumentos.EsDeCatalogo();
+    if (lector.isSet("exportar") + argumentos.importar + argumentos.validar + argumentos.importarCatalogo
+            + argumentos.exportarCatalogo
+        > 1)
+        argumentos.error = argumentos.EsDeCatalogo()
+                               ? QString("--importar-catalogo y --exportar-catalogo van sin otra orden.")
+                               : QString("--exportar, --importar y --validar no van juntos.");
+    else if (argumentos.si && !argumentos.importar && !argumentos.importarCatalogo)
+        argumentos.error = "--si solo va con --importar y --importar-catalogo.";
+    else if (argumentos.importar || argumentos.validar)
         argumentos.archivo = lector.value(argumentos.importar ? "importar" : "validar");
-    const bool pideArchivo = lector.isSet("exportar") || argumentos.importar || argumentos.validar;
+    else if (pideArchivo)
+        argumentos.archivo = sueltos.isEmpty() ? QString() : sueltos.takeFirst();
     const bool sinClave = lector.isSet("exportar") && argumentos.exportar.isEmpty();
     if (argumentos.error.isEmpty() && pideArchivo && (argumentos.archivo.isEmpty() || sinClave))
         argumentos.error = sinClave ? "--exportar necesita la clave de un tipo de equipo." : "Falta el archivo.";
+}
+
+// What an option says, among the words that it takes.
+template <class Valor>
+std::optional<Valor> Elegido(const QCommandLineParser &lector, const QString &opcion,
+                             const QList<QPair<QString, Valor>> &palabras, Argumentos &argumentos)
+{
+    if (!lector.isSet(opcion))
+        return std::nullopt;
+    QStringList conocidas;
+    for (const auto &[palabra, valor] : palabras) {
+        if (palabra.compare(lector.value(opcion), Qt::CaseInsensitive) == 0)
+            return valor;
+        conocidas.append(palabra);
+    }
+    argumentos.error = "--" + opcion + " es " + conocidas.join(" o ") + ".";
+    return std::nullopt;
+}
+
+// The options of a catalogue's exchange.
+void LeerCatalogo(const QCommandLineParser &lector, Argumentos &argumentos)
+{
+    argumentos.delimitador =
+        Elegido<QChar>(lector, "delimitador",
+                       {{";", QLatin1Char(';')}, {",", QLatin1Char(',')}, {"tab", QLatin1Char('\t')}}, argumentos);
+    argumentos.decimal = Elegido<csv::Decimal>(
+        lector, "decimal", {{"punto", csv::Decimal::Punto}, {"coma", csv::Decimal::Coma}}, argumentos);
+    argumentos.codificacion = Elegido<csv::Codificacion>(
+        lector, "codificacion", {{"utf-8", csv::Codificacion::Utf8}, {"windows-1252", csv::Codificacion::Windows1252}},
+        argumentos);
+    for (const QString opcion : {"delimitador", "decimal", "codificacion"})
+        if (lector.isSet(opcion) && !argumentos.EsDeCatalogo())
+            argumentos.error = "--" + opcion + " solo va con --importar-catalogo y --exportar-catalogo.";
+    if (!argumentos.EsDeCatalogo() || !argumentos.error.isEmpty())
+        return;
+    const QString nombre = lector.value(argumentos.importarCatalogo ? "importar-catalogo" : "exportar-catalogo");
+    argumentos.catalogo = qvx::TablaDeCatalogoPorNombre(nombre);
+    QStringList nombres;
+    for (const qvx::TablaDeCatalogo &tabla : qvx::TablasDeCatalogo())
+        nombres.append(tabla.nombre.toUpper());
+    if (!argumentos.catalogo)
+        argumentos.error = "No hay un catálogo «" + nombre + "». Hay estos: " + nombres.join(", ") + ".";
+    else if (argumentos.exportarCatalogo && argumentos.codificacion)
+        argumentos.error = "--codificacion solo va con --importar-catalogo: se escribe en UTF-8.";
 }
 
 // The options of the shared server.
@@ -97,6 +149,11 @@ Argumentos Argumentos::Leer(const QStringList &linea)
                        {"exportar", "", "KEY"},
                        {"importar", "", "FILE"},
                        {"validar", "", "FILE"},
+                       {"importar-catalogo", "", "TABLE"},
+                       {"exportar-catalogo", "", "TABLE"},
+                       {"delimitador", "", "MARK"},
+                       {"decimal", "", "MARK"},
+                       {"codificacion", "", "NAME"},
                        {"si", ""},
                        {"revisar", ""},
                        {"ayuda", ""},
@@ -110,8 +167,9 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     }
     QStringList sueltos = lector.positionalArguments();
     LeerIntercambio(lector, sueltos, argumentos);
+    LeerCatalogo(lector, argumentos);
     argumentos.revisar = lector.isSet("revisar");
-    if (argumentos.revisar && (argumentos.EsIntercambio() || lector.isSet("tipo-equipo")))
+    if (argumentos.revisar && (argumentos.EsIntercambio() || argumentos.EsDeCatalogo() || lector.isSet("tipo-equipo")))
         argumentos.error = "--revisar mira todos los tipos de equipo y va sin otra orden.";
     LeerServidor(lector, argumentos);
     if (!sueltos.isEmpty()) // an address is not repeated: it may carry a password

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "app/reportes/Cifras.h"
+#include "app/reportes/TextoDeArchivo.h"
 #include "data/Servidor.h"
+#include "plan/RegistrosDeCatalogo.h"
 
 #include <QString>
 #include <QStringList>
@@ -14,12 +17,19 @@ struct Argumentos {
     QString tipoEquipo;                    // equipment type to open on, "" for none
     QString operador;                      // the system's user when not given; not of a server, which knows its own
     bool sinEjemplos = false;
-    // Without a window: at most one of the three, and its file. exportar holds the equipment type's key.
+    // Without a window: at most one of the five, and its file. exportar holds the equipment type's key.
     QString exportar;
     bool importar = false;
     bool validar = false;
+    bool importarCatalogo = false;
+    bool exportarCatalogo = false;
     QString archivo;
-    bool si = false;           // questions of the import are answered Yes
+    bool si = false;                                // what an import asks is answered Yes
+    const qvx::TablaDeCatalogo *catalogo = nullptr; // of the last two
+    // How a spreadsheet's text is written, where the command line says it.
+    std::optional<QChar> delimitador;
+    std::optional<csv::Decimal> decimal;
+    std::optional<csv::Codificacion> codificacion;
     bool revisar = false;      // without a window: what the trees do not reach
     bool crearEsquema = false; // without a window: on the server, at most one of the two
     bool actualizarEsquema = false;
@@ -30,6 +40,7 @@ struct Argumentos {
 
     static Argumentos Leer(const QStringList &linea);
     bool EsIntercambio() const { return !exportar.isEmpty() || importar || validar; }
+    bool EsDeCatalogo() const { return importarCatalogo || exportarCatalogo; }
     static QString Ayuda();
 
     static QString BaseDelUsuario();

@@ -12,7 +12,6 @@
 #include "session/Sesion.h"
 
 #include <QApplication>
-#include <QFileInfo>
 
 namespace
 {
@@ -80,8 +79,7 @@ int Mostrar(const Argumentos &dados)
 
 int Revisar(const Argumentos &argumentos)
 {
-    if (!argumentos.servidor && !QFileInfo::exists(argumentos.baseDatos)) // opening would make it
-        throw qvx::ErrorEjecucion(qvx::errores::Datos, "La base de datos «" + argumentos.baseDatos + "» no existe.");
+    ExigirBase(argumentos);
     const auto conexion = AbrirBase(argumentos);
     const qvx::Momento momento(*conexion);
     const auto sueltos = qvx::BuscarSueltos(*conexion);

@@ -2,9 +2,11 @@
 #include "app/Intercambio.h"
 #include "app/Ordenes.h"
 #include "app/Reporte.h"
+#include "app/catalogos/OrdenesDeCatalogo.h"
 #include "session/Aplicacion.h"
 
 #include <fontconfig/fontconfig.h>
+#include <functional>
 #include <future>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -21,6 +23,20 @@ void Resguardar()
     setrlimit(RLIMIT_CORE, &ninguno);
     prctl(PR_SET_DUMPABLE, 0, 0, 0, 0);
 #endif
+}
+
+// What needs no toolkit of windows; nothing for all else.
+std::function<int(const Argumentos &)> OrdenSinPantalla(const Argumentos &argumentos)
+{
+    if (argumentos.revisar)
+        return Revisar;
+    if (argumentos.crearEsquema || argumentos.actualizarEsquema)
+        return CambiarElEsquema;
+    if (argumentos.importarCatalogo)
+        return ImportarCatalogo;
+    if (argumentos.exportarCatalogo)
+        return [](const Argumentos &estos) { return ExportarCatalogo(estos); };
+    return nullptr;
 }
 
 } // namespace
@@ -40,9 +56,9 @@ int main(int argc, char **argv)
         Escribir(stdout, argumentos.ayuda ? Argumentos::Ayuda() : QString("Quorvex " QVX_VERSION));
         return salida::Hecho;
     }
-    if (argumentos.revisar || argumentos.crearEsquema || argumentos.actualizarEsquema) {
+    if (const auto orden = OrdenSinPantalla(argumentos)) {
         const QCoreApplication sinPantalla(argc, argv);
-        return ConReporte([&] { return argumentos.revisar ? Revisar(argumentos) : CambiarElEsquema(argumentos); });
+        return ConReporte([&] { return orden(argumentos); });
     }
     if (argumentos.EsIntercambio())
         qputenv("QT_QPA_PLATFORM", "offscreen"); // runs where there is no display

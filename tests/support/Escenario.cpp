@@ -146,10 +146,10 @@ QStringList Escenario::Traza(bool entera)
     return renglones;
 }
 
-DiscoLleno::DiscoLleno() : senal(signal(SIGXFSZ, SIG_IGN))
+DiscoLleno::DiscoLleno(rlim_t tope) : senal(signal(SIGXFSZ, SIG_IGN))
 {
     getrlimit(RLIMIT_FSIZE, &anterior);
-    const rlimit chico{1000, anterior.rlim_max};
+    const rlimit chico{tope, anterior.rlim_max};
     setrlimit(RLIMIT_FSIZE, &chico);
 }
 

@@ -72,11 +72,11 @@ private:
     qint64 leido = 0;
 };
 
-// While it lives, no file of this process grows past 1000 bytes: the engine meets the refusal of a full disk.
+// While it lives, no file of this process grows past so many bytes: the engine meets the refusal of a full disk.
 class DiscoLleno
 {
 public:
-    DiscoLleno();
+    explicit DiscoLleno(rlim_t tope = 1000);
     ~DiscoLleno();
 
 private:

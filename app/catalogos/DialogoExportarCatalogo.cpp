@@ -1,0 +1,105 @@
+#include "app/catalogos/DialogoExportarCatalogo.h"
+
+#include "app/catalogos/ExportacionDeCatalogo.h"
+#include "controls/DeAmbos.h"
+#include "controls/colorQVX.h"
+#include "data/ErrorEjecucion.h"
+#include "session/Interaccion.h"
+#include "session/Sesion.h"
+#include "session/Sistema.h"
+#include "ui_DialogoExportarCatalogo.h"
+
+#include <QFileInfo>
+#include <QPushButton>
+#include <QSettings>
+
+namespace
+{
+
+constexpr auto Delimitador = "exportar/delimitador";
+constexpr auto ConComa = "exportar/decimalConComa";
+
+int Decir(const QWidget &duena, const QString &texto, int estilo, const QString &identificador)
+{
+    return qvx::Sistema().Mensaje(texto, estilo, "Quorvex", duena.window()->winId(), "QVX", "ERR-ID:" + identificador);
+}
+
+// With the terminacion, when the person left it out; "" when he gave up.
+QString ElegirRuta(const QWidget &duena, const qvx::TablaDeCatalogo &tabla, bool libro)
+{
+    const QString terminacion = libro ? ".xlsx" : ".csv";
+    QString ruta = qvx::Sesion::Actual().Interaccion().ElegirArchivo(
+        {"Exportar " + tabla.titulo.toLower(), (libro ? "Libro XLSX|*" : "Archivo CSV|*") + terminacion,
+         tabla.titulo + terminacion, "", true},
+        duena.window());
+    if (ruta.isEmpty() || ruta.endsWith(terminacion, Qt::CaseInsensitive))
+        return ruta;
+    ruta += terminacion;
+    // The file dialog asked about the name without it.
+    if (QFileInfo::exists(ruta)
+        && Decir(duena, ruta + " ya existe. ¿Desea reemplazarlo?",
+                 qvx::mensaje::SiNo + qvx::mensaje::Pregunta + qvx::mensaje::SegundoBoton, "1000036")
+               != qvx::mensaje::Si)
+        return {};
+    return ruta;
+}
+
+} // namespace
+
+void DialogoExportarCatalogo::Exportar(QWidget *duena, const qvx::TablaDeCatalogo &tabla,
+                                       const QList<qvx::RegistroDeCatalogo> &registros, bool libro)
+{
+    csv::Formato formato;
+    if (!libro) {
+        const qvx::DeAmbos<DialogoExportarCatalogo> dialogo(new DialogoExportarCatalogo(duena));
+        if (dialogo->exec() != Accepted)
+            return;
+        formato = dialogo->Formato();
+    }
+    const QString ruta = ElegirRuta(*duena, tabla, libro);
+    if (ruta.isEmpty())
+        return;
+    try {
+        ExportarCatalogo(tabla, registros, ruta, formato);
+    } catch (const qvx::ErrorEjecucion &error) {
+        Decir(*duena, error.Descripcion(), qvx::mensaje::Critico, "1000035");
+    }
+}
+
+DialogoExportarCatalogo::DialogoExportarCatalogo(QWidget *duena)
+    : QDialog(duena), ui(std::make_unique<Ui::DialogoExportarCatalogo>())
+{
+    ui->setupUi(this);
+    coloresQVX::colorQVX::AplicarA(*this);
+    ui->cboDelimitador->addItem("Punto y coma ;", QString(";"));
+    ui->cboDelimitador->addItem("Coma ,", QString(","));
+    ui->cboDelimitador->addItem("Tabulador", QString("\t"));
+    ui->cboDecimal->addItem("Punto 1234.50");
+    ui->cboDecimal->addItem("Coma 1234,50");
+    const QSettings ajustes("quorvex", "quorvex");
+    ui->cboDelimitador->setCurrentIndex(qMax(0, ui->cboDelimitador->findData(ajustes.value(Delimitador))));
+    ui->cboDecimal->setCurrentIndex(ajustes.value(ConComa).toBool() ? 1 : 0);
+    auto *aceptar = ui->botones->addButton("&Aceptar", QDialogButtonBox::AcceptRole);
+    aceptar->setObjectName("cmdAceptar");
+    ui->botones->addButton("&Cancelar", QDialogButtonBox::RejectRole)->setObjectName("cmdCancelar");
+    connect(ui->botones, &QDialogButtonBox::accepted, this, [this] {
+        Recordar();
+        accept();
+    });
+    connect(ui->botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+DialogoExportarCatalogo::~DialogoExportarCatalogo() = default;
+
+csv::Formato DialogoExportarCatalogo::Formato() const
+{
+    return {ui->cboDelimitador->currentData().toString().at(0),
+            ui->cboDecimal->currentIndex() == 0 ? csv::Decimal::Punto : csv::Decimal::Coma};
+}
+
+void DialogoExportarCatalogo::Recordar() const
+{
+    QSettings ajustes("quorvex", "quorvex");
+    ajustes.setValue(Delimitador, QString(Formato().delimitador));
+    ajustes.setValue(ConComa, Formato().decimal == csv::Decimal::Coma);
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "app/reportes/Csv.h"
+#include "plan/RegistrosDeCatalogo.h"
+
+#include <QDialog>
+#include <memory>
+
+namespace Ui
+{
+class DialogoExportarCatalogo;
+}
+
+// How the CSV of a catalogue is to be written; what was chosen last is remembered.
+class DialogoExportarCatalogo : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // Writes these rows where the person says: a workbook, or a CSV in the format that is asked for. Errors are told.
+    static void Exportar(QWidget *duena, const qvx::TablaDeCatalogo &tabla,
+                         const QList<qvx::RegistroDeCatalogo> &registros, bool libro);
+
+    explicit DialogoExportarCatalogo(QWidget *duena);
+    ~DialogoExportarCatalogo() override;
+    csv::Formato Formato() const;
+
+private:
+    void Recordar() const;
+
+    std::unique_ptr<Ui::DialogoExportarCatalogo> ui;
+};

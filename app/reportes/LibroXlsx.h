@@ -1,0 +1,7 @@
+#pragma once
+
+#include "app/reportes/Hoja.h"
+
+// Writes the table as a workbook: texts as texts, so that a key keeps its zeros, numbers and dates as what they are;
+// the headings stay in sight and filter. Raises a data error; then the file is as it was.
+void EscribirXlsx(const QString &ruta, const Hoja &hoja);
