@@ -48,6 +48,7 @@ private Q_SLOTS:
 private:
     void Entrar();
     void Tomar(const QString &que);
+    void Hacer(const QList<QPair<QString, std::function<void()>>> &comandos);
     void TomarForma(const QWidget &forma);
     QByteArray TomarDocumento(const QString &ruta);
     QString Escrito(const QByteArray &documento);
@@ -98,6 +99,14 @@ void PruebaDia::Tomar(const QString &que)
             cuaderno.append(ahora.split('\n'));
     }
     escenario->ahora = escenario->ahora.addSecs(61);
+}
+
+void PruebaDia::Hacer(const QList<QPair<QString, std::function<void()>>> &comandos)
+{
+    for (const auto &[que, comando] : comandos) {
+        comando();
+        Tomar(que);
+    }
 }
 
 // The boxes of a form by their names, a dash behind those that nobody can type in, and the lines of its grids.
@@ -155,61 +164,41 @@ void PruebaDia::Comparar(const QString &nombre)
 void PruebaDia::primero()
 {
     Entrar();
-    GuardarParte("N0005", "Nuevo", "FLECHA");
-    Tomar("parte nueva");
-    GuardarParte("N0007", "Nuevo", "CUÑA");
-    Tomar("parte bajo la nueva");
-    GuardarParte("N0000", "Nuevo", "");
-    Tomar("parte sin descripción");
-    GuardarParte("N0005", "Nuevo", "D'ARCY");
-    Tomar("parte con apóstrofo");
-    GuardarParte("N0007", "Editar", "FLECHA MOTRIZ");
-    Tomar("parte cambiada");
-    Rotular("N0008", "0008 - cuña plana");
-    Tomar("rótulo");
-    Mandar("N0001", "Info");
-    Tomar("información");
-    Mandar("N0001", "Eliminar");
-    Tomar("baja");
-    Mandar("N0002", "Reactivar", 7500045, qvx::mensaje::Aceptar);
-    Tomar("reactivación con la superior");
-    Mandar("N0003", "Reactivar");
-    Tomar("reactivación");
-    Mandar("N0008", "B1", 7500047, qvx::mensaje::No);
-    Tomar("eliminación rechazada");
-    Mandar("N0007", "B1", 7500046);
-    Tomar("eliminación con la inferior");
-    Mandar("N0002", "B1");
-    Tomar("eliminación de una parte con servicios");
-    NuevoServicio("N0002", "1234.5678");
-    Tomar("servicio nuevo");
-    CambiarServicio("N0002", "000004", "99.95");
-    Tomar("servicio cambiado");
-    CambiarServicio("N0002", "000001", "750");
-    Tomar("otro servicio cambiado");
-    Importar("");
-    Tomar("importación cancelada");
-    Mover("N0002", "000004", "N0005");
-    Tomar("arrastre");
-    Mover("N0002", "000002", "N0000");
-    Tomar("arrastre a la raíz");
-    Mover("N0005", "999999", "N0001");
-    Tomar("arrastre de nada");
-    EliminarServicio("N0005", "000004");
-    Tomar("servicio eliminado");
-    Exportar(escenario->Ruta("plan.xml"));
-    Tomar("exportación");
+    Hacer({
+        {"parte nueva", [&] { GuardarParte("N0005", "Nuevo", "FLECHA"); }},
+        {"parte bajo la nueva", [&] { GuardarParte("N0007", "Nuevo", "CUÑA"); }},
+        {"parte sin descripción", [&] { GuardarParte("N0000", "Nuevo", ""); }},
+        {"parte con apóstrofo", [&] { GuardarParte("N0005", "Nuevo", "D'ARCY"); }},
+        {"parte cambiada", [&] { GuardarParte("N0007", "Editar", "FLECHA MOTRIZ"); }},
+        {"rótulo", [&] { Rotular("N0008", "0008 - cuña plana"); }},
+        {"información", [&] { Mandar("N0001", "Info"); }},
+        {"baja", [&] { Mandar("N0001", "Eliminar"); }},
+        {"reactivación con la superior", [&] { Mandar("N0002", "Reactivar", 7500045, qvx::mensaje::Aceptar); }},
+        {"reactivación", [&] { Mandar("N0003", "Reactivar"); }},
+        {"eliminación rechazada", [&] { Mandar("N0008", "B1", 7500047, qvx::mensaje::No); }},
+        {"eliminación con la inferior", [&] { Mandar("N0007", "B1", 7500046); }},
+        {"eliminación de una parte con servicios", [&] { Mandar("N0002", "B1"); }},
+        {"servicio nuevo", [&] { NuevoServicio("N0002", "1234.5678"); }},
+        {"servicio cambiado", [&] { CambiarServicio("N0002", "000004", "99.95"); }},
+        {"otro servicio cambiado", [&] { CambiarServicio("N0002", "000001", "750"); }},
+        {"importación cancelada", [&] { Importar(""); }},
+        {"arrastre", [&] { Mover("N0002", "000004", "N0005"); }},
+        {"arrastre a la raíz", [&] { Mover("N0002", "000002", "N0000"); }},
+        {"arrastre de nada", [&] { Mover("N0005", "999999", "N0001"); }},
+        {"servicio eliminado", [&] { EliminarServicio("N0005", "000004"); }},
+        {"exportación", [&] { Exportar(escenario->Ruta("plan.xml")); }},
+    });
     const QByteArray plan = TomarDocumento(escenario->Ruta("plan.xml"));
-    Copiar("0901");
-    Tomar("copia");
-    Importar(Escrito(QByteArray(plan).replace("9000000004", "9999999999").replace("\"0900\"", "\"0901\"")));
-    Tomar("importación");
-    Copiar("0901");
-    Tomar("copia a sí mismo");
-    ElegirTipo("0902");
-    Tomar("otro tipo");
-    ElegirTipo("7");
-    Tomar("tipo desconocido");
+    Hacer({
+        {"copia", [&] { Copiar("0901"); }},
+        {"importación",
+         [&] {
+             Importar(Escrito(QByteArray(plan).replace("9000000004", "9999999999").replace("\"0900\"", "\"0901\"")));
+         }},
+        {"copia a sí mismo", [&] { Copiar("0901"); }},
+        {"otro tipo", [&] { ElegirTipo("0902"); }},
+        {"tipo desconocido", [&] { ElegirTipo("7"); }},
+    });
     Comparar("dia.txt");
 }
 
@@ -251,16 +240,14 @@ void PruebaDia::Rotulos()
 // under an active part, nothing is asked.
 void PruebaDia::Estados()
 {
-    Mandar("N0001", "Eliminar");
-    Tomar("baja de la rama");
-    Mandar("N0003", "Reactivar", 7500045, qvx::mensaje::Cancelar);
-    Tomar("reactivación sin la superior");
-    Mandar("N0003", "Eliminar");
-    Tomar("baja de lo reactivado");
-    Mandar("N0004", "Reactivar", 7500045, qvx::mensaje::Aceptar);
-    Tomar("reactivación con una de las superiores");
-    Mandar("N0001", "Reactivar");
-    Tomar("reactivación de la rama");
+    Hacer({
+        {"baja de la rama", [&] { Mandar("N0001", "Eliminar"); }},
+        {"reactivación sin la superior", [&] { Mandar("N0003", "Reactivar", 7500045, qvx::mensaje::Cancelar); }},
+        {"baja de lo reactivado", [&] { Mandar("N0003", "Eliminar"); }},
+        {"reactivación con una de las superiores",
+         [&] { Mandar("N0004", "Reactivar", 7500045, qvx::mensaje::Aceptar); }},
+        {"reactivación de la rama", [&] { Mandar("N0001", "Reactivar"); }},
+    });
 }
 
 // A line is taken out, another put in its place: the lines are written anew.
