@@ -1,11 +1,9 @@
 #include "app/VentanaPrincipal.h"
-#include "controls/InteraccionQt.h"
 #include "support/PruebaPantalla.h"
 
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
-#include <QTreeView>
 
 // What a window shows and says beside the plan itself.
 class PrVentanas : public PruebaPantalla
@@ -13,56 +11,11 @@ class PrVentanas : public PruebaPantalla
     Q_OBJECT
 
 private Q_SLOTS:
-    void catalogo();
     void sugerencias();
-    void aclaraciones();
     void fichas();
     void cabida();
     void oscuro();
 };
-
-void PrVentanas::catalogo()
-{
-    escenario->Correr(
-        "INSERT INTO Tipo_Equipo VALUES ('0910', 'GRÚA DE TORRE', 'AC'), ('0911', 'Grua de brazo', 'AC')");
-    const auto buscar = [&](const QString &codigo, int maximo, QWidget *duena, const Pasos &pasos) {
-        EnElDialogo([=](QWidget &dialogo) {
-            pasos(dialogo);
-            QTest::keyClick(&dialogo, Qt::Key_Return);
-        });
-        return qvx::InteraccionQt().BuscarEnCatalogo(codigo, maximo, "", QFont(), duena);
-    };
-    const auto columna = [&](QWidget &dialogo, int cual) {
-        const QAbstractItemModel &modelo = *En<QTreeView>(dialogo, "lvEntradas").model();
-        QStringList textos;
-        for (int fila = 0; fila < modelo.rowCount(); ++fila)
-            textos.append(modelo.index(fila, cual).data().toString());
-        return textos.join(' ');
-    };
-    QCOMPARE(
-        buscar("TIPO_EQUIPO", 3, pantalla,
-               [&](QWidget &dialogo) {
-                   auto &texto = En<QLineEdit>(dialogo, "txtBuscar");
-                   auto &aviso = En<QLabel>(dialogo, "lblAviso");
-                   QCOMPARE(columna(dialogo, 0).split(' ').size(), 3);
-                   QCOMPARE(aviso.text(), "Se muestran las primeras 3; escriba para acotar");
-                   for (const auto &[busqueda, claves] : QList<QPair<QString, QString>>{
-                            {"grua", "0009 0910 0911"}, {"brazo GRÚA", "0911"}, {"911 gru", "0911"}, {"gruas", ""}}) {
-                       texto.setText(busqueda);
-                       QCOMPARE(columna(dialogo, 0), claves);
-                   }
-                   QCOMPARE(aviso.text(), "Ninguna entrada coincide");
-                   texto.setText("torre");
-               }),
-        "0910");
-    QCOMPARE(buscar("TIPO_EQUIPO", 0, pantalla, [](QWidget &) {}), ""); // a careless Enter
-    QCOMPARE(buscar("TIPO_EQUIPO", 0, &Tipo(), [](QWidget &) {}), "0900");
-    buscar("PRODUCTO_REFACCION", 0, pantalla, [&](QWidget &dialogo) {
-        En<QLineEdit>(dialogo, "txtBuscar").setText("900000000");
-        En<QTreeView>(dialogo, "lvEntradas").sortByColumn(3, Qt::AscendingOrder);
-        QCOMPARE(columna(dialogo, 3) + " " + columna(dialogo, 0), "$10.00 $80.10 9000000004 9000000002");
-    });
-}
 
 void PrVentanas::sugerencias()
 {
@@ -80,24 +33,9 @@ void PrVentanas::sugerencias()
     ElegirNodo(Arbol(), "N0002");
     QTRY_COMPARE(sugerencia.text(), "");
     QTest::keyClick(Tipo().findChild<QLineEdit *>(), Qt::Key_A);
+    QCOMPARE(Arbol().Count() + Lista().Count(), 0); // emptied at once
+    QVERIFY(Barras().startsWith("00000||Importar XML|"));
     QTRY_COMPARE(sugerencia.text(), "Pulse Entrar para ver el plan del tipo de equipo.");
-}
-
-// The engine's text stays the message; what it means is below.
-void PrVentanas::aclaraciones()
-{
-    EnLaParte("N0001", "Nuevo", [&](QWidget &forma) {
-        for (const auto &[clave, texto, aclaracion] :
-             QList<std::array<QString, 3>>{{"0002", "OTRA", "Ya hay un registro con esa clave"},
-                                           {"0050", "D'ARCY", "apóstrofo ('), que no se"}}) {
-            Escribir(Caja(forma, "txtClave"), clave);
-            Escribir(Caja(forma, "txtTexto"), texto);
-            Aceptar(forma);
-            const QString detalles = escenario->Personas().detalles.join("|");
-            QVERIFY2(detalles.contains(aclaracion), qPrintable(detalles));
-            QVERIFY(!Mensajes().constLast().contains(aclaracion));
-        }
-    });
 }
 
 // What is typed after the key of a page goes into the page; a key that the catalogue has not is seen at once.
