@@ -7,13 +7,14 @@
 #include "support/Tabla.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QTimer>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using qvx::ErrorEjecucion;
 
-// The one way to the database: texts, statements, transactions.
+// The one way to the database: texts, statements, transactions, and how the engine finds the rows.
 class PrConexion : public QObject
 {
     Q_OBJECT
@@ -21,7 +22,6 @@ class PrConexion : public QObject
 private Q_SLOTS:
     void numeros();
     void dialecto();
-    void discoLleno();
     void rechazos_data();
     void rechazos();
     void condena();
@@ -29,6 +29,7 @@ private Q_SLOTS:
     void comienzo();
     void instantanea();
     void trazaCortada();
+    void indices();
 };
 
 namespace
@@ -66,17 +67,6 @@ void PrConexion::dialecto()
     QCOMPARE(qvx::ReescribirComun("SELECT a, b = (SELECT f(c) FROM t) FROM u WHERE x = (SELECT 1)"),
              "SELECT a, (SELECT f(c) FROM t) AS b FROM u WHERE x = (SELECT 1)");
     QCOMPARE(qvx::ReescribirComun("delete Tipo_Equipo WHERE x = 1"), "DELETE FROM Tipo_Equipo WHERE x = 1");
-}
-
-// Found out when the database is opened, not when the first change is lost.
-void PrConexion::discoLleno()
-{
-    if (motor::EsPostgres())
-        return;
-    const BaseDePrueba base(false);
-    qunsetenv("QVX_TRAZA");
-    const DiscoLleno disco;
-    QVERIFY_EXCEPTION_THROWN(base.Abrir(), ErrorEjecucion);
 }
 
 void PrConexion::rechazos_data()
@@ -248,6 +238,44 @@ void PrConexion::trazaCortada()
     QCOMPARE(mkfifo(QFile::encodeName(escenario.Ruta("tubo")).constData(), S_IRWXU), 0);
     for (const QString nombre : {"enlace", "tubo"})
         QVERIFY_EXCEPTION_THROWN(qvx::Traza(escenario.Ruta(nombre)), ErrorEjecucion);
+}
+
+// Each statement of the screen is answered from an index, on the embedded engine without statistics: none walks a table
+// or sorts the tree.
+void PrConexion::indices()
+{
+    Escenario escenario;
+    const bool postgres = motor::EsPostgres();
+    for (const char *tipo : {"0904", "0905", "0906"}) // the server chooses among indexes by its statistics
+        if (postgres)
+            SembrarGrande(escenario, tipo, 1000);
+    const auto otro = escenario.Base().Otro();
+    if (postgres)
+        otro->Correr("ANALYZE");
+    if (postgres)
+        otro->Correr("SET enable_seqscan = off");
+    for (const auto &[sentencia, indice] : QList<QPair<QString, QString>>{
+             {"* FROM Tipo_Equipo_Parte WHERE Tep_Padre = '00900' and {T} ORDER BY Te_Cve_Tipo_Equipo, Tep_ID ASC",
+              "Tep_Por_Padre"},
+             {"* FROM Plan_Mantenimiento WHERE Plan_Mantenimiento.{T} AND Plan_Mantenimiento.Tep_ID = '00900' ORDER BY "
+              "Pm_ID ASC",
+              "Plan_Mantenimiento_"},
+             {"Te_Cve_Tipo_Equipo, Version_Anterior FROM Plan_Mantenimiento WHERE {T} AND Pm_ID = '001800'",
+              "Pm_Por_Folio"},
+             {"* FROM Plan_Mantenimiento_Detalle WHERE {T} AND Tep_ID = '00900' AND Pm_ID = '001800'",
+              "Plan_Mantenimiento_Detalle_"},
+             {"MAX(Tep_Numero) AS Ultimo FROM Tipo_Equipo_Parte WHERE {T}", "Tep_Por_Numero"},
+             {"MAX(Pm_Numero) AS Ultimo FROM Plan_Mantenimiento WHERE {T}", "Pm_Por_Numero"},
+             {"MAX(Pmd_Numero) AS Ultimo FROM Plan_Mantenimiento_Detalle WHERE {T}", "Pmd_Por_Numero"},
+             {"MAX(Pmd_Numero) AS Ultimo FROM Plan_Mantenimiento_Detalle WHERE {T} AND Pm_ID = '001800'",
+              "Pmd_Por_Servicio"}}) {
+        const QString plan = otro->Filas((postgres ? "EXPLAIN (COSTS OFF) SELECT " : "EXPLAIN QUERY PLAN SELECT ")
+                                         + QString(sentencia).replace("{T}", "Te_Cve_Tipo_Equipo = '0904'"))
+                                 .join('\n');
+        static const QRegularExpression lento("Seq Scan|Sort|SCAN|TEMP B-TREE");
+        QVERIFY2(plan.contains(indice, Qt::CaseInsensitive) && !plan.contains(lento),
+                 qPrintable(sentencia + "\n" + plan));
+    }
 }
 
 PRUEBA_MAIN(PrConexion)
