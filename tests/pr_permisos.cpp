@@ -1,12 +1,10 @@
+#include "support/Archivos.h"
 #include "support/Cluster.h"
 #include "support/Procesos.h"
 
-#include <QDateTime>
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimeZone>
 
 // The schema on the server as its administrator makes it, and what planners, readers and strangers may do with it.
 class PrPermisos : public QObject
@@ -15,7 +13,6 @@ class PrPermisos : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void crearDosVeces();
     void quienCrea();
     void otraVersion();
     void tablas();
@@ -46,52 +43,30 @@ QString Vieja()
 {
     QString nombre = cluster::NombreNuevo("vieja");
     cluster::Super("CREATE DATABASE " + nombre);
-    QFile guion(CARPETA_DATOS "/version_2.postgres.sql");
-    if (!guion.open(QIODevice::ReadOnly))
-        qFatal("%s", qPrintable(guion.errorString()));
-    cluster::Super(QString::fromUtf8(guion.readAll()), nombre);
+    cluster::Super(QString::fromUtf8(Contenido(CARPETA_DATOS "/version_2.postgres.sql")), nombre);
     return nombre;
 }
 
-// The rows of the tables that it had.
-QString Filas(const QString &base)
-{
-    QStringList tablas;
-    for (const char *tabla :
-         {"Tipo_Equipo", "Producto", "Tipo_Gasto", "Tipo_Servicio", "Prioridad_Servicio", "Unidad", "Tipo_Equipo_Parte",
-          "Plan_Mantenimiento", "Plan_Mantenimiento_Detalle", "Formato_Clave", "Registro_Cambio", "Bitacora"})
-        tablas.append(QString("SELECT '%1' || t::text FROM dbo.%1 t").arg(tabla));
-    return cluster::Super("SELECT string_agg(todo, E'\\n' ORDER BY todo) FROM (" + tablas.join(" UNION ALL ")
-                              + " UNION ALL SELECT Co_Nombre || regexp_replace(Co_Texto, '\\s+', ' ', 'g') FROM "
-                                "dbo.Consulta) AS t (todo)",
-                          base);
-}
-
-// Every object of a database and who may do what with it, as the server writes them down.
-QString Objetos(const QString &base)
+// A database as the server writes it down: its objects, who may do what with them, and its rows, or some of it.
+QString Volcado(const QString &base, const QStringList &opciones = {})
 {
     QProcess programa;
-    programa.start("pg_dump", {"-s", cluster::Direccion("postgres", base)});
+    programa.start("pg_dump", opciones + QStringList{"-C", cluster::Direccion("postgres", base)});
     programa.waitForFinished();
-    QStringList renglones = QString::fromUtf8(programa.readAll()).split('\n');
+    QStringList renglones = QString::fromUtf8(programa.readAll()).replace(base, "base").split('\n');
     renglones.removeIf([](const QString &renglon) { return renglon.contains("restrict "); }); // a new word each time
-    return renglones.join('\n')
-           + cluster::Super("SELECT array_to_string(datacl, ' ') FROM pg_database WHERE datname = '" + base + "'");
+    return renglones.join('\n');
+}
+
+// The rows of the tables that version 2 has, but for what an upgrade changes.
+QString Filas(const QString &base)
+{
+    return Volcado(base, {"-a", "-T", "dbo.esquema", "-T", "dbo.consulta", "-T", "dbo.plan_reserva"});
 }
 
 QStringList ActualizarEn(const QString &base, const QString &usuario = "postgres", const QString &opciones = {})
 {
     return {"--actualizar-esquema", "--servidor", cluster::Direccion(usuario, base, {}, opciones)};
-}
-
-// What the catalogue says about the schema and its rights.
-QString Retrato(const QString &base)
-{
-    return cluster::Super("SELECT string_agg(todo, ';' ORDER BY todo) FROM (SELECT concat_ws(',', oid, relfilenode, "
-                          "relacl) FROM pg_class WHERE relnamespace = to_regnamespace('dbo') UNION ALL SELECT "
-                          "concat_ws(',', datname, datacl) FROM pg_database UNION ALL SELECT p::text FROM "
-                          "dbo.Plan_Mantenimiento p UNION ALL SELECT e::text FROM dbo.Esquema e) AS t (todo)",
-                          base);
 }
 
 } // namespace
@@ -101,15 +76,12 @@ void PrPermisos::initTestCase()
     cluster::Super("CREATE DATABASE " + base);
     const QString creado = Quorvex(CrearEn(base) + QStringList{"--con-ejemplos"});
     QVERIFY2(creado.startsWith("0Se creó el esquema "), qPrintable(creado));
+    const QString antes = Volcado(base);
+    QVERIFY(antes.contains("CHILLER"));
+    QCOMPARE(Quorvex(CrearEn(base) + QStringList{"--con-ejemplos"}), "0El esquema ya está al día.\n");
+    QCOMPARE(Volcado(base), antes);
     cluster::Super("CREATE ROLE " + planificador + " LOGIN IN ROLE quorvex_planificadores");
     cluster::Super("CREATE ROLE " + lector + " LOGIN IN ROLE quorvex_lectores");
-}
-
-void PrPermisos::crearDosVeces()
-{
-    const QString antes = Retrato(base);
-    QCOMPARE(Quorvex(CrearEn(base) + QStringList{"--con-ejemplos"}), "0El esquema ya está al día.\n");
-    QCOMPARE(Retrato(base), antes);
 }
 
 // The owner of a database may, for the roles are there. Somebody else could not take the right to temporary tables from
@@ -151,24 +123,24 @@ void PrPermisos::otraVersion()
 // Planners write the plan and add to the logs, and nobody writes the catalogues.
 void PrPermisos::tablas()
 {
-    const auto donde = [&](const QString &usuario, const QString &derecho) {
-        return cluster::Super("SELECT coalesce(string_agg(relname, ' ' ORDER BY relname), '') FROM pg_class WHERE "
-                              "relnamespace = 'dbo'::regnamespace AND relkind = 'r' AND has_table_privilege('"
-                                  + usuario + "', oid, '" + derecho + "')",
-                              base);
-    };
     const QString plan = "plan_mantenimiento plan_mantenimiento_detalle ";
-    for (const QString &usuario : {planificador, lector}) {
-        QCOMPARE(donde(usuario, "SELECT").remove("plan_reserva "),
-                 "consulta esquema formato_clave " + plan
-                     + "prioridad_servicio producto tipo_equipo tipo_equipo_parte tipo_gasto "
-                       "tipo_servicio unidad");
-        QCOMPARE(donde(usuario, "TRUNCATE") + donde(usuario, "TRIGGER") + donde(usuario, "REFERENCES"), "");
-    }
-    QCOMPARE(donde(planificador, "INSERT"), plan + "tipo_equipo_parte");
-    QCOMPARE(donde(planificador, "UPDATE"), plan + "tipo_equipo_parte");
-    QCOMPARE(donde(planificador, "DELETE"), plan + "tipo_equipo_parte");
-    QCOMPARE(donde(lector, "INSERT") + donde(lector, "UPDATE") + donde(lector, "DELETE"), "");
+    const QString todas = "consulta esquema formato_clave " + plan
+                          + "prioridad_servicio producto tipo_equipo tipo_equipo_parte tipo_gasto tipo_servicio unidad";
+    const QString suyas = plan + "tipo_equipo_parte";
+    for (const auto &[derecho, planificadores, lectores] : QList<std::array<QString, 3>>{{"SELECT", todas, todas},
+                                                                                         {"INSERT", suyas, ""},
+                                                                                         {"UPDATE", suyas, ""},
+                                                                                         {"DELETE", suyas, ""},
+                                                                                         {"TRUNCATE", "", ""},
+                                                                                         {"TRIGGER", "", ""},
+                                                                                         {"REFERENCES", "", ""}})
+        for (const auto &[usuario, esperadas] : {qMakePair(planificador, planificadores), {lector, lectores}})
+            QCOMPARE(cluster::Super("SELECT string_agg(relname, ' ' ORDER BY relname) FROM pg_class WHERE relnamespace "
+                                    "= 'dbo'::regnamespace AND relkind = 'r' AND relname <> 'plan_reserva' AND "
+                                    "has_table_privilege('"
+                                        + usuario + "', oid, '" + derecho + "')",
+                                    base),
+                     esperadas);
 }
 
 void PrPermisos::prohibido()
@@ -202,30 +174,23 @@ void PrPermisos::prohibido()
 // database: in the server's zone, or in its own.
 void PrPermisos::firmas()
 {
-    const auto escribir = [&] {
+    const QString servidor = cluster::Super("SHOW log_timezone");
+    for (const QString &zona : {servidor, QString("Asia/Tokyo")}) {
+        if (zona != servidor)
+            cluster::Super("ALTER DATABASE " + base + " SET TimeZone = '" + zona + "'");
         cluster::Correr(
             planificador, base,
             "SET TimeZone = '-100'; INSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES "
             "('a', 'b', 'jefa', '1999-01-01 00:00:00'); INSERT INTO Bitacora (Bi_Tabla, Bi_Clave, "
             "Bi_Accion, Bi_Oper, Bi_Fecha) VALUES ('a', 'b', 'c', 'jefa', '1999-01-01 00:00:00')");
-        const auto firmado = [&](const QString &oper, const QString &fecha, const QString &tabla) {
-            const QString ultimo = cluster::Super(
-                QString("SELECT %1 || %2 FROM dbo.%3 ORDER BY 1 DESC, %2 DESC LIMIT 1").arg(oper, fecha, tabla), base);
-            return ultimo.startsWith(planificador) ? ultimo.mid(planificador.size()) : ultimo;
-        };
-        const QString registro = firmado("Rc_Oper", "Rc_Fecha", "Registro_Cambio");
-        return registro == firmado("Bi_Oper", "Bi_Fecha", "Bitacora") ? registro : QString("distintas");
-    };
-    const auto esAhora = [](const QString &fecha, const QByteArray &zona) {
-        const QDateTime ahora = QDateTime::currentDateTimeUtc().toTimeZone(QTimeZone(zona));
-        const QDateTime firmada = QDateTime::fromString(fecha, "yyyy-MM-dd HH:mm:ss");
-        return firmada.isValid() && qAbs(firmada.secsTo(QDateTime(ahora.date(), ahora.time()))) < 30;
-    };
-    const QString suya = escribir();
-    QVERIFY2(esAhora(suya, cluster::Super("SHOW log_timezone").toLatin1()), qPrintable(suya));
-    cluster::Super("ALTER DATABASE " + base + " SET TimeZone = 'Asia/Tokyo'");
-    const QString lejana = escribir();
-    QVERIFY2(esAhora(lejana, "Asia/Tokyo"), qPrintable(lejana));
+        QCOMPARE(
+            cluster::Super("SELECT string_agg(oper || ' ' || (CAST(fecha AS timestamp) AT TIME ZONE '" + zona
+                               + "' - now() BETWEEN '-30 s' AND '30 s'), ' ') FROM ((SELECT Rc_Oper, Rc_Fecha FROM "
+                                 "dbo.Registro_Cambio ORDER BY Rc_ID DESC LIMIT 1) UNION ALL (SELECT Bi_Oper, "
+                                 "Bi_Fecha FROM dbo.Bitacora ORDER BY Bi_ID DESC LIMIT 1)) AS t (oper, fecha)",
+                           base),
+            planificador + " true " + planificador + " true");
+    }
 }
 
 // No row changes, and objects and rights are those of a new database; who may not do it, and a step that fails, leave
@@ -255,7 +220,7 @@ void PrPermisos::actualizar()
     const QString nueva = cluster::NombreNuevo("nueva");
     cluster::Super("CREATE DATABASE " + nueva);
     QVERIFY(Quorvex(CrearEn(nueva)).startsWith("0"));
-    QCOMPARE(Objetos(vieja), Objetos(nueva));
+    QCOMPARE(Volcado(vieja, {"-s"}), Volcado(nueva, {"-s"}));
     const QString texto = "SELECT Co_Texto FROM dbo.Consulta WHERE Co_Nombre = 'PLAN_MANTENIMIENTO'";
     QCOMPARE(cluster::Super(texto, vieja), cluster::Super(texto, nueva));
     // An administrator's own query stays.
@@ -303,10 +268,9 @@ void PrPermisos::ordenes()
     };
     QStringList documentos;
     for (const QString &usuario : {planificador, lector}) {
-        QFile archivo(carpeta.filePath(usuario));
-        const QString dicho = correr(usuario, {"--exportar", "0001", archivo.fileName()});
-        QVERIFY2(dicho.startsWith("0") && archivo.open(QIODevice::ReadOnly), qPrintable(dicho));
-        documentos.append(QString::fromUtf8(archivo.readAll()));
+        const QString dicho = correr(usuario, {"--exportar", "0001", carpeta.filePath(usuario)});
+        QVERIFY2(dicho.startsWith("0"), qPrintable(dicho));
+        documentos.append(QString::fromUtf8(Contenido(carpeta.filePath(usuario))));
         QCOMPARE(correr(usuario, {"--revisar"}), "0No se encontró nada que corregir.\n");
     }
     QVERIFY(documentos.constFirst().contains("Mantenimiento"));
