@@ -1,5 +1,6 @@
 #include "app/Acceso.h"
 #include "app/Argumentos.h"
+#include "app/Ordenes.h"
 #include "data/Conexion.h"
 #include "data/Texto.h"
 #include "plan/EsquemaServidor.h"
@@ -13,11 +14,7 @@
 #include <QLineEdit>
 #include <QProcess>
 #include <QTcpServer>
-#include <QTcpSocket>
-#include <future>
-#include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
+#include <QTimer>
 
 // Signing in at the shared server: the address, the password, what the server refuses and who it is.
 class PrServidor : public QObject
@@ -32,7 +29,7 @@ private Q_SLOTS:
     void preguntar();
     void sinPreguntar();
     void rechazos();
-    void certificados();
+    void barra();
 
 private:
     QString Direccion(const QString &opciones = {}, const QString &equipo = cluster::Loopback) const
@@ -65,30 +62,6 @@ QString Rechazo(const QString &direccion)
     } catch (const SinAcceso &error) {
         return error.Descripcion() + '|' + error.Detalles();
     }
-}
-
-// Certificates for the loopback's address, each its own root, and the server with the first of them.
-void PonerTls(const QString &lugar)
-{
-    struct stat duena {
-    };
-    stat(qPrintable(lugar), &duena);
-    for (const QString &nombre : {QString("suyo"), QString("otro")}) {
-        const QString archivo = lugar + '/' + nombre;
-        if (QProcess::execute("openssl", {"req", "-x509", "-newkey", "rsa:2048", "-nodes", "-batch", "-subj",
-                                          "/CN=" + nombre, "-addext", "subjectAltName=IP:127.0.0.1", "-keyout",
-                                          archivo + ".key", "-out", archivo + ".crt"})
-            != 0)
-            qFatal("openssl no hizo el certificado");
-        for (const char *parte : {".key", ".crt"})
-            if (chown(qPrintable(archivo + parte), duena.st_uid, duena.st_gid) != 0)
-                qFatal("El servidor no podría leer el certificado");
-    }
-    cluster::Super("ALTER SYSTEM SET ssl_cert_file = '" + lugar + "/suyo.crt'");
-    cluster::Super("ALTER SYSTEM SET ssl_key_file = '" + lugar + "/suyo.key'");
-    cluster::Super("ALTER SYSTEM SET ssl = on");
-    cluster::Super("SELECT pg_reload_conf()");
-    QTRY_COMPARE(cluster::Super("SHOW ssl"), "on");
 }
 
 } // namespace
@@ -199,8 +172,8 @@ void PrServidor::sinPreguntar()
     archivo.remove();
 }
 
-// Servers that say nothing, that cannot encrypt, and that speak something else. No dialog asks for a password then: an
-// unexpected one would hang the test.
+// Servers that say nothing, and that cannot encrypt. No dialog asks for a password then: an unexpected one would hang
+// the test.
 void PrServidor::rechazos()
 {
     const auto rechazo = [](int puerto, const QString &opciones) {
@@ -213,44 +186,27 @@ void PrServidor::rechazos()
     QVERIFY2(silencio.startsWith(negado) && silencio.contains("timeout expired"), qPrintable(silencio));
     const QString abierto = rechazo(qEnvironmentVariableIntValue("QVX_PRUEBA_PUERTO"), "sslmode=require");
     QVERIFY2(abierto.startsWith(negado) && abierto.contains("does not support SSL"), qPrintable(abierto));
-
-    std::promise<int> puerto;
-    std::thread servidor([&puerto] {
-        QTcpServer oyente;
-        oyente.listen(QHostAddress::LocalHost);
-        puerto.set_value(oyente.serverPort()); // from here on it is no longer there
-        if (!oyente.waitForNewConnection(20000))
-            return;
-        QTcpSocket &enlace = *oyente.nextPendingConnection();
-        enlace.waitForReadyRead(20000);
-        enlace.write(QByteArray(100000, '\xff'));
-        enlace.disconnectFromHost();
-        if (enlace.state() != QAbstractSocket::UnconnectedState)
-            enlace.waitForDisconnected(20000);
-    });
-    const QString basura = rechazo(puerto.get_future().get(), "sslmode=disable");
-    servidor.join();
-    QVERIFY2(basura.startsWith(negado) && basura.contains("expected authentication request"), qPrintable(basura));
 }
 
-// The certificate is looked at as sslmode says: the server's own, another one, and for another name.
-void PrServidor::certificados()
+// The window says which database it shows.
+void PrServidor::barra()
 {
-    const QString lugar = qEnvironmentVariable("QVX_PRUEBA_SERVIDOR");
-    PonerTls(lugar);
     qputenv("PGPASSWORD", contrasena.toUtf8());
-    const auto direccion = [&](const QString &equipo, const QString &raiz) {
-        return Direccion("?sslmode=verify-full&sslrootcert=" + lugar + raiz, equipo);
-    };
-    const QString otro = Rechazo(direccion(cluster::Loopback, "/otro.crt"));
-    QVERIFY2(otro.contains("certificate verify failed"), qPrintable(otro));
-    const QString otroNombre = Rechazo(direccion("localhost", "/suyo.crt"));
-    QVERIFY2(otroNombre.contains("does not match host name \"localhost\""), qPrintable(otroNombre));
-    const auto sesion = Entrar(direccion(cluster::Loopback, "/suyo.crt"));
-    QCOMPARE(cluster::Super("SELECT string_agg(CAST(ssl AS text), ',') FROM pg_stat_ssl JOIN pg_stat_activity USING "
-                            "(pid) WHERE usename = '"
-                            + usuario + "'"),
-             "true");
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(carpeta.path()));
+    const QString archivo = carpeta.filePath("plan.db");
+    for (const auto &[linea, nombre] :
+         {qMakePair(QStringList{"--servidor", Direccion()}, qvx::Servidor(Direccion()).Nombre()),
+          {QStringList{"--base-datos", archivo, "--operador", "mlopez"}, archivo}}) {
+        QStringList rotulos;
+        QTimer::singleShot(0, [&] {
+            for (const QWidget *ventana : QApplication::topLevelWidgets())
+                for (const QLabel *rotulo : ventana->findChildren<QLabel *>())
+                    rotulos.append(rotulo->text());
+            QApplication::closeAllWindows();
+        });
+        QCOMPARE(Mostrar(Argumentos::Leer(QStringList{"quorvex"} + linea)), 0);
+        QVERIFY2(rotulos.contains(nombre), qPrintable(rotulos.join('|')));
+    }
 }
 
 PRUEBA_MAIN(PrServidor)
