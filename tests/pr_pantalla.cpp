@@ -10,39 +10,16 @@ class PrPantalla : public PruebaPantalla
     Q_OBJECT
 
 private Q_SLOTS:
-    void tipos();
     void reactivacion();
     void sinEditor();
     void sinParte();
     void largos();
     void soltar();
-    void abrirArrastrando();
     void hondura();
 
 private:
-    bool Arrastrar(const QMimeData &datos, const QPoint &punto, bool suelta);
     bool Soltar(const QString &folio, const QString &destino);
 };
-
-// Nothing of the last type's plan or commands outlives the choice of another.
-void PrPantalla::tipos()
-{
-    const auto probar = [&](const QString &clave, const QString &forma, int nodos, const QString &barras) {
-        ElegirNodo(Arbol(), "N0002");
-        QCOMPARE(Lista().toolTip(), "Presione Supr para eliminar un servicio");
-        QTest::keyClick(Tipo().findChild<QLineEdit *>(), Qt::Key_A);
-        QCOMPARE(Arbol().Count() + Lista().Count(), 0); // emptied at once
-        QVERIFY(Barras().startsWith("00000||Importar XML|"));
-        Escribir(Tipo(), clave);
-        QCOMPARE(Tipo().Text() + " " + escenario->De<txtQVX>("txtNTipoEquipo").Text(), forma);
-        QCOMPARE(Arbol().Count(), nodos);
-        QCOMPARE(Barras(), barras);
-        Escribir(Tipo(), "0900");
-    };
-    probar("0901", "0901 SIN PLAN", 1, "00000||Importar XML|Copiar plan");
-    probar("0903", "0903 ", 0, "00000||Importar XML|"); // cancelled
-    probar("", " ", 0, "00000||Importar XML|");
-}
 
 // Coming back to the screen keeps the planner's choice; showing it again applies the host's.
 void PrPantalla::reactivacion()
@@ -73,32 +50,24 @@ void PrPantalla::sinEditor()
     }
 }
 
-// Whether each of a drag's events was taken.
-bool PrPantalla::Arrastrar(const QMimeData &datos, const QPoint &punto, bool suelta)
+// On a part, or below the nodes without one. Whether each of the drag's events was taken.
+bool PrPantalla::Soltar(const QString &folio, const QString &destino)
 {
+    Arbol().expandAll();
+    const QPoint fuera = Arbol().viewport()->rect().bottomLeft() - QPoint(-5, 5);
+    const QPoint punto = destino.isEmpty() ? fuera : Arbol().visualItemRect(Arbol().Item(destino)).center();
+    QMimeData datos;
+    datos.setText(folio);
     QDragEnterEvent entra(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
     QDragMoveEvent pasa(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
     QDropEvent cae(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
-    QList<QDropEvent *> eventos{&entra, &pasa};
-    if (suelta)
-        eventos.append(&cae);
     bool tomado = true;
-    for (QDropEvent *evento : std::as_const(eventos)) {
+    for (QDropEvent *evento : std::initializer_list<QDropEvent *>{&entra, &pasa, &cae}) {
         QCoreApplication::sendEvent(Arbol().viewport(), evento);
         tomado = tomado && evento->isAccepted();
     }
     QCoreApplication::processEvents();
     return tomado;
-}
-
-// On a part, or below the nodes without one.
-bool PrPantalla::Soltar(const QString &folio, const QString &destino)
-{
-    Arbol().expandAll();
-    const QPoint fuera = Arbol().viewport()->rect().bottomLeft() - QPoint(-5, 5);
-    QMimeData datos;
-    datos.setText(folio);
-    return Arrastrar(datos, destino.isEmpty() ? fuera : Arbol().visualItemRect(Arbol().Item(destino)).center(), true);
 }
 
 // Without a part there is nothing to work on.
@@ -177,21 +146,6 @@ void PrPantalla::soltar()
     QCOMPARE(Lista().Texto(0), "000002");
     ElegirNodo(Arbol(), "N0005"); // the blank does not count
     QCOMPARE(Lista().Texto(0), "000001");
-}
-
-// A part below a closed node can be reached without letting go.
-void PrPantalla::abrirArrastrando()
-{
-    auto *cerrado = Arbol().Item("N0001");
-    cerrado->setExpanded(false);
-    QMimeData datos;
-    datos.setText("000001");
-    const QPoint punto = Arbol().visualItemRect(cerrado).center();
-    QCursor::setPos(Arbol().viewport()->mapToGlobal(punto));
-    QVERIFY(Arrastrar(datos, punto, false));
-    QTRY_VERIFY(cerrado->isExpanded());
-    QDragLeaveEvent sale;
-    QCoreApplication::sendEvent(Arbol().viewport(), &sale);
 }
 
 // A plan deeper than the stack carries, which only another program can write, is told of once, and no part of it is
