@@ -2,10 +2,10 @@
 // look-ups and the transactions' marks, stay what they are, letter for letter, and so do the messages, the documents,
 // what forms and screen show, and what each command leaves in the plan's tables.
 
+#include "support/Archivos.h"
 #include "support/PruebaPantalla.h"
 
 #include <QCheckBox>
-#include <QFile>
 #include <QRegularExpression>
 
 using comunesQVX::Nodo;
@@ -50,8 +50,7 @@ private:
     void Tomar(const QString &que);
     void Hacer(const QList<QPair<QString, std::function<void()>>> &comandos);
     void TomarForma(const QWidget &forma);
-    QByteArray TomarDocumento(const QString &ruta);
-    QString Escrito(const QByteArray &documento);
+    QByteArray TomarDocumento();
     void Comparar(const QString &nombre);
     void Rotulos();
     void Estados();
@@ -125,22 +124,11 @@ void PruebaDia::TomarForma(const QWidget &forma)
                 cuaderno.append(QString("# ") + nombre + ": " + Fila(*grid, fila));
 }
 
-QByteArray PruebaDia::TomarDocumento(const QString &ruta)
+QByteArray PruebaDia::TomarDocumento()
 {
-    QFile exportado(ruta);
-    if (!exportado.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray texto = exportado.readAll();
+    const QByteArray texto = Contenido(escenario->Ruta("plan.xml"));
     cuaderno.append(QString::fromUtf8(texto).split('\n', Qt::SkipEmptyParts));
     return texto;
-}
-
-QString PruebaDia::Escrito(const QByteArray &documento)
-{
-    QFile archivo(escenario->Ruta("cambiado.xml"));
-    if (!archivo.open(QIODevice::WriteOnly) || archivo.write(documento) != documento.size())
-        qFatal("%s", qPrintable(archivo.errorString()));
-    return archivo.fileName();
 }
 
 // With what is on record. QVX_PRUEBA_ANOTAR writes the record anew.
@@ -148,15 +136,11 @@ void PruebaDia::Comparar(const QString &nombre)
 {
     escenario->CerrarPantalla();
     Tomar("salida");
-    QFile meta(QString(CARPETA_DATOS) + "/" + nombre);
+    const QString meta = QString(CARPETA_DATOS) + "/" + nombre;
     const QStringList hoy = std::exchange(cuaderno, {}).join('\n').split('\n', Qt::SkipEmptyParts);
-    if (qEnvironmentVariableIsSet("QVX_PRUEBA_ANOTAR")) {
-        QVERIFY(meta.open(QIODevice::WriteOnly));
-        meta.write((hoy.join('\n') + '\n').toUtf8());
-        return;
-    }
-    QVERIFY(meta.open(QIODevice::ReadOnly));
-    const QStringList esperado = QString::fromUtf8(meta.readAll()).split('\n', Qt::SkipEmptyParts);
+    if (qEnvironmentVariableIsSet("QVX_PRUEBA_ANOTAR"))
+        Poner(meta, (hoy.join('\n') + '\n').toUtf8());
+    const QStringList esperado = QString::fromUtf8(Contenido(meta)).split('\n', Qt::SkipEmptyParts);
     for (qsizetype i = 0; i < qMax(esperado.size(), hoy.size()); ++i)
         QCOMPARE(QString::number(i + 1) + ": " + hoy.value(i), QString::number(i + 1) + ": " + esperado.value(i));
 }
@@ -188,12 +172,13 @@ void PruebaDia::primero()
         {"servicio eliminado", [&] { EliminarServicio("N0005", "000004"); }},
         {"exportación", [&] { Exportar(escenario->Ruta("plan.xml")); }},
     });
-    const QByteArray plan = TomarDocumento(escenario->Ruta("plan.xml"));
+    const QByteArray plan = TomarDocumento();
     Hacer({
         {"copia", [&] { Copiar("0901"); }},
         {"importación",
          [&] {
-             Importar(Escrito(QByteArray(plan).replace("9000000004", "9999999999").replace("\"0900\"", "\"0901\"")));
+             Importar(Poner(escenario->Ruta("cambiado.xml"),
+                            QByteArray(plan).replace("9000000004", "9999999999").replace("\"0900\"", "\"0901\"")));
          }},
         {"copia a sí mismo", [&] { Copiar("0901"); }},
         {"otro tipo", [&] { ElegirTipo("0902"); }},
@@ -309,13 +294,12 @@ void PruebaDia::segundo()
                         "'000003'");
     Exportar(escenario->Ruta("plan.xml"));
     Tomar("exportación con signos");
-    TomarDocumento(escenario->Ruta("plan.xml"));
-    Copiar("0902", qvx::mensaje::No);
-    Tomar("copia rechazada");
-    Copiar("");
-    Tomar("copia cancelada");
-    Copiar("0902");
-    Tomar("copia sobre un plan");
+    TomarDocumento();
+    Hacer({
+        {"copia rechazada", [&] { Copiar("0902", qvx::mensaje::No); }},
+        {"copia cancelada", [&] { Copiar(""); }},
+        {"copia sobre un plan", [&] { Copiar("0902"); }},
+    });
     ElegirTipo("0901"); // its root alone offers nothing
     escenario->Personas().Elegir("TIPO_EQUIPO", "0902");
     escenario->Personas().Responder(7500049, qvx::mensaje::Si);
@@ -336,12 +320,12 @@ void PruebaDia::segundo()
                                  + QByteArray(servicio).replace("{}", "SI") + lineas
                                  + "</TipoServicio><Parte Id=\"X\" Descripción=\"\"/></Parte></TipoEquipo>"
                                    "</PlanMantenimiento>";
-    Importar(Escrito(documento), qvx::mensaje::No);
-    Tomar("importación rechazada");
-    Importar(Escrito(documento));
-    Tomar("importación con productos desconocidos");
-    Importar(Escrito(QByteArray(documento).replace("\"X\"", "\"0001\"")));
-    Tomar("importación que falla");
+    const QString ruta = Poner(escenario->Ruta("cambiado.xml"), documento);
+    Hacer({
+        {"importación rechazada", [&] { Importar(ruta, qvx::mensaje::No); }},
+        {"importación con productos desconocidos", [&] { Importar(ruta); }},
+        {"importación que falla", [&] { Importar(Poner(ruta, QByteArray(documento).replace("\"X\"", "\"0001\""))); }},
+    });
     ElegirTipo("0900");
     Bajas();
     Comparar("segundo_dia.txt");
