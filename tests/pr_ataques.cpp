@@ -21,12 +21,11 @@ private Q_SLOTS:
     void documento();
 
 private:
-    void Fotografiar();
     // Everything is as it was, but for rows that begin so, and the log of their change.
     void Revisar(const QString &texto, const QStringList &editadas = {});
     static void Pegar(QWidget *linea, const QString &texto, Qt::Key fin = Qt::Key_Tab);
 
-    QSet<QString> foto; // the database's tables, and their rows behind their names
+    QStringList foto; // of the tables
 };
 
 namespace
@@ -69,26 +68,13 @@ QStringList Textos(int cada)
 
 } // namespace
 
-void PrAtaques::Fotografiar()
-{
-    const auto otro = escenario->Base().Otro();
-    foto.clear();
-    for (const QString &tabla : otro->Filas(motor::Segun(
-             "SELECT lower(name) FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'",
-             "SELECT tablename FROM pg_tables WHERE schemaname NOT IN ('pg_catalog', 'information_schema') UNION ALL "
-             "SELECT 'pg_largeobject_metadata'"))) {
-        foto.insert(tabla);
-        for (const QString &fila : otro->Filas("SELECT * FROM " + tabla))
-            foto.insert(tabla + "|" + fila);
-    }
-}
-
 void PrAtaques::Revisar(const QString &texto, const QStringList &editadas)
 {
     QVERIFY2(!qvx::Sesion::Actual().Conexion().EnTransaccion(), qPrintable(texto.left(80)));
-    const QSet<QString> antes = foto;
-    Fotografiar();
-    for (const QString &fila : (antes - foto) + (foto - antes)) {
+    const QSet<QString> antes(foto.begin(), foto.end());
+    foto = escenario->Tablas();
+    const QSet<QString> ahora(foto.begin(), foto.end());
+    for (const QString &fila : (antes - ahora) + (ahora - antes)) {
         const bool suya = std::any_of(editadas.begin(), editadas.end(), [&](const QString &comienzo) {
             return fila.startsWith(comienzo, Qt::CaseInsensitive);
         });
@@ -136,7 +122,7 @@ void PrAtaques::formas()
     QFETCH(QString, guardado);
     const bool deParte = donde == "Nuevo" || donde == "Editar";
     for (const QString &texto : Textos(guardado.endsWith("'0007'") ? 1 : 3)) {
-        Fotografiar();
+        foto = escenario->Tablas();
         QStringList editadas{"Plan_Mantenimiento|0900|0002|000001|", "Plan_Mantenimiento_Detalle|0900|0002|000001|"};
         QString escrito;
         bool guardada = false;
@@ -200,7 +186,7 @@ void PrAtaques::documento()
         Duracion="13" Precio="14" Prioridad="%1"><ManoObra/><Refacciones><Refaccion Id="9000000002" Cantidad="1"
         TipoGasto="%1"/></Refacciones><Herramientas/></TipoServicio></Parte></TipoEquipo></PlanMantenimiento>)";
     const qvx::EsquemaXml esquema(qvx::RutaEnUnidadC(KT580::RutaEsquema));
-    Fotografiar();
+    foto = escenario->Tablas();
     for (const QString &texto : Textos(2) + QStringList("P")) {
         const QString ruta = Poner(escenario->Ruta("ataque.xml"), modelo.arg(texto.toHtmlEscaped()).toUtf8());
         escenario->Personas().DarArchivo(ruta);

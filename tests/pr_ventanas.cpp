@@ -10,7 +10,6 @@
 #include <QEventLoop>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTimer>
@@ -25,7 +24,6 @@ private Q_SLOTS:
     void sugerencias();
     void fichas();
     void cabida();
-    void oscuro();
     void integridad();
     void corregidoPorOtro();
     void programa();
@@ -104,29 +102,6 @@ void PrVentanas::cabida()
         QCOMPARE(QApplication::focusWidget(), precio);
         QCOMPARE(precio->visibleRegion().boundingRect(), precio->rect());
     });
-}
-
-// One look for all of the window, that of the desktop.
-void PrVentanas::oscuro()
-{
-    const QPalette antes = QApplication::palette();
-    VentanaPrincipal principal(pantalla, "", "mlopez", "prueba");
-    principal.show();
-    const auto tonos = [&] {               // of the window, the menu, the screen and a list on it
-        QCoreApplication::processEvents(); // the change of the desktop arrives
-        const QImage vista = principal.grab().toImage();
-        QString oscuros;
-        for (const QWidget *control :
-             std::initializer_list<const QWidget *>{&principal, principal.menuBar(), pantalla, &Lista()}) {
-            const QPoint lugar = control->mapTo(&principal, control->rect().bottomRight() - QPoint(6, 6));
-            oscuros += vista.pixelColor(lugar).lightness() < 128 ? "O" : "C";
-        }
-        return oscuros;
-    };
-    QApplication::setPalette(QPalette(QColor("#353535"), QColor("#2b2b2b")));
-    const QString deNoche = tonos();
-    QApplication::setPalette(antes);
-    QCOMPARE(deNoche + tonos(), "OOOOCCCC");
 }
 
 // Beside the plan's part 0006: a service dropped on the root, with its lines; one of another type whose part is gone; a

@@ -50,9 +50,12 @@ QStringList Escenario::Tablas() const
 {
     const auto otro = base.Otro();
     QStringList todo;
-    for (const char *tabla : {"Tipo_Equipo_Parte", "Plan_Mantenimiento", "Plan_Mantenimiento_Detalle", "Tipo_Equipo",
-                              "Producto", "Tipo_Gasto", "Bitacora", "Registro_Cambio"}) {
-        QStringList filas = otro->Filas(QString("SELECT '%1', t.* FROM %1 t").arg(tabla));
+    for (const QString &tabla : otro->Filas(motor::Segun(
+             "SELECT lower(name) FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY 1",
+             "SELECT tablename FROM pg_tables WHERE schemaname NOT IN ('pg_catalog', 'information_schema') UNION ALL "
+             "SELECT 'pg_largeobject_metadata' ORDER BY 1"))) {
+        QStringList filas{tabla};
+        filas += otro->Filas(QString("SELECT '%1', t.* FROM %1 t").arg(tabla));
         filas.sort();
         todo += filas;
     }

@@ -33,7 +33,7 @@ public:
     QVariant Correr(const QString &sql) const;
     // The rows of a query, each as its values joined by "|", on that other connection: only what is committed.
     QStringList Filas(const QString &sql) const;
-    // Everything the plan's tables hold: equal texts, equal tables.
+    // Every table and its rows, behind its name: equal texts, equal tables.
     QStringList Tablas() const;
     // The rows of the plan's three tables without what the host adds to them.
     QStringList Plan() const;
