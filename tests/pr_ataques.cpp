@@ -1,8 +1,4 @@
-#include "component/Esquema.h"
-#include "support/Archivos.h"
 #include "support/PruebaPantalla.h"
-#include "system/UnidadC.h"
-#include "xml/EsquemaXml.h"
 
 #include <QClipboard>
 #include <QLabel>
@@ -18,7 +14,6 @@ class PrAtaques : public PruebaPantalla
 private Q_SLOTS:
     void formas_data();
     void formas();
-    void documento();
 
 private:
     // Everything is as it was, but for rows that begin so, and the log of their change.
@@ -176,27 +171,6 @@ void PrAtaques::formas()
     ElegirTipo("900");
     QCOMPARE(GuardarParte("N0005", "Editar", "MOTOR NUEVO"), "0005");
     QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0005'"), "MOTOR NUEVO");
-}
-
-// Values of an imported document: refused, or written in the plan alone that it is for.
-void PrAtaques::documento()
-{
-    const QString modelo = R"(<PlanMantenimiento><TipoEquipo Id="0900"><Parte Id="%1" Descripción="%1">
-        <TipoServicio Id="%1" UnidadLectura="%1" FrecuenciaLectura="11" FrecuenciaDias="12" RequiereParo="%1"
-        Duracion="13" Precio="14" Prioridad="%1"><ManoObra/><Refacciones><Refaccion Id="9000000002" Cantidad="1"
-        TipoGasto="%1"/></Refacciones><Herramientas/></TipoServicio></Parte></TipoEquipo></PlanMantenimiento>)";
-    const qvx::EsquemaXml esquema(qvx::RutaEnUnidadC(KT580::RutaEsquema));
-    foto = escenario->Tablas();
-    for (const QString &texto : Textos(2) + QStringList("P")) {
-        const QString ruta = Poner(escenario->Ruta("ataque.xml"), modelo.arg(texto.toHtmlEscaped()).toUtf8());
-        escenario->Personas().DarArchivo(ruta);
-        if (qvx::Documento documento; documento.Cargar(ruta, esquema))
-            escenario->Personas().Responder(7500048, qvx::mensaje::Si);
-        Pulsar(Barra(), "B2");
-        QVERIFY2(!Mensajes().isEmpty(), qPrintable(texto.left(80)));
-        Revisar(texto, {"Tipo_Equipo_Parte|0900|", "Plan_Mantenimiento|0900|", "Plan_Mantenimiento_Detalle|0900|"});
-    }
-    QCOMPARE(Partes("Tep_ID"), "P"); // without a hostile text, the document is good
 }
 
 PRUEBA_MAIN(PrAtaques)

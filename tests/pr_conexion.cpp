@@ -1,4 +1,3 @@
-#include "data/Dialecto.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Momento.h"
 #include "data/Texto.h"
@@ -9,7 +8,6 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QTimer>
-#include <sys/stat.h>
 
 using qvx::ErrorEjecucion;
 
@@ -20,14 +18,12 @@ class PrConexion : public QObject
 
 private Q_SLOTS:
     void numeros();
-    void dialecto();
     void rechazos_data();
     void rechazos();
     void condena();
     void abandonada();
     void comienzo();
     void instantanea();
-    void trazaCortada();
     void indices();
 };
 
@@ -58,23 +54,14 @@ void PrConexion::numeros()
     QCOMPARE(qvx::ClaveConFormato("123456", "0000"), "123456");
 }
 
-// What stands for an alias in a select list is a comparison behind WHERE.
-void PrConexion::dialecto()
-{
-    const QString comparada = "SELECT a FROM t WHERE x = (SELECT max(x) FROM t)";
-    QCOMPARE(qvx::ReescribirComun(comparada), comparada);
-    QCOMPARE(qvx::ReescribirComun("SELECT a, b = (SELECT f(c) FROM t) FROM u WHERE x = (SELECT 1)"),
-             "SELECT a, (SELECT f(c) FROM t) AS b FROM u WHERE x = (SELECT 1)");
-    QCOMPARE(qvx::ReescribirComun("delete Tipo_Equipo WHERE x = 1"), "DELETE FROM Tipo_Equipo WHERE x = 1");
-}
-
 void PrConexion::rechazos_data()
 {
     const Tabla<QString> fila("motivo");
     fila("DELETE FROM Producto; DELETE FROM Tipo_Gasto", "más de una sentencia");
     fila("UPDATE Producto SET Pr_Descripcion = '' -- WHERE", "comentario");
     fila("DROP TABLE Producto", "no es una consulta");
-    fila("UPDATE Producto SET Pr_Descripcion = 'O'Higgins'", motor::Sintaxis("Higgins"));
+    fila("UPDATE Producto SET Pr_Descripcion = 'O'Higgins'",
+         motor::Segun("near \"Higgins\": syntax error", "syntax error at or near \"Higgins\""));
     fila("SELECT * FROM Producto WHERE Pr_Descripcion = 'x",
          motor::Segun("unrecognized token", "unterminated quoted string"));
     // A doubled quote is a text's own, so what quotes that a planner types can do is change the shape.
@@ -212,23 +199,6 @@ void PrConexion::comienzo()
         QVERIFY_EXCEPTION_THROWN(base.Execute("DELETE Producto WHERE Pr_Cve_Producto = '1'"), ErrorEjecucion);
     });
     QCOMPARE(escenario.Traza(), QStringList{"!\tBEGIN IMMEDIATE  <database is locked>"});
-}
-
-// What the disk did not take of the trace is lost, and the work goes on. A place that holds no file is refused.
-void PrConexion::trazaCortada()
-{
-    Escenario escenario;
-    {
-        const DiscoLleno disco;
-        for (int i = 0; i < 50; ++i)
-            qvx::Sesion::Actual().Conexion().Execute("SELECT * FROM Producto WHERE Pr_Cve_Producto = '1'");
-    }
-    qvx::Sesion::Actual().Conexion().Execute("SELECT * FROM Unidad");
-    QCOMPARE(escenario.Traza().constLast().section('\t', 1), "SELECT * FROM Unidad");
-    QVERIFY(QFile::link("traza", escenario.Ruta("enlace")));
-    QCOMPARE(mkfifo(QFile::encodeName(escenario.Ruta("tubo")).constData(), S_IRWXU), 0);
-    for (const QString nombre : {"enlace", "tubo"})
-        QVERIFY_EXCEPTION_THROWN(qvx::Traza(escenario.Ruta(nombre)), ErrorEjecucion);
 }
 
 // Each statement of the screen is answered from an index, on the embedded engine without statistics: none walks a table

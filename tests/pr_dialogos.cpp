@@ -1,12 +1,8 @@
 #include "controls/InteraccionQt.h"
 #include "support/PruebaPantalla.h"
 
-#include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QLabel>
 #include <QMap>
-#include <QPushButton>
-#include <QTimer>
 
 // The host's real boxes and dialogs, as a person meets them: with keys, over the real screen, which a host may take
 // away meanwhile.
@@ -16,13 +12,8 @@ class PrDialogos : public PruebaPantalla
 
 private Q_SLOTS:
     void init();
-    void botones_data();
-    void botones();
-    void procedencia();
     void preguntas();
-    void catalogo();
     void entradas();
-    void archivos();
     void porTeclado();
     void cierre_data();
     void cierre();
@@ -71,63 +62,6 @@ void PrDialogos::init()
     escenario->Personas().real = std::make_unique<qvx::InteraccionQt>();
 }
 
-void PrDialogos::botones_data()
-{
-    const Tabla<int, QString, int, int> fila("estilo", "botones", "enter", "escape");
-    fila("aviso", 48, "&Aceptar", 1, 1);
-    fila("aceptar o cancelar", 33, "&Aceptar &Cancelar", 1, 2);
-    fila("aceptar o cancelar, el segundo", 321, "&Aceptar &Cancelar", 2, 2);
-    fila("anular, reintentar, omitir", 18, "&Anular &Reintentar &Omitir", 3, 3);
-    fila("sí, no o cancelar", 35, "&Sí &No &Cancelar", 6, 2);
-    fila("sí o no", 36, "&Sí &No", 6, 7);
-    fila("sí o no, el segundo", 292, "&Sí &No", 7, 7);
-    fila("reintentar o cancelar", 53, "&Reintentar &Cancelar", 4, 2);
-}
-
-// What Enter and Esc answer.
-void PrDialogos::botones()
-{
-    QFETCH(int, estilo);
-    QFETCH(QString, botones);
-    QFETCH(int, enter);
-    QFETCH(int, escape);
-    const auto contestar = [&](const std::function<void(QWidget &)> &pasos) {
-        EnElDialogo(pasos);
-        return qvx::InteraccionQt().Mensaje({"¿<b>Sigo</b>?", estilo, "Quorvex", pantalla->winId(), "KT580", "", {}});
-    };
-    QCOMPARE(contestar([&](QWidget &caja) {
-                 QStringList textos;
-                 for (const auto *boton : caja.findChildren<QPushButton *>())
-                     textos.append(boton->text());
-                 textos.sort();
-                 QStringList esperados = botones.split(' ');
-                 esperados.sort();
-                 QCOMPARE(textos, esperados);
-                 QCOMPARE(En<QLabel>(caja, "qt_msgbox_label").textFormat(), Qt::PlainText);
-                 Tecla(Qt::Key_Return);
-             }),
-             enter);
-    QCOMPARE(contestar([](QWidget &) { Tecla(Qt::Key_Escape); }), escape);
-    QCOMPARE(contestar([](QWidget &caja) { caja.close(); }), escape);
-}
-
-// Who speaks, and details that can be opened.
-void PrDialogos::procedencia()
-{
-    EnElDialogo([&](QWidget &caja) {
-        QCOMPARE(En<QLabel>(caja, "qt_msgbox_informativelabel").text(), "KT580 · ERR-ID:7500080");
-        QCOMPARE(caja.windowTitle(), "ERROR");
-        auto &detalles = *dynamic_cast<QMessageBox &>(caja).buttons().constLast();
-        QCOMPARE(detalles.text(), "&Detalles");
-        detalles.click();
-        QCoreApplication::processEvents();
-        QCOMPARE(detalles.text(), "&Detalles");
-        QCOMPARE(dynamic_cast<QMessageBox &>(caja).detailedText(), "jcruz cambió este registro");
-    });
-    qvx::InteraccionQt().Mensaje(
-        {"ERROR", 16, "ERROR", pantalla->winId(), "KT580", "ERR-ID:7500080", "jcruz cambió este registro"});
-}
-
 void PrDialogos::Responder(const QString &nodo, const QString &boton, Qt::Key tecla)
 {
     EnLaParte(nodo, boton, [&](QWidget &caja) {
@@ -157,23 +91,6 @@ void PrDialogos::preguntas()
         QVERIFY2(textos.contains("jcruz") && textos.contains("mlopez"), qPrintable(textos.join('|')));
         Tecla(Qt::Key_Escape);
     });
-}
-
-void PrDialogos::catalogo()
-{
-    const auto buscar = [&](const QString &teclas, const QList<Qt::Key> &fin) {
-        EnElDialogo([=](QWidget &) {
-            Teclear(teclas);
-            for (const Qt::Key tecla : fin)
-                Tecla(tecla);
-        });
-        QTest::keyClick(Tipo().findChild<QLineEdit *>(), Qt::Key_F3);
-        return Tipo().Text();
-    };
-    Tipo().findChild<QLineEdit *>()->setFocus();
-    QCOMPARE(buscar("prueba", {Qt::Key_Escape}), "0900");
-    QCOMPARE(buscar("AJENA¶", {}), "0902");
-    QCOMPARE(buscar("090", {Qt::Key_Down, Qt::Key_Return}), "0901");
 }
 
 // What is found, and that who is shown a part of a catalogue is told so.
@@ -223,27 +140,6 @@ void PrDialogos::entradas()
         En<QTreeView>(dialogo, "lvEntradas").sortByColumn(3, Qt::AscendingOrder);
         QCOMPARE(columna(dialogo, 3) + " " + columna(dialogo, 0), "$10.00 $80.10 9000000004 9000000002");
     });
-}
-
-// A name is taken as it was left, and a cancelled export writes nothing and says nothing.
-void PrDialogos::archivos()
-{
-    const QString ruta = escenario->Ruta("plan");
-    for (const bool acepta : {false, true}) {
-        EnLaParte("N0000", "B1", [&](QWidget &dialogo) {
-            auto &archivo = dynamic_cast<QFileDialog &>(dialogo);
-            QCOMPARE(archivo.windowTitle() + archivo.nameFilters().join(','), "GUARDAR XMLArchivo XML (*.xml)");
-            auto &nombre = En<QLineEdit>(dialogo, "fileNameEdit");
-            QCOMPARE(nombre.text(), "PlanMantenimiento_0900");
-            nombre.setText(ruta);
-            QTest::keyClick(&nombre, acepta ? Qt::Key_Return : Qt::Key_Escape);
-            QTRY_VERIFY(!dialogo.isVisible());
-            if (acepta)
-                EnElDialogo([](QWidget &) { Tecla(Qt::Key_Return); });
-        });
-        QCOMPARE(QFile::exists(ruta), acepta);
-        QCOMPARE(Mensajes().size(), acepta ? 1 : 0);
-    }
 }
 
 // From the choice of the type to a new service that is saved, and without a mouse.

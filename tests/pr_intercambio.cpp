@@ -195,8 +195,12 @@ void PrIntercambio::rechazos()
     probar(Documento("0903", ""), aviso + "27|No existe el tipo de equipo '0903' en la bas de datos"); // cancelled
     probar(Documento("0900", "<Parte Id=\"1'\" Descripción=\", '0000', 'o', 'f', 'o', 'f'), ('0902', '7\"/>"),
            trampa + "Un valor del documento lleva comillas");
-    probar(Documento("0900", Servicio + Parte + Parte), trampa + motor::ParteRepetida(),
-           "Ya hay un registro con esa clave; tal vez otra persona acaba de crearlo. Use otra clave.");
+    probar(
+        Documento("0900", Servicio + Parte + Parte),
+        trampa
+            + motor::Segun("UNIQUE constraint failed: Tipo_Equipo_Parte.Te_Cve_Tipo_Equipo, Tipo_Equipo_Parte.Tep_ID",
+                           "duplicate key value violates unique constraint \"tipo_equipo_parte_pkey\""),
+        "Ya hay un registro con esa clave; tal vez otra persona acaba de crearlo. Use otra clave.");
     for (const QByteArray clave : {"2147483647", "0012345678901B"})
         probar(Documento("0900", Parte + "<Parte Id=\"" + clave + "\" Descripción=\"\"/>"),
                trampa + "Después de la clave de la parte " + clave + " no queda número para otra parte");

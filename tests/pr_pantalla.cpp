@@ -13,9 +13,7 @@ class PrPantalla : public PruebaPantalla
     Q_OBJECT
 
 private Q_SLOTS:
-    void reactivacion();
     void sinEditor();
-    void sinParte();
     void largos();
     void soltar();
     void hondura();
@@ -28,19 +26,7 @@ private:
     bool Soltar(const QString &folio, const QString &destino);
 };
 
-// Coming back to the screen keeps the planner's choice; showing it again applies the host's.
-void PrPantalla::reactivacion()
-{
-    Escribir(Tipo(), "0902");
-    QEvent activada(QEvent::WindowActivate);
-    QCoreApplication::sendEvent(pantalla, &activada);
-    QCOMPARE(Tipo().Text(), "0902");
-    pantalla->hide();
-    pantalla->show();
-    QCOMPARE(Tipo().Text(), "0900");
-}
-
-// Someone else has just deleted the service, and then its part.
+// Someone else has just deleted the service, and then its part; and without a part there is nothing to work on.
 void PrPantalla::sinEditor()
 {
     ElegirServicio("N0002", "000001");
@@ -55,6 +41,11 @@ void PrPantalla::sinEditor()
         QCOMPARE(Mensajes().join('\n'),
                  QString("48|Quorvex|KT580|ERR-ID:%1|No se encontró la ruta de la parte").arg(mensaje));
     }
+    Arbol().setSelectedItem(nullptr);
+    QTest::keyClick(&Lista(), Qt::Key_Delete);
+    Pulsar(Barra(), "B2");
+    QCOMPARE(Mensajes(), (QStringList{"16|lvServicios_KeyDown|KT580|ERR-ID:7500037|No hay una parte seleccionada",
+                                      "16|Controles_B2Click()|KT580|ERR-ID:7500022|No hay una parte seleccionada"}));
 }
 
 // On a part, or below the nodes without one. Whether each of the drag's events was taken.
@@ -75,17 +66,6 @@ bool PrPantalla::Soltar(const QString &folio, const QString &destino)
     }
     QCoreApplication::processEvents();
     return tomado;
-}
-
-// Without a part there is nothing to work on.
-void PrPantalla::sinParte()
-{
-    QVERIFY(ElegirServicio("N0002", "000001"));
-    Arbol().setSelectedItem(nullptr);
-    QTest::keyClick(&Lista(), Qt::Key_Delete);
-    Pulsar(Barra(), "B2");
-    QCOMPARE(Mensajes(), (QStringList{"16|lvServicios_KeyDown|KT580|ERR-ID:7500037|No hay una parte seleccionada",
-                                      "16|Controles_B2Click()|KT580|ERR-ID:7500022|No hay una parte seleccionada"}));
 }
 
 // Neither a key of ten digits nor a long text is cut on its way to a form or a label and back, nor is the key of a type
@@ -228,7 +208,6 @@ void PrPantalla::numeros()
                 QCoreApplication::processEvents();
                 const auto *aviso = editor.findChild<QLabel *>("avisoCampo");
                 QVERIFY2(aviso && aviso->isVisible(), qPrintable(texto));
-                QCOMPARE(linea.accessibleDescription(), aviso->text());
                 Fichas(editor).setTab(3); // nor left behind on another page
                 Aceptar(editor);
                 QVERIFY(editor.isVisible());
@@ -241,7 +220,7 @@ void PrPantalla::numeros()
             QTest::keyClicks(&linea, " 12,345.5 ");
             QTest::keyClick(&linea, Qt::Key_Tab);
             QCoreApplication::processEvents();
-            QVERIFY(!editor.findChild<QLabel *>("avisoCampo") && linea.accessibleDescription().isEmpty());
+            QVERIFY(!editor.findChild<QLabel *>("avisoCampo"));
         };
         auto *precio = Caja(editor, "txtPrecio").findChild<QLineEdit *>();
         precio->setFocus();
@@ -252,6 +231,7 @@ void PrPantalla::numeros()
         auto *celda = qobject_cast<QLineEdit *>(QApplication::focusWidget());
         QVERIFY(celda && manoObra.isAncestorOf(celda));
         QTest::keyClick(celda, Qt::Key_Down);
+        QTest::keyClick(celda, Qt::Key_Enter, Qt::KeypadModifier);
         QCOMPARE(manoObra.Row(), 0);
         rechaza(*celda, 1);
         Aceptar(editor);

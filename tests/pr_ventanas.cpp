@@ -8,7 +8,6 @@
 #include <QAction>
 #include <QComboBox>
 #include <QEventLoop>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QStatusBar>
@@ -22,8 +21,6 @@ class PrVentanas : public PruebaPantalla
 
 private Q_SLOTS:
     void sugerencias();
-    void fichas();
-    void cabida();
     void integridad();
     void corregidoPorOtro();
     void programa();
@@ -61,47 +58,6 @@ void PrVentanas::sugerencias()
     QCOMPARE(Arbol().Count() + Lista().Count(), 0); // emptied at once
     QVERIFY(Barras().startsWith("00000||Importar XML|"));
     QTRY_COMPARE(sugerencia.text(), "Pulse Entrar para ver el plan del tipo de equipo.");
-}
-
-// What is typed after the key of a page goes into the page; a key that the catalogue has not is seen at once.
-void PrVentanas::fichas()
-{
-    EnElServicio("N0002", "000001", [&](QWidget &editor) {
-        auto &grid = Grid(editor, "ssManoObra");
-        const auto escribir = [&](const QString &clave) {
-            QTest::keyClick(&editor, Qt::Key_2, Qt::AltModifier);
-            for (const QChar cifra : clave) // the first opens the cell's editor
-                QTest::keyClick(QApplication::focusWidget(), cifra.toLatin1());
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-            return grid.item(0, 0)->text() + (grid.item(0, 0)->toolTip().isEmpty() ? "" : "?");
-        };
-        QCOMPARE(grid.item(0, 0)->toolTip(), "");
-        QCOMPARE(escribir("77777"), "77777?"); // the description is still the old product's
-        QVERIFY(!grid.item(0, 0)->data(Qt::DecorationRole).isNull());
-        grid.setCurrentCell(0, 0);
-        QCOMPARE(escribir("9000000001"), "9000000001");
-        QTest::keyClick(&editor, Qt::Key_1, Qt::AltModifier);
-        QCOMPARE(QApplication::focusWidget()->parentWidget(), &Caja(editor, "txtTipoServicio"));
-    });
-}
-
-// On a small screen every field can be reached, and no title is cut off before there is anything below it.
-void PrVentanas::cabida()
-{
-    QVERIFY(Lista().Count() == 0 && Lista().columnCount() > 0);
-    for (int columna = 0; columna < Lista().columnCount(); ++columna)
-        QVERIFY(Lista().columnWidth(columna) >= Lista().header()->sectionSizeHint(columna));
-    EnElServicio("N0002", "000001", [&](QWidget &editor) {
-        const QSize pantallaLibre = editor.screen()->availableSize();
-        QVERIFY(editor.width() < pantallaLibre.width() && editor.height() < pantallaLibre.height());
-        editor.resize(editor.width(), 300);
-        QTest::keyClick(&editor, Qt::Key_1, Qt::AltModifier);
-        auto *precio = Caja(editor, "txtPrecio").findChild<QLineEdit *>();
-        for (int i = 0; i < 12 && QApplication::focusWidget() != precio; ++i)
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget(), precio);
-        QCOMPARE(precio->visibleRegion().boundingRect(), precio->rect());
-    });
 }
 
 // Beside the plan's part 0006: a service dropped on the root, with its lines; one of another type whose part is gone; a
@@ -231,14 +187,11 @@ void PrVentanas::corregidoPorOtro()
 // It changes nothing.
 void PrVentanas::programa()
 {
-    const QStringList revisar = QStringList{"--revisar"} + escenario->Base().Argumentos();
     const QStringList antes = escenario->Tablas();
-    const QString dicho = Quorvex(revisar);
+    const QString dicho = Quorvex(QStringList{"--revisar"} + escenario->Base().Argumentos());
     QVERIFY2(dicho.startsWith("1Tipo de equipo 0900, parte 0006 SUELTA: Su parte superior «7777» no existe.\n"),
              qPrintable(dicho));
     QCOMPARE(escenario->Tablas(), antes);
-    Preparar("DELETE FROM Tipo_Equipo_Parte WHERE Tep_ID = '0006'");
-    QCOMPARE(Quorvex(revisar), "0No se encontró nada que corregir.\n");
     QCOMPARE(Quorvex({"--revisar", "--base-datos", "no/existe.db"}), "1La base de datos «no/existe.db» no existe.\n");
 }
 
