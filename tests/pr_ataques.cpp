@@ -1,7 +1,4 @@
-#include "component/Esquema.h"
 #include "support/PruebaPantalla.h"
-#include "system/UnidadC.h"
-#include "xml/EsquemaXml.h"
 
 #include <QClipboard>
 #include <QLabel>
@@ -17,18 +14,13 @@ class PrAtaques : public PruebaPantalla
 private Q_SLOTS:
     void formas_data();
     void formas();
-    void etiqueta();
-    void tipoDeEquipo();
-    void documento();
 
 private:
-    void Fotografiar();
     // Everything is as it was, but for rows that begin so, and the log of their change.
     void Revisar(const QString &texto, const QStringList &editadas = {});
-    static void Pegar(QLineEdit *linea, const QString &texto);
-    void GuardarSinMas();
+    static void Pegar(QWidget *linea, const QString &texto, Qt::Key fin = Qt::Key_Tab);
 
-    QSet<QString> foto; // the database's tables, and their rows behind their names
+    QStringList foto; // of the tables
 };
 
 namespace
@@ -71,26 +63,13 @@ QStringList Textos(int cada)
 
 } // namespace
 
-void PrAtaques::Fotografiar()
-{
-    const auto otro = escenario->Base().Otro();
-    foto.clear();
-    for (const QString &tabla : otro->Filas(motor::Segun(
-             "SELECT lower(name) FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'",
-             "SELECT tablename FROM pg_tables WHERE schemaname NOT IN ('pg_catalog', 'information_schema') UNION ALL "
-             "SELECT 'pg_largeobject_metadata'"))) {
-        foto.insert(tabla);
-        for (const QString &fila : otro->Filas("SELECT * FROM " + tabla))
-            foto.insert(tabla + "|" + fila);
-    }
-}
-
 void PrAtaques::Revisar(const QString &texto, const QStringList &editadas)
 {
     QVERIFY2(!qvx::Sesion::Actual().Conexion().EnTransaccion(), qPrintable(texto.left(80)));
-    const QSet<QString> antes = foto;
-    Fotografiar();
-    for (const QString &fila : (antes - foto) + (foto - antes)) {
+    const QSet<QString> antes(foto.begin(), foto.end());
+    foto = escenario->Tablas();
+    const QSet<QString> ahora(foto.begin(), foto.end());
+    for (const QString &fila : (antes - ahora) + (ahora - antes)) {
         const bool suya = std::any_of(editadas.begin(), editadas.end(), [&](const QString &comienzo) {
             return fila.startsWith(comienzo, Qt::CaseInsensitive);
         });
@@ -100,82 +79,85 @@ void PrAtaques::Revisar(const QString &texto, const QStringList &editadas)
 }
 
 // A real paste, which the box's own rules may refuse, and the box is left.
-void PrAtaques::Pegar(QLineEdit *linea, const QString &texto)
+void PrAtaques::Pegar(QWidget *linea, const QString &texto, Qt::Key fin)
 {
-    linea->setFocus();
-    linea->selectAll();
-    QTest::keyClick(linea, Qt::Key_Delete);
+    auto &caja = dynamic_cast<QLineEdit &>(*linea);
+    caja.setFocus();
+    caja.selectAll();
+    QTest::keyClick(&caja, Qt::Key_Delete);
     QGuiApplication::clipboard()->setText(texto);
-    linea->paste();
-    QTest::keyClick(linea, Qt::Key_Tab);
-}
-
-// After all of it, the screen still saves.
-void PrAtaques::GuardarSinMas()
-{
-    EnLaParte("N0005", "Editar", [&](QWidget &dialogo) {
-        Escribir(Caja(dialogo, "txtTexto"), "MOTOR NUEVO");
-        Aceptar(dialogo);
-        QVERIFY(!dialogo.isVisible());
-    });
-    QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0005'"), "MOTOR NUEVO");
+    caja.paste();
+    QTest::keyClick(&caja, fin);
+    QCoreApplication::processEvents(); // a label's editor closes
 }
 
 void PrAtaques::formas_data()
 {
-    const Tabla<QString, QString, QString, int, QString> fila("comando", "campo", "grid", "pagina", "guardado");
+    const Tabla<QString, QString, QString> fila("donde", "campo", "guardado"); // where: a button, a grid, or a box
     const QString parte = "Tep_Descripcion FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = ";
     const QString linea = " FROM Plan_Mantenimiento_Detalle WHERE Pm_ID = '000001' AND Pmd_Tipo = ";
-    fila("parte nueva", "Nuevo", "txtTexto", "", 0, parte + "'0007'");
-    fila("clave nueva", "Nuevo", "txtClave", "", 0, "");
-    fila("parte editada", "Editar", "txtTexto", "", 0, parte + "'0005'");
+    fila("parte nueva", "Nuevo", "txtTexto", parte + "'0007'");
+    fila("clave nueva", "Nuevo", "txtClave", "");
+    fila("parte editada", "Editar", "txtTexto", parte + "'0005'");
     for (const char *caja : {"txtTipoServicio", "txtUnidad", "txtDias", "txtTiempoParo", "txtPrecio"})
-        fila(caja, "", caja, "", 0, "");
-    fila("mano de obra", "", "Producto", "ssManoObra", 1, "Pr_Cve_Producto" + linea + "'01'");
-    fila("cantidad", "", "Cantidad", "ssRefacciones", 2, "");
-    fila("gasto", "", "Gasto", "ssRefacciones", 2, "Pmd_Tipo_Gasto" + linea + "'02'");
+        fila(caja, "", caja, "");
+    fila("mano de obra", "ssManoObra", "Producto", "Pr_Cve_Producto" + linea + "'01'");
+    fila("cantidad", "ssRefacciones", "Cantidad", "");
+    fila("gasto", "ssRefacciones", "Gasto", "Pmd_Tipo_Gasto" + linea + "'02'");
+    fila("etiqueta", "tvPartes", "", "");
+    fila("tipo de equipo", "txtTipoEquipo", "", "");
 }
 
-// Refused with a word, or stored as it was typed in the one row that it was typed for. A doubled quote is one.
+// Refused with a word, or stored as it was typed in the one row that it was typed for. A doubled quote is one. After
+// all of it, the screen still saves.
 void PrAtaques::formas()
 {
-    QFETCH(QString, comando);
+    QFETCH(QString, donde);
     QFETCH(QString, campo);
-    QFETCH(QString, grid);
-    QFETCH(int, pagina);
     QFETCH(QString, guardado);
-    for (const QString &texto : Textos(comando == "Nuevo" && campo == "txtTexto" ? 1 : 3)) {
-        Fotografiar();
+    const bool deParte = donde == "Nuevo" || donde == "Editar";
+    for (const QString &texto : Textos(guardado.endsWith("'0007'") ? 1 : 3)) {
+        foto = escenario->Tablas();
         QStringList editadas{"Plan_Mantenimiento|0900|0002|000001|", "Plan_Mantenimiento_Detalle|0900|0002|000001|"};
         QString escrito;
         bool guardada = false;
         bool avisada = false; // beside the field
         const auto llenar = [&](QWidget &forma) {
-            if (pagina > 0) {
-                SSOleDBGrid &tabla = Grid(forma, grid);
-                Fichas(forma).setTab(pagina);
+            if (donde.startsWith("ss")) {
+                SSOleDBGrid &tabla = Grid(forma, donde);
+                Fichas(forma).setTab(donde == "ssManoObra" ? 1 : 2);
                 tabla.setFocus();
                 tabla.setCurrentCell(0, tabla.IndiceColumna(campo));
                 QTest::keyClick(&tabla, Qt::Key_F2);
-                Pegar(qobject_cast<QLineEdit *>(QApplication::focusWidget()), texto);
-                QCoreApplication::processEvents();
+                Pegar(QApplication::focusWidget(), texto);
                 escrito = tabla.Celda(0, campo);
             } else {
-                if (comando == "Nuevo")
+                if (donde == "Nuevo")
                     Escribir(Caja(forma, "txtTexto"), "BRIDA");
                 Pegar(Caja(forma, campo).findChild<QLineEdit *>(), texto);
                 escrito = Caja(forma, campo).Text();
             }
-            if (!comando.isEmpty())
+            if (deParte)
                 editadas = QStringList{"Tipo_Equipo_Parte|0900|" + Caja(forma, "txtClave").Text() + "|"};
             Aceptar(forma);
             guardada = !forma.isVisible();
             avisada = forma.findChild<QLabel *>("avisoCampo");
         };
-        if (comando.isEmpty())
+        if (donde == "tvPartes") {
+            ElegirNodo(Arbol(), "N0005");
+            QTest::keyClick(&Arbol(), Qt::Key_F2);
+            Pegar(QApplication::focusWidget(), texto, Qt::Key_Return);
+            editadas = QStringList{"Tipo_Equipo_Parte|0900|0005|"};
+            guardada = true;
+        } else if (donde == "txtTipoEquipo") {
+            Pegar(Tipo().findChild<QLineEdit *>(), texto);
+            QCOMPARE(Arbol().Count(), 0);
+            avisada = true;
+        } else if (deParte) {
+            EnLaParte("N0005", donde, llenar);
+        } else {
             EnElServicio("N0002", "000001", llenar);
-        else
-            EnLaParte("N0005", comando, llenar);
+        }
         QVERIFY2(guardada || avisada || !Mensajes().isEmpty(), qPrintable(texto.left(80)));
         Mensajes();
         Revisar(texto, guardada ? editadas : QStringList());
@@ -186,68 +168,9 @@ void PrAtaques::formas()
         escenario->Correr("DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND (Tep_ID < '0001' OR "
                           "Tep_ID > '0006')");
     }
-    GuardarSinMas();
-}
-
-void PrAtaques::etiqueta()
-{
-    for (const QString &texto : Textos(3)) {
-        escenario->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'MOTOR' WHERE Tep_ID = '0005'");
-        Fotografiar();
-        Arbol().setSelectedItem(Arbol().Item("N0005"));
-        Arbol().setFocus();
-        QTest::keyClick(&Arbol(), Qt::Key_F2);
-        auto *linea = qobject_cast<QLineEdit *>(QApplication::focusWidget());
-        linea->selectAll();
-        QGuiApplication::clipboard()->setText(texto);
-        linea->paste();
-        const QString escrito = linea->text().remove("0005").remove(QLatin1Char('-')).trimmed().toUpper();
-        QTest::keyClick(linea, Qt::Key_Return);
-        QCoreApplication::processEvents(); // the label's editor closes
-        Revisar(texto, {"Tipo_Equipo_Parte|0900|0005|"});
-        if (Mensajes().isEmpty())
-            QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0005'"), QString(escrito).replace("''", "'"));
-        if (QTest::currentTestFailed())
-            return;
-    }
-    GuardarSinMas();
-}
-
-void PrAtaques::tipoDeEquipo()
-{
-    Fotografiar();
-    for (const QString &texto : Textos(3)) {
-        Pegar(Tipo().findChild<QLineEdit *>(), texto);
-        QCOMPARE(Arbol().Count(), 0);
-        Mensajes();
-        Revisar(texto);
-    }
-    Escribir(Tipo(), "900");
-    GuardarSinMas();
-}
-
-// Values of an imported document: refused, or written in the plan alone that it is for.
-void PrAtaques::documento()
-{
-    const QString modelo = R"(<PlanMantenimiento><TipoEquipo Id="0900"><Parte Id="%1" Descripción="%1">
-        <TipoServicio Id="%1" UnidadLectura="%1" FrecuenciaLectura="11" FrecuenciaDias="12" RequiereParo="%1"
-        Duracion="13" Precio="14" Prioridad="%1"><ManoObra/><Refacciones><Refaccion Id="9000000002" Cantidad="1"
-        TipoGasto="%1"/></Refacciones><Herramientas/></TipoServicio></Parte></TipoEquipo></PlanMantenimiento>)";
-    const qvx::EsquemaXml esquema(qvx::RutaEnUnidadC(KT580::RutaEsquema));
-    QFile archivo(escenario->Ruta("ataque.xml"));
-    Fotografiar();
-    for (const QString &texto : Textos(2) + QStringList("P")) {
-        QVERIFY(archivo.open(QIODevice::WriteOnly));
-        archivo.write(modelo.arg(texto.toHtmlEscaped()).toUtf8());
-        archivo.close();
-        escenario->Personas().DarArchivo(archivo.fileName());
-        if (qvx::Documento documento; documento.Cargar(archivo.fileName(), esquema))
-            escenario->Personas().Responder(7500048, qvx::mensaje::Si);
-        Pulsar(Barra(), "B2");
-        QVERIFY2(!Mensajes().isEmpty(), qPrintable(texto.left(80)));
-        Revisar(texto, {"Tipo_Equipo_Parte|0900|", "Plan_Mantenimiento|0900|", "Plan_Mantenimiento_Detalle|0900|"});
-    }
-    QCOMPARE(Partes("Tep_ID"), "P"); // without a hostile text, the document is good
+    ElegirTipo("900");
+    QCOMPARE(GuardarParte("N0005", "Editar", "MOTOR NUEVO"), "0005");
+    QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0005'"), "MOTOR NUEVO");
 }
 
 PRUEBA_MAIN(PrAtaques)

@@ -1,7 +1,7 @@
+#include "support/Archivos.h"
 #include "support/Cluster.h"
 #include "support/PruebaPantalla.h"
 
-#include <QFile>
 #include <QMap>
 
 // Every command that changes a plan, with the faults of the database, of the server and of the way there that may stop
@@ -25,19 +25,11 @@ struct Mando {
     QString ultimo; // its last change before the commit, as the event of a trigger
 };
 
-QString Documento(const Escenario &escenario)
-{
-    const QString ruta = escenario.Ruta("plan.xml");
-    QFile archivo(ruta);
-    const QByteArray texto =
-        "<PlanMantenimiento><TipoEquipo Id=\"0902\"><Parte Id=\"0001\" Descripción=\"EJE\"><TipoServicio Id=\"9001\" "
-        "UnidadLectura=\"HRS\" FrecuenciaLectura=\"1250.5\" FrecuenciaDias=\"30\" RequiereParo=\"SI\" Duracion=\"2.5\" "
-        "Precio=\"500\" Prioridad=\"9001\"><ManoObra><Servicio Id=\"9000000001\" Cantidad=\"2\"/></ManoObra>"
-        "<Refacciones/><Herramientas/></TipoServicio></Parte></TipoEquipo></PlanMantenimiento>";
-    if (!archivo.open(QIODevice::WriteOnly) || archivo.write(texto) != texto.size())
-        qFatal("%s", qPrintable(archivo.errorString()));
-    return ruta;
-}
+const QByteArray Documento =
+    "<PlanMantenimiento><TipoEquipo Id=\"0902\"><Parte Id=\"0001\" Descripción=\"EJE\"><TipoServicio Id=\"9001\" "
+    "UnidadLectura=\"HRS\" FrecuenciaLectura=\"1250.5\" FrecuenciaDias=\"30\" RequiereParo=\"SI\" Duracion=\"2.5\" "
+    "Precio=\"500\" Prioridad=\"9001\"><ManoObra><Servicio Id=\"9000000001\" Cantidad=\"2\"/></ManoObra>"
+    "<Refacciones/><Herramientas/></TipoServicio></Parte></TipoEquipo></PlanMantenimiento>";
 
 const QMap<QString, Mando> &Mandos()
 {
@@ -59,7 +51,7 @@ const QMap<QString, Mando> &Mandos()
          {[](P &p, const E &) { p.EliminarServicio("N0002", "000001"); }, "DELETE ON Plan_Mantenimiento"}},
         {"servicio arrastrado", {[](P &p, const E &) { p.Mover("N0002", "000001", "N0005"); }, registro}},
         {"plan copiado", {[](P &p, const E &) { p.Copiar("0902"); }, detalle}},
-        {"plan importado", {[](P &p, const E &e) { p.Importar(Documento(e)); }, detalle}},
+        {"plan importado", {[](P &p, const E &e) { p.Importar(Poner(e.Ruta("plan.xml"), Documento)); }, detalle}},
     };
     return mandos;
 }
@@ -88,6 +80,8 @@ void PrAverias::averias_data()
                             "en 10 segundos. Inténtelo de nuevo más tarde."));
     if (!motor::EsPostgres()) { // told by the procedure that begins the transaction, not by those inside
         fila("baja ocupada", "baja", "ocupada", "16|Controles_Eliminar()|KT580|ERR-ID:7500011|database is locked");
+        fila("reactivación ocupada", "reactivación", "ocupada",
+             "16|Controles_Reactivar()|KT580|ERR-ID:7500015|database is locked");
         fila("parte ocupada", "parte eliminada", "ocupada",
              "16|Controles_B1Click()|KT580|ERR-ID:7500016|database is locked");
         fila("servicio ocupado", "servicio cambiado", "ocupada",

@@ -289,7 +289,7 @@ void PrCatalogos::pagina()
     auto &lista = En<qvx::VistaTabla>(pagina, "lvRegistros");
     const int antes = lista.model()->rowCount();
     EnElDialogo([](QWidget &forma) {
-        En<QLineEdit>(forma, "txtClave").setText("7");
+        En<QLineEdit>(forma, "txtClave").setText("77");
         En<QLineEdit>(forma, "txtDescripcion").setText("Válvula");
         En<QComboBox>(forma, "cboClase").setCurrentIndex(1);
         QTest::keyClicks(&En<QLineEdit>(forma, "txtCosto"), "2,5");
@@ -304,8 +304,8 @@ void PrCatalogos::pagina()
     });
     En<QAction>(pagina, "accNuevo").trigger();
     QCOMPARE(lista.model()->rowCount(), antes + 1);
-    QCOMPARE(lista.currentIndex().siblingAtColumn(0).data().toString(), "0000000007");
-    QCOMPARE(Leer(Productos, "0000000007").valores.constLast(), "2.5");
+    QCOMPARE(lista.currentIndex().siblingAtColumn(0).data().toString(), "0000000077");
+    QCOMPARE(Leer(Productos, "0000000077").valores.constLast(), "2.5");
     QTest::keyClicks(&En<QLineEdit>(pagina, "txtBuscar"), "valvula");
     QCOMPARE(lista.model()->rowCount(), 1);
 

@@ -1,14 +1,13 @@
 #include "component/IPantalla.h"
 #include "data/ErrorEjecucion.h"
+#include "support/Archivos.h"
 #include "support/Escenario.h"
 #include "support/Procesos.h"
 #include "system/Registro.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLibrary>
-#include <QProcess>
 #include <sys/stat.h>
 #include <thread>
 
@@ -24,7 +23,6 @@ private Q_SLOTS:
     void initTestCase() { QVERIFY2(biblioteca.load(), qPrintable(biblioteca.errorString())); }
     void pantalla();
     void registro();
-    void arranque();
     void sinRegistro();
 
 private:
@@ -139,53 +137,32 @@ void PrComponente::registro()
     QVERIFY(!creida(0775, 0644) && !creida(0757, 0644) && !creida(0755, 0664) && !creida(0755, 0646));
 }
 
-// A first start: the program makes its database, registers the component beside it instead of one that is of another
-// build, and shows the plan.
-void PrComponente::arranque()
-{
-    QTemporaryDir casa;
-    QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
-    entorno.insert("XDG_CONFIG_HOME", casa.filePath("config"));
-    entorno.insert("XDG_DATA_HOME", casa.filePath("datos"));
-    entorno.insert("QVX_TRAZA", casa.filePath("traza"));
-    const QByteArray antigua = qgetenv("XDG_CONFIG_HOME");
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(casa.filePath("config")));
-    qvx::registro::Escribir(KT580::ClavePantalla, {PROGRAMA_QUORVEX, "", "", "otra"});
-    qputenv("XDG_CONFIG_HOME", antigua);
-    QProcess quorvex;
-    quorvex.setProcessEnvironment(entorno);
-    quorvex.start(PROGRAMA_QUORVEX, {"--tipo-equipo", "0001", "--operador", "mlopez"});
-    const auto contiene = [&](const QString &archivo, const QByteArray &texto) {
-        QFile entrada(casa.filePath(archivo));
-        return entrada.open(QIODevice::ReadOnly) && entrada.readAll().contains(texto);
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(contiene("traza", "WHERE Tep_Padre = '0002' and Te_Cve_Tipo_Equipo = '0001'"), 30000);
-    QVERIFY(contiene("config/quorvex/componentes.ini", "libKT580.so"));
-    const auto permisos = QFile::permissions(casa.filePath("datos/quorvex/quorvex.db"));
-    QVERIFY(permisos.testFlag(QFile::ReadOwner) && !permisos.testAnyFlags(QFile::ReadGroup | QFile::ReadOther));
-    quorvex.terminate();
-    QVERIFY(quorvex.waitForFinished());
-}
-
-// A registry that cannot be read, or not written, is told of, and does not stop who has no need of it.
+// The program registers the component beside it instead of one that is of another build. A registry that cannot be
+// read, or not written, is told of, and does not stop who has no need of it.
 void PrComponente::sinRegistro()
 {
     QTemporaryDir casa;
-    const auto exportar = [&](const QString &configuracion) {
+    qputenv("XDG_DATA_HOME", QFile::encodeName(casa.path()));
+    const auto en = [&](const QString &configuracion) {
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(casa.filePath(configuracion)));
-        return Quorvex({"--exportar", "0001", casa.filePath("plan.xml"), "--base-datos", casa.filePath("x.db"),
-                        "--operador", "mlopez"});
+        return qvx::registro::Archivo();
     };
-    QFile obstaculo(casa.filePath("archivo"));
-    QVERIFY(obstaculo.open(QIODevice::WriteOnly));
-    QVERIFY(exportar("archivo").startsWith("0"));
-    QVERIFY(exportar("archivo").contains("no se pudo registrar"));
-    QVERIFY(QDir(casa.path()).mkpath("config/quorvex"));
-    QFile danado(casa.filePath("config/quorvex/componentes.ini"));
-    QVERIFY(danado.open(QIODevice::WriteOnly) && danado.write("[sin fin\nnada\n") > 0);
-    danado.close();
-    QVERIFY(exportar("config").contains("está dañado"));
-    QVERIFY(!exportar("config").contains("está dañado"));
+    const auto exportar = [&] {
+        return Quorvex({"--exportar", "0001", casa.filePath("plan.xml"), "--operador", "mlopez"});
+    };
+    const QString ajeno = en("ajeno");
+    qvx::registro::Escribir(KT580::ClavePantalla, {PROGRAMA_QUORVEX, "", "", "otra"});
+    QVERIFY(exportar().startsWith("0"));
+    QVERIFY(Contenido(ajeno).contains("libKT580.so") && QFile::exists(casa.filePath("quorvex/quorvex.db")));
+
+    en("archivo");
+    Poner(casa.filePath("archivo"), "");
+    QVERIFY(exportar().startsWith("0") && exportar().contains("no se pudo registrar"));
+    const QString danado = en("config");
+    QVERIFY(QDir().mkpath(QFileInfo(danado).path()));
+    Poner(danado, "[sin fin\nnada\n");
+    QVERIFY(exportar().contains("está dañado"));
+    QVERIFY(!exportar().contains("está dañado"));
 }
 
 int main(int argc, char **argv)

@@ -1,4 +1,3 @@
-#include "data/Dialecto.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Momento.h"
 #include "data/Texto.h"
@@ -7,28 +6,25 @@
 #include "support/Tabla.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QTimer>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using qvx::ErrorEjecucion;
 
-// The one way to the database: texts, statements, transactions.
+// The one way to the database: texts, statements, transactions, and how the engine finds the rows.
 class PrConexion : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void numeros();
-    void dialecto();
-    void discoLleno();
     void rechazos_data();
     void rechazos();
     void condena();
     void abandonada();
     void comienzo();
     void instantanea();
-    void trazaCortada();
+    void indices();
 };
 
 namespace
@@ -58,34 +54,14 @@ void PrConexion::numeros()
     QCOMPARE(qvx::ClaveConFormato("123456", "0000"), "123456");
 }
 
-// What stands for an alias in a select list is a comparison behind WHERE.
-void PrConexion::dialecto()
-{
-    const QString comparada = "SELECT a FROM t WHERE x = (SELECT max(x) FROM t)";
-    QCOMPARE(qvx::ReescribirComun(comparada), comparada);
-    QCOMPARE(qvx::ReescribirComun("SELECT a, b = (SELECT f(c) FROM t) FROM u WHERE x = (SELECT 1)"),
-             "SELECT a, (SELECT f(c) FROM t) AS b FROM u WHERE x = (SELECT 1)");
-    QCOMPARE(qvx::ReescribirComun("delete Tipo_Equipo WHERE x = 1"), "DELETE FROM Tipo_Equipo WHERE x = 1");
-}
-
-// Found out when the database is opened, not when the first change is lost.
-void PrConexion::discoLleno()
-{
-    if (motor::EsPostgres())
-        return;
-    const BaseDePrueba base(false);
-    qunsetenv("QVX_TRAZA");
-    const DiscoLleno disco;
-    QVERIFY_EXCEPTION_THROWN(base.Abrir(), ErrorEjecucion);
-}
-
 void PrConexion::rechazos_data()
 {
     const Tabla<QString> fila("motivo");
     fila("DELETE FROM Producto; DELETE FROM Tipo_Gasto", "más de una sentencia");
     fila("UPDATE Producto SET Pr_Descripcion = '' -- WHERE", "comentario");
     fila("DROP TABLE Producto", "no es una consulta");
-    fila("UPDATE Producto SET Pr_Descripcion = 'O'Higgins'", motor::Sintaxis("Higgins"));
+    fila("UPDATE Producto SET Pr_Descripcion = 'O'Higgins'",
+         motor::Segun("near \"Higgins\": syntax error", "syntax error at or near \"Higgins\""));
     fila("SELECT * FROM Producto WHERE Pr_Descripcion = 'x",
          motor::Segun("unrecognized token", "unterminated quoted string"));
     // A doubled quote is a text's own, so what quotes that a planner types can do is change the shape.
@@ -225,29 +201,42 @@ void PrConexion::comienzo()
     QCOMPARE(escenario.Traza(), QStringList{"!\tBEGIN IMMEDIATE  <database is locked>"});
 }
 
-// What the disk did not take of the trace is told once, and the work goes on. A place that holds no file is refused.
-void PrConexion::trazaCortada()
+// Each statement of the screen is answered from an index, on the embedded engine without statistics: none walks a table
+// or sorts the tree.
+void PrConexion::indices()
 {
     Escenario escenario;
-    QFile dicho(escenario.Ruta("dicho"));
-    QVERIFY(dicho.open(QIODevice::ReadWrite));
-    const int suya = dup(STDERR_FILENO);
-    dup2(dicho.handle(), STDERR_FILENO);
-    {
-        const DiscoLleno disco;
-        for (int i = 0; i < 50; ++i)
-            qvx::Sesion::Actual().Conexion().Execute("SELECT * FROM Producto WHERE Pr_Cve_Producto = '1'");
+    const bool postgres = motor::EsPostgres();
+    for (const char *tipo : {"0904", "0905", "0906"}) // the server chooses among indexes by its statistics
+        if (postgres)
+            SembrarGrande(escenario, tipo, 1000);
+    const auto otro = escenario.Base().Otro();
+    if (postgres)
+        otro->Correr("ANALYZE");
+    if (postgres)
+        otro->Correr("SET enable_seqscan = off");
+    for (const auto &[sentencia, indice] : QList<QPair<QString, QString>>{
+             {"* FROM Tipo_Equipo_Parte WHERE Tep_Padre = '00900' and {T} ORDER BY Te_Cve_Tipo_Equipo, Tep_ID ASC",
+              "Tep_Por_Padre"},
+             {"* FROM Plan_Mantenimiento WHERE Plan_Mantenimiento.{T} AND Plan_Mantenimiento.Tep_ID = '00900' ORDER BY "
+              "Pm_ID ASC",
+              "Plan_Mantenimiento_"},
+             {"Te_Cve_Tipo_Equipo, Version_Anterior FROM Plan_Mantenimiento WHERE {T} AND Pm_ID = '001800'",
+              "Pm_Por_Folio"},
+             {"* FROM Plan_Mantenimiento_Detalle WHERE {T} AND Tep_ID = '00900' AND Pm_ID = '001800'",
+              "Plan_Mantenimiento_Detalle_"},
+             {"MAX(Tep_Numero) AS Ultimo FROM Tipo_Equipo_Parte WHERE {T}", "Tep_Por_Numero"},
+             {"MAX(Pm_Numero) AS Ultimo FROM Plan_Mantenimiento WHERE {T}", "Pm_Por_Numero"},
+             {"MAX(Pmd_Numero) AS Ultimo FROM Plan_Mantenimiento_Detalle WHERE {T}", "Pmd_Por_Numero"},
+             {"MAX(Pmd_Numero) AS Ultimo FROM Plan_Mantenimiento_Detalle WHERE {T} AND Pm_ID = '001800'",
+              "Pmd_Por_Servicio"}}) {
+        const QString plan = otro->Filas((postgres ? "EXPLAIN (COSTS OFF) SELECT " : "EXPLAIN QUERY PLAN SELECT ")
+                                         + QString(sentencia).replace("{T}", "Te_Cve_Tipo_Equipo = '0904'"))
+                                 .join('\n');
+        static const QRegularExpression lento("Seq Scan|Sort|SCAN|TEMP B-TREE");
+        QVERIFY2(plan.contains(indice, Qt::CaseInsensitive) && !plan.contains(lento),
+                 qPrintable(sentencia + "\n" + plan));
     }
-    dup2(suya, STDERR_FILENO);
-    QVERIFY(dicho.seek(0));
-    QCOMPARE(dicho.readAll().count("La traza quedó incompleta"), 1);
-    qvx::Sesion::Actual().Conexion().Execute("SELECT * FROM Unidad");
-    QCOMPARE(escenario.Traza().constLast().section('\t', 1), "SELECT * FROM Unidad");
-
-    QVERIFY(QFile::link("dicho", escenario.Ruta("enlace")));
-    QCOMPARE(mkfifo(QFile::encodeName(escenario.Ruta("tubo")).constData(), S_IRWXU), 0);
-    for (const QString nombre : {"enlace", "tubo"})
-        QVERIFY_EXCEPTION_THROWN(qvx::Traza(escenario.Ruta(nombre)), ErrorEjecucion);
 }
 
 PRUEBA_MAIN(PrConexion)

@@ -2,10 +2,10 @@
 // look-ups and the transactions' marks, stay what they are, letter for letter, and so do the messages, the documents,
 // what forms and screen show, and what each command leaves in the plan's tables.
 
+#include "support/Archivos.h"
 #include "support/PruebaPantalla.h"
 
 #include <QCheckBox>
-#include <QFile>
 #include <QRegularExpression>
 
 using comunesQVX::Nodo;
@@ -48,9 +48,9 @@ private Q_SLOTS:
 private:
     void Entrar();
     void Tomar(const QString &que);
+    void Hacer(const QList<QPair<QString, std::function<void()>>> &comandos);
     void TomarForma(const QWidget &forma);
-    QByteArray TomarDocumento(const QString &ruta);
-    QString Escrito(const QByteArray &documento);
+    QByteArray TomarDocumento();
     void Comparar(const QString &nombre);
     void Rotulos();
     void Estados();
@@ -100,6 +100,14 @@ void PruebaDia::Tomar(const QString &que)
     escenario->ahora = escenario->ahora.addSecs(61);
 }
 
+void PruebaDia::Hacer(const QList<QPair<QString, std::function<void()>>> &comandos)
+{
+    for (const auto &[que, comando] : comandos) {
+        comando();
+        Tomar(que);
+    }
+}
+
 // The boxes of a form by their names, a dash behind those that nobody can type in, and the lines of its grids.
 void PruebaDia::TomarForma(const QWidget &forma)
 {
@@ -116,22 +124,11 @@ void PruebaDia::TomarForma(const QWidget &forma)
                 cuaderno.append(QString("# ") + nombre + ": " + Fila(*grid, fila));
 }
 
-QByteArray PruebaDia::TomarDocumento(const QString &ruta)
+QByteArray PruebaDia::TomarDocumento()
 {
-    QFile exportado(ruta);
-    if (!exportado.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray texto = exportado.readAll();
+    const QByteArray texto = Contenido(escenario->Ruta("plan.xml"));
     cuaderno.append(QString::fromUtf8(texto).split('\n', Qt::SkipEmptyParts));
     return texto;
-}
-
-QString PruebaDia::Escrito(const QByteArray &documento)
-{
-    QFile archivo(escenario->Ruta("cambiado.xml"));
-    if (!archivo.open(QIODevice::WriteOnly) || archivo.write(documento) != documento.size())
-        qFatal("%s", qPrintable(archivo.errorString()));
-    return archivo.fileName();
 }
 
 // With what is on record. QVX_PRUEBA_ANOTAR writes the record anew.
@@ -139,15 +136,11 @@ void PruebaDia::Comparar(const QString &nombre)
 {
     escenario->CerrarPantalla();
     Tomar("salida");
-    QFile meta(QString(CARPETA_DATOS) + "/" + nombre);
+    const QString meta = QString(CARPETA_DATOS) + "/" + nombre;
     const QStringList hoy = std::exchange(cuaderno, {}).join('\n').split('\n', Qt::SkipEmptyParts);
-    if (qEnvironmentVariableIsSet("QVX_PRUEBA_ANOTAR")) {
-        QVERIFY(meta.open(QIODevice::WriteOnly));
-        meta.write((hoy.join('\n') + '\n').toUtf8());
-        return;
-    }
-    QVERIFY(meta.open(QIODevice::ReadOnly));
-    const QStringList esperado = QString::fromUtf8(meta.readAll()).split('\n', Qt::SkipEmptyParts);
+    if (qEnvironmentVariableIsSet("QVX_PRUEBA_ANOTAR"))
+        Poner(meta, (hoy.join('\n') + '\n').toUtf8());
+    const QStringList esperado = QString::fromUtf8(Contenido(meta)).split('\n', Qt::SkipEmptyParts);
     for (qsizetype i = 0; i < qMax(esperado.size(), hoy.size()); ++i)
         QCOMPARE(QString::number(i + 1) + ": " + hoy.value(i), QString::number(i + 1) + ": " + esperado.value(i));
 }
@@ -155,61 +148,42 @@ void PruebaDia::Comparar(const QString &nombre)
 void PruebaDia::primero()
 {
     Entrar();
-    GuardarParte("N0005", "Nuevo", "FLECHA");
-    Tomar("parte nueva");
-    GuardarParte("N0007", "Nuevo", "CUÑA");
-    Tomar("parte bajo la nueva");
-    GuardarParte("N0000", "Nuevo", "");
-    Tomar("parte sin descripción");
-    GuardarParte("N0005", "Nuevo", "D'ARCY");
-    Tomar("parte con apóstrofo");
-    GuardarParte("N0007", "Editar", "FLECHA MOTRIZ");
-    Tomar("parte cambiada");
-    Rotular("N0008", "0008 - cuña plana");
-    Tomar("rótulo");
-    Mandar("N0001", "Info");
-    Tomar("información");
-    Mandar("N0001", "Eliminar");
-    Tomar("baja");
-    Mandar("N0002", "Reactivar", 7500045, qvx::mensaje::Aceptar);
-    Tomar("reactivación con la superior");
-    Mandar("N0003", "Reactivar");
-    Tomar("reactivación");
-    Mandar("N0008", "B1", 7500047, qvx::mensaje::No);
-    Tomar("eliminación rechazada");
-    Mandar("N0007", "B1", 7500046);
-    Tomar("eliminación con la inferior");
-    Mandar("N0002", "B1");
-    Tomar("eliminación de una parte con servicios");
-    NuevoServicio("N0002", "1234.5678");
-    Tomar("servicio nuevo");
-    CambiarServicio("N0002", "000004", "99.95");
-    Tomar("servicio cambiado");
-    CambiarServicio("N0002", "000001", "750");
-    Tomar("otro servicio cambiado");
-    Importar("");
-    Tomar("importación cancelada");
-    Mover("N0002", "000004", "N0005");
-    Tomar("arrastre");
-    Mover("N0002", "000002", "N0000");
-    Tomar("arrastre a la raíz");
-    Mover("N0005", "999999", "N0001");
-    Tomar("arrastre de nada");
-    EliminarServicio("N0005", "000004");
-    Tomar("servicio eliminado");
-    Exportar(escenario->Ruta("plan.xml"));
-    Tomar("exportación");
-    const QByteArray plan = TomarDocumento(escenario->Ruta("plan.xml"));
-    Copiar("0901");
-    Tomar("copia");
-    Importar(Escrito(QByteArray(plan).replace("9000000004", "9999999999").replace("\"0900\"", "\"0901\"")));
-    Tomar("importación");
-    Copiar("0901");
-    Tomar("copia a sí mismo");
-    ElegirTipo("0902");
-    Tomar("otro tipo");
-    ElegirTipo("7");
-    Tomar("tipo desconocido");
+    Hacer({
+        {"parte nueva", [&] { GuardarParte("N0005", "Nuevo", "FLECHA"); }},
+        {"parte bajo la nueva", [&] { GuardarParte("N0007", "Nuevo", "CUÑA"); }},
+        {"parte sin descripción", [&] { GuardarParte("N0000", "Nuevo", ""); }},
+        {"parte con apóstrofo", [&] { GuardarParte("N0005", "Nuevo", "D'ARCY"); }},
+        {"parte cambiada", [&] { GuardarParte("N0007", "Editar", "FLECHA MOTRIZ"); }},
+        {"rótulo", [&] { Rotular("N0008", "0008 - cuña plana"); }},
+        {"información", [&] { Mandar("N0001", "Info"); }},
+        {"baja", [&] { Mandar("N0001", "Eliminar"); }},
+        {"reactivación con la superior", [&] { Mandar("N0002", "Reactivar", 7500045, qvx::mensaje::Aceptar); }},
+        {"reactivación", [&] { Mandar("N0003", "Reactivar"); }},
+        {"eliminación rechazada", [&] { Mandar("N0008", "B1", 7500047, qvx::mensaje::No); }},
+        {"eliminación con la inferior", [&] { Mandar("N0007", "B1", 7500046); }},
+        {"eliminación de una parte con servicios", [&] { Mandar("N0002", "B1"); }},
+        {"servicio nuevo", [&] { NuevoServicio("N0002", "1234.5678"); }},
+        {"servicio cambiado", [&] { CambiarServicio("N0002", "000004", "99.95"); }},
+        {"otro servicio cambiado", [&] { CambiarServicio("N0002", "000001", "750"); }},
+        {"importación cancelada", [&] { Importar(""); }},
+        {"arrastre", [&] { Mover("N0002", "000004", "N0005"); }},
+        {"arrastre a la raíz", [&] { Mover("N0002", "000002", "N0000"); }},
+        {"arrastre de nada", [&] { Mover("N0005", "999999", "N0001"); }},
+        {"servicio eliminado", [&] { EliminarServicio("N0005", "000004"); }},
+        {"exportación", [&] { Exportar(escenario->Ruta("plan.xml")); }},
+    });
+    const QByteArray plan = TomarDocumento();
+    Hacer({
+        {"copia", [&] { Copiar("0901"); }},
+        {"importación",
+         [&] {
+             Importar(Poner(escenario->Ruta("cambiado.xml"),
+                            QByteArray(plan).replace("9000000004", "9999999999").replace("\"0900\"", "\"0901\"")));
+         }},
+        {"copia a sí mismo", [&] { Copiar("0901"); }},
+        {"otro tipo", [&] { ElegirTipo("0902"); }},
+        {"tipo desconocido", [&] { ElegirTipo("7"); }},
+    });
     Comparar("dia.txt");
 }
 
@@ -251,16 +225,14 @@ void PruebaDia::Rotulos()
 // under an active part, nothing is asked.
 void PruebaDia::Estados()
 {
-    Mandar("N0001", "Eliminar");
-    Tomar("baja de la rama");
-    Mandar("N0003", "Reactivar", 7500045, qvx::mensaje::Cancelar);
-    Tomar("reactivación sin la superior");
-    Mandar("N0003", "Eliminar");
-    Tomar("baja de lo reactivado");
-    Mandar("N0004", "Reactivar", 7500045, qvx::mensaje::Aceptar);
-    Tomar("reactivación con una de las superiores");
-    Mandar("N0001", "Reactivar");
-    Tomar("reactivación de la rama");
+    Hacer({
+        {"baja de la rama", [&] { Mandar("N0001", "Eliminar"); }},
+        {"reactivación sin la superior", [&] { Mandar("N0003", "Reactivar", 7500045, qvx::mensaje::Cancelar); }},
+        {"baja de lo reactivado", [&] { Mandar("N0003", "Eliminar"); }},
+        {"reactivación con una de las superiores",
+         [&] { Mandar("N0004", "Reactivar", 7500045, qvx::mensaje::Aceptar); }},
+        {"reactivación de la rama", [&] { Mandar("N0001", "Reactivar"); }},
+    });
 }
 
 // A line is taken out, another put in its place: the lines are written anew.
@@ -322,13 +294,12 @@ void PruebaDia::segundo()
                         "'000003'");
     Exportar(escenario->Ruta("plan.xml"));
     Tomar("exportación con signos");
-    TomarDocumento(escenario->Ruta("plan.xml"));
-    Copiar("0902", qvx::mensaje::No);
-    Tomar("copia rechazada");
-    Copiar("");
-    Tomar("copia cancelada");
-    Copiar("0902");
-    Tomar("copia sobre un plan");
+    TomarDocumento();
+    Hacer({
+        {"copia rechazada", [&] { Copiar("0902", qvx::mensaje::No); }},
+        {"copia cancelada", [&] { Copiar(""); }},
+        {"copia sobre un plan", [&] { Copiar("0902"); }},
+    });
     ElegirTipo("0901"); // its root alone offers nothing
     escenario->Personas().Elegir("TIPO_EQUIPO", "0902");
     escenario->Personas().Responder(7500049, qvx::mensaje::Si);
@@ -349,12 +320,12 @@ void PruebaDia::segundo()
                                  + QByteArray(servicio).replace("{}", "SI") + lineas
                                  + "</TipoServicio><Parte Id=\"X\" Descripción=\"\"/></Parte></TipoEquipo>"
                                    "</PlanMantenimiento>";
-    Importar(Escrito(documento), qvx::mensaje::No);
-    Tomar("importación rechazada");
-    Importar(Escrito(documento));
-    Tomar("importación con productos desconocidos");
-    Importar(Escrito(QByteArray(documento).replace("\"X\"", "\"0001\"")));
-    Tomar("importación que falla");
+    const QString ruta = Poner(escenario->Ruta("cambiado.xml"), documento);
+    Hacer({
+        {"importación rechazada", [&] { Importar(ruta, qvx::mensaje::No); }},
+        {"importación con productos desconocidos", [&] { Importar(ruta); }},
+        {"importación que falla", [&] { Importar(Poner(ruta, QByteArray(documento).replace("\"X\"", "\"0001\""))); }},
+    });
     ElegirTipo("0900");
     Bajas();
     Comparar("segundo_dia.txt");

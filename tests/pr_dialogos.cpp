@@ -1,29 +1,27 @@
 #include "controls/InteraccionQt.h"
 #include "support/PruebaPantalla.h"
 
-#include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QLabel>
-#include <QPushButton>
-#include <QTimer>
+#include <QMap>
 
-// The host's real boxes and dialogs, as a person meets them: with keys, over the real screen.
+// The host's real boxes and dialogs, as a person meets them: with keys, over the real screen, which a host may take
+// away meanwhile.
 class PrDialogos : public PruebaPantalla
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void botones_data();
-    void botones();
-    void procedencia();
     void preguntas();
-    void catalogo();
-    void catalogoCortado();
-    void archivos();
+    void entradas();
     void porTeclado();
+    void cierre_data();
+    void cierre();
 
 private:
+    using Espera = std::function<void(PrDialogos &, const Pasos &)>;
+    static QMap<QString, Espera> Esperas();
+    void Cerrar(const QString &como);
     void Responder(const QString &nodo, const QString &boton, Qt::Key tecla);
 };
 
@@ -64,66 +62,6 @@ void PrDialogos::init()
     escenario->Personas().real = std::make_unique<qvx::InteraccionQt>();
 }
 
-void PrDialogos::botones_data()
-{
-    const Tabla<int, QString, int, int, int> fila("estilo", "botones", "enter", "escape", "primera");
-    fila("aviso", 48, "&Aceptar", 1, 1, 1);
-    fila("aceptar o cancelar", 33, "&Aceptar &Cancelar", 1, 2, 1);
-    fila("aceptar o cancelar, el segundo", 321, "&Aceptar &Cancelar", 2, 2, 1);
-    fila("anular, reintentar, omitir", 18, "&Anular &Reintentar &Omitir", 3, 3, 3);
-    fila("sí, no o cancelar", 35, "&Sí &No &Cancelar", 6, 2, 6);
-    fila("sí o no", 36, "&Sí &No", 6, 7, 6);
-    fila("sí o no, el segundo", 292, "&Sí &No", 7, 7, 6);
-    fila("reintentar o cancelar", 53, "&Reintentar &Cancelar", 4, 2, 4);
-}
-
-// What Enter, Esc and the letter of the first button answer.
-void PrDialogos::botones()
-{
-    QFETCH(int, estilo);
-    QFETCH(QString, botones);
-    QFETCH(int, enter);
-    QFETCH(int, escape);
-    QFETCH(int, primera);
-    const auto contestar = [&](const std::function<void(QWidget &)> &pasos) {
-        EnElDialogo(pasos);
-        return qvx::InteraccionQt().Mensaje({"¿<b>Sigo</b>?", estilo, "Quorvex", pantalla->winId(), "KT580", "", {}});
-    };
-    QCOMPARE(contestar([](QWidget &) { Tecla(Qt::Key_Return); }), enter);
-    QCOMPARE(contestar([](QWidget &) { Tecla(Qt::Key_Escape); }), escape);
-    QCOMPARE(contestar([](QWidget &caja) { caja.close(); }), escape);
-    const int letra = contestar([&](QWidget &caja) {
-        QStringList textos;
-        for (const QString &texto : botones.split(' '))
-            for (const auto *boton : caja.findChildren<QPushButton *>())
-                if (boton->text() == texto)
-                    textos.append(texto);
-        QCOMPARE(textos.join(' '), botones);
-        QCOMPARE(caja.findChildren<QPushButton *>().size(), textos.size());
-        QCOMPARE(En<QLabel>(caja, "qt_msgbox_label").textFormat(), Qt::PlainText);
-        Tecla(static_cast<Qt::Key>(botones.at(1).toUpper().unicode()), Qt::AltModifier);
-        QTRY_VERIFY(!caja.isVisible()); // the button is seen to be pressed
-    });
-    QCOMPARE(letra, primera);
-}
-
-// Who speaks, and details that can be opened.
-void PrDialogos::procedencia()
-{
-    EnElDialogo([&](QWidget &caja) {
-        QCOMPARE(En<QLabel>(caja, "qt_msgbox_informativelabel").text(), "KT580 · ERR-ID:7500080");
-        QCOMPARE(caja.windowTitle(), "ERROR");
-        auto &detalles = *dynamic_cast<QMessageBox &>(caja).buttons().constLast();
-        QCOMPARE(detalles.text(), "&Detalles");
-        detalles.click();
-        QCoreApplication::processEvents();
-        QCOMPARE(detalles.text(), "&Detalles");
-        QCOMPARE(dynamic_cast<QMessageBox &>(caja).detailedText(), "jcruz cambió este registro");
-    });
-    qvx::InteraccionQt().Mensaje(
-        {"ERROR", 16, "ERROR", pantalla->winId(), "KT580", "ERR-ID:7500080", "jcruz cambió este registro"});
-}
-
 void PrDialogos::Responder(const QString &nodo, const QString &boton, Qt::Key tecla)
 {
     EnLaParte(nodo, boton, [&](QWidget &caja) {
@@ -155,76 +93,53 @@ void PrDialogos::preguntas()
     });
 }
 
-void PrDialogos::catalogo()
+// What is found, and that who is shown a part of a catalogue is told so.
+void PrDialogos::entradas()
 {
-    Tipo().findChild<QLineEdit *>()->setFocus();
-    const auto buscar = [&](const std::function<void(QWidget &)> &pasos) {
-        EnElDialogo(pasos);
-        QTest::keyClick(Tipo().findChild<QLineEdit *>(), Qt::Key_F3);
-        return Tipo().Text();
-    };
-    QCOMPARE(buscar([](QWidget &dialogo) {
-                 const QAbstractItemModel &lista = *En<QTreeView>(dialogo, "lvEntradas").model();
-                 const auto &aviso = En<QLabel>(dialogo, "lblAviso");
-                 QVERIFY(lista.match(lista.index(0, 0), Qt::DisplayRole, "0903").isEmpty()); // cancelled
-                 Teclear("nada de esto");
-                 QCOMPARE(aviso.text() + QString::number(lista.rowCount()), "Ninguna entrada coincide0");
-                 Tecla(Qt::Key_Return);
-                 QVERIFY(dialogo.isVisible());
-                 Tecla(Qt::Key_A, Qt::ControlModifier);
-                 Teclear("prueba");
-                 QCOMPARE(aviso.text(), " ");
-                 Tecla(Qt::Key_Escape);
-             }),
-             "0900");
-    QCOMPARE(buscar([](QWidget &) { Teclear("AJENA¶"); }), "0902");
-    QCOMPARE(buscar([](QWidget &) {
-                 Teclear("090");
-                 Tecla(Qt::Key_Down);
-                 Tecla(Qt::Key_Return);
-             }),
-             "0901");
-}
-
-// Who is shown a part of a catalogue is told so.
-void PrDialogos::catalogoCortado()
-{
-    const auto aviso = [&](int maximo) {
-        QString texto;
-        EnElDialogo([&](QWidget &dialogo) {
-            texto = En<QLabel>(dialogo, "lblAviso").text()
-                    + QString::number(En<QTreeView>(dialogo, "lvEntradas").model()->rowCount());
+    escenario->Correr(
+        "INSERT INTO Tipo_Equipo VALUES ('0910', 'GRÚA DE TORRE', 'AC'), ('0911', 'Grua de brazo', 'AC')");
+    const auto buscar = [&](const QString &codigo, int maximo, QWidget *duena, const Pasos &pasos) {
+        EnElDialogo([=](QWidget &dialogo) {
+            pasos(dialogo);
+            QTest::keyClick(&dialogo, Qt::Key_Return);
         });
-        qvx::InteraccionQt().BuscarEnCatalogo("TIPO_EQUIPO", maximo, "Te_Descripcion <> 'AJENA'", QFont(), pantalla);
-        return texto;
+        const QString filtro = codigo == "TIPO_EQUIPO" ? "Te_Descripcion <> 'AJENA'" : "";
+        return qvx::InteraccionQt().BuscarEnCatalogo(codigo, maximo, filtro, QFont(), duena);
     };
-    const int todas =
-        escenario->Correr("SELECT count(*) FROM Tipo_Equipo WHERE Es_Cve_Estado = 'AC' AND Te_Descripcion <> 'AJENA'")
-            .toInt();
-    QCOMPARE(aviso(1), "Se muestran las primeras 1; escriba para acotar1");
-    QCOMPARE(aviso(todas), " " + QString::number(todas));
-    QCOMPARE(aviso(0), " " + QString::number(todas));
-}
-
-// A name is taken as it was left, and a cancelled export writes nothing and says nothing.
-void PrDialogos::archivos()
-{
-    const QString ruta = escenario->Ruta("plan");
-    for (const bool acepta : {false, true}) {
-        EnLaParte("N0000", "B1", [&](QWidget &dialogo) {
-            auto &archivo = dynamic_cast<QFileDialog &>(dialogo);
-            QCOMPARE(archivo.windowTitle() + archivo.nameFilters().join(','), "GUARDAR XMLArchivo XML (*.xml)");
-            auto &nombre = En<QLineEdit>(dialogo, "fileNameEdit");
-            QCOMPARE(nombre.text(), "PlanMantenimiento_0900");
-            nombre.setText(ruta);
-            QTest::keyClick(&nombre, acepta ? Qt::Key_Return : Qt::Key_Escape);
-            QTRY_VERIFY(!dialogo.isVisible());
-            if (acepta)
-                EnElDialogo([](QWidget &) { Tecla(Qt::Key_Return); });
-        });
-        QCOMPARE(QFile::exists(ruta), acepta);
-        QCOMPARE(Mensajes().size(), acepta ? 1 : 0);
-    }
+    const auto columna = [&](QWidget &dialogo, int cual) {
+        const QAbstractItemModel &modelo = *En<QTreeView>(dialogo, "lvEntradas").model();
+        QStringList textos;
+        for (int fila = 0; fila < modelo.rowCount(); ++fila)
+            textos.append(modelo.index(fila, cual).data().toString());
+        return textos.join(' ');
+    };
+    const auto elegir = [&](QWidget &dialogo) {
+        auto &texto = En<QLineEdit>(dialogo, "txtBuscar");
+        const auto &aviso = En<QLabel>(dialogo, "lblAviso");
+        QCOMPARE(columna(dialogo, 0).split(' ').size(), 3);
+        QCOMPARE(aviso.text(), "Se muestran las primeras 3; escriba para acotar");
+        for (const auto &[busqueda, claves, dicho] :
+             QList<std::array<QString, 3>>{{"grua", "0009 0910 0911", " "}, // as many as are shown
+                                           {"brazo GRÚA", "0911", " "},
+                                           {"911 gru", "0911", " "},
+                                           {"0903", "", "Ninguna entrada coincide"}, // cancelled
+                                           {"ajena", "", "Ninguna entrada coincide"}}) {
+            texto.setText(busqueda);
+            QCOMPARE(columna(dialogo, 0), claves);
+            QCOMPARE(aviso.text(), dicho);
+        }
+        QTest::keyClick(&dialogo, Qt::Key_Return);
+        QVERIFY(dialogo.isVisible());
+        texto.setText("torre");
+    };
+    QCOMPARE(buscar("TIPO_EQUIPO", 3, pantalla, elegir), "0910");
+    QCOMPARE(buscar("TIPO_EQUIPO", 0, pantalla, [](QWidget &) {}), ""); // a careless Enter
+    QCOMPARE(buscar("TIPO_EQUIPO", 0, &Tipo(), [](QWidget &) {}), "0900");
+    buscar("PRODUCTO_REFACCION", 0, pantalla, [&](QWidget &dialogo) {
+        En<QLineEdit>(dialogo, "txtBuscar").setText("900000000");
+        En<QTreeView>(dialogo, "lvEntradas").sortByColumn(3, Qt::AscendingOrder);
+        QCOMPARE(columna(dialogo, 3) + " " + columna(dialogo, 0), "$10.00 $80.10 9000000004 9000000002");
+    });
 }
 
 // From the choice of the type to a new service that is saved, and without a mouse.
@@ -279,6 +194,102 @@ void PrDialogos::porTeclado()
     });
     QTest::keyClick(&Lista(), Qt::Key_Enter, Qt::KeypadModifier);
     QVERIFY(abierto);
+}
+
+// What the person does until something waits for him, which is given to the steps.
+QMap<QString, PrDialogos::Espera> PrDialogos::Esperas()
+{
+    using P = PrDialogos;
+    const auto boton = [](const QString &nodo, const QString &nombre) {
+        return [=](P &p, const Pasos &pasos) { p.EnLaParte(nodo, nombre, pasos); };
+    };
+    const auto servicio = [](const QString &folio) {
+        return [=](P &p, const Pasos &pasos) { p.EnElServicio("N0002", folio, pasos); };
+    };
+    const auto dentro = [](const Espera &forma, const Pasos &accion) {
+        return [=](P &p, const Pasos &pasos) {
+            forma(p, [=](QWidget &abierta) {
+                EnElDialogo(pasos, &abierta);
+                accion(abierta);
+            });
+        };
+    };
+    const auto tras = [](const std::function<void(P &)> &accion) {
+        return [=](P &p, const Pasos &pasos) {
+            EnElDialogo(pasos);
+            accion(p);
+        };
+    };
+    const auto buscarProducto = [](QWidget &editor) {
+        auto &grid = Grid(editor, "ssManoObra");
+        Q_EMIT grid.BtnClick(grid.IndiceColumna("Producto"));
+    };
+    const auto actualizarSinTabla = [](P &p) {
+        p.escenario->Correr("ALTER TABLE Tipo_Equipo_Parte RENAME TO Guardada");
+        QTest::keyClick(&p.Arbol(), Qt::Key_F5);
+        p.escenario->Correr("ALTER TABLE Guardada RENAME TO Tipo_Equipo_Parte");
+    };
+    const auto eliminarServicio = [](P &p) {
+        p.ElegirServicio("N0002", "000001");
+        QTest::keyClick(&p.Lista(), Qt::Key_Delete);
+    };
+    return {
+        {"parte nueva", boton("N0002", "Nuevo")},
+        {"parte editada", boton("N0002", "Editar")},
+        {"pregunta", boton("N0004", "B1")},
+        {"información", boton("N0002", "Info")},
+        {"servicio", servicio("000001")},
+        {"servicio nuevo", servicio("")},
+        {"aviso del servicio", dentro(servicio(""), Aceptar)},
+        {"aviso de la parte", dentro(boton("N0002", "Nuevo"), Aceptar)},
+        {"búsqueda en la rejilla", dentro(servicio(""), buscarProducto)},
+        {"búsqueda", tras([](P &p) { QTest::keyClick(p.Tipo().findChild<QLineEdit *>(), Qt::Key_F3); })},
+        {"copia", tras([](P &p) { Pulsar(p.Barra(), "B3"); })},
+        {"archivo", tras([](P &p) { Pulsar(p.Barra(), "B1"); })},
+        {"pregunta de la lista", tras(eliminarServicio)},
+        {"error de la etiqueta", tras([](P &p) { p.Rotular("N0002", "O'"); })},
+        {"error del árbol", tras(actualizarSinTabla)},
+    };
+}
+
+void PrDialogos::Cerrar(const QString &como)
+{
+    if (como == "cerrada")
+        pantalla->close();
+    else if (como == "destruida")
+        delete pantalla;
+    else if (como == "con su ventana")
+        escenario->DestruirVentana();
+    else
+        QApplication::closeAllWindows();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void PrDialogos::cierre_data()
+{
+    const Tabla<QString, QString> fila("espera", "como");
+    for (const QString &espera : Esperas().keys())
+        for (const char *como : {"cerrada", "destruida", "con su ventana", "con todas"})
+            fila(espera + ": " + como, espera, como);
+}
+
+// A host closes or destroys the screen while it waits for the person: whichever goes first, the procedure that waited
+// ends there, and nothing of what it had begun stays.
+void PrDialogos::cierre()
+{
+    QFETCH(QString, espera);
+    QFETCH(QString, como);
+    const QStringList antes = escenario->Tablas();
+    bool cerrada = false;
+    Esperas()[espera](*this, [&](QWidget &) {
+        cerrada = true;
+        Cerrar(como);
+    });
+    QVERIFY(cerrada);
+    QCoreApplication::processEvents();
+    QVERIFY(!qvx::Sesion::Actual().Conexion().EnTransaccion());
+    QCOMPARE(escenario->Tablas(), antes);
+    Mensajes();
 }
 
 PRUEBA_MAIN(PrDialogos)

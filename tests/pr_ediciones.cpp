@@ -12,7 +12,7 @@ private Q_SLOTS:
     void mando();
     void propia();
     void claveTomada();
-    void parteBorrada();
+    void soltada();
 
 private:
     // What another planner does meanwhile, with that planner's signature.
@@ -53,7 +53,7 @@ QString PrEdiciones::Rechazo()
 
 void PrEdiciones::formas_data()
 {
-    const Tabla<QString, QString, QString> fila("comando", "ajeno", "motivo"); // no command: the service is edited
+    const Tabla<QString, QString, QString> fila("comando", "ajeno", "motivo"); // none: a service is edited
     const QString cambiarParte = "UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'AJENA'{FIRMA}WHERE Tep_ID = '0002'";
     const QString borrarParte = BorrarParte + "'0002'";
     const QString alGuardar = "48|Quorvex|KT580|ERR-ID:7500096|";
@@ -70,6 +70,7 @@ void PrEdiciones::formas_data()
          Motivo);
     fila("servicio movido", "", "UPDATE Plan_Mantenimiento SET Tep_ID = '0005'{FIRMA}" + ElServicio, YaNoEsta);
     fila("servicio sin su parte", "", borrarParte, SinParte);
+    fila("servicio nuevo sin su parte", "B2", borrarParte, SinParte);
     fila("parte cambiada", "Editar", cambiarParte, alGuardar + Motivo);
     fila("parte eliminada", "Editar", borrarParte, alGuardar + YaNoEsta);
     fila("parte sin padre", "Nuevo", borrarParte,
@@ -83,7 +84,9 @@ void PrEdiciones::formas()
     QFETCH(QString, ajeno);
     QFETCH(QString, motivo);
     const auto pasos = [&](QWidget &forma) {
-        txtQVX &caja = Caja(forma, comando.isEmpty() ? "txtPrecio" : "txtTexto");
+        if (comando == "B2")
+            LlenarServicio(forma);
+        txtQVX &caja = Caja(forma, motivo.startsWith("48|") ? "txtTexto" : "txtPrecio");
         Escribir(caja, "1234.5");
         const QString escrito = caja.Text();
         Ajeno(ajeno);
@@ -185,15 +188,10 @@ void PrEdiciones::claveTomada()
              (QStringList{"0005|000004", "0002|000006"}));
 }
 
-// A new service, or one that is dropped there, would be out of reach.
-void PrEdiciones::parteBorrada()
+// A service that is dropped there would be out of reach.
+void PrEdiciones::soltada()
 {
-    EnElServicio("N0005", {}, [&](QWidget &editor) {
-        Ajeno(BorrarParte + "'0005'");
-        LlenarServicio(editor);
-        Aceptar(editor);
-        QCOMPARE(Rechazo(), SinParte);
-    });
+    Ajeno(BorrarParte + "'0005'");
     ElegirNodo(Arbol(), "N0002");
     Arbol().setDropHighlight(Arbol().Item("N0005"));
     Q_EMIT Arbol().OLEDragDrop("000001");

@@ -1,4 +1,6 @@
 #include "component/Esquema.h"
+#include "support/Archivos.h"
+#include "support/Procesos.h"
 #include "support/PruebaPantalla.h"
 #include "system/UnidadC.h"
 #include "xml/EsquemaXml.h"
@@ -6,7 +8,6 @@
 #include <QDir>
 #include <sys/stat.h>
 
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 
@@ -18,9 +19,6 @@ const QByteArray Servicio =
     R"( RequiereParo="NO" Duracion="2" Precio="500" Prioridad="9001">)"
     "<ManoObra/><Refacciones/><Herramientas/></TipoServicio>";
 const QByteArray Parte = R"(<Parte Id="1" Descripción=""/>)";
-const QString Pregunta = "36|Importar_xml()|KT580|ERR-ID:7500048|Se reemplazará el plan de mantenimiento actual del "
-                         "tipo de equipo0900, ¿DESEA CONTINUAR?";
-
 QByteArray Documento(const QByteArray &tipo, const QByteArray &contenido)
 {
     return "<?xml version='1.0'?>\n<PlanMantenimiento><TipoEquipo Id=\"" + tipo + "\">" + contenido
@@ -41,32 +39,13 @@ private Q_SLOTS:
     void lugar();
     void revisado();
     void rechazos();
-    void idaYVuelta();
     void linea();
     void momento();
     void interrumpido();
 
 private:
-    QByteArray Contenido(const QString &nombre) const;
-    QString Poner(const QString &nombre, const QByteArray &contenido) const;
     QStringList Revisar(const QByteArray &documento) const;
-    QProcessEnvironment SinPantalla() const;
 };
-
-QByteArray PrIntercambio::Contenido(const QString &nombre) const
-{
-    QFile archivo(escenario->Ruta(nombre));
-    return archivo.open(QIODevice::ReadOnly) ? archivo.readAll() : QByteArray();
-}
-
-QString PrIntercambio::Poner(const QString &nombre, const QByteArray &contenido) const
-{
-    QFile archivo(escenario->Ruta(nombre));
-    archivo.remove(); // a file that is cut short waits for the disk
-    if (!archivo.open(QIODevice::WriteOnly) || archivo.write(contenido) != contenido.size())
-        qFatal("%s", qPrintable(archivo.errorString()));
-    return archivo.fileName();
-}
 
 // What the schema says of a document, line by line.
 QStringList PrIntercambio::Revisar(const QByteArray &documento) const
@@ -74,7 +53,7 @@ QStringList PrIntercambio::Revisar(const QByteArray &documento) const
     const qvx::EsquemaXml esquema(qvx::RutaEnUnidadC(KT580::RutaEsquema));
     qvx::Documento leido;
     QStringList dichos;
-    if (!leido.Cargar(Poner("revisado.xml", documento), esquema))
+    if (!leido.Cargar(Poner(escenario->Ruta("revisado.xml"), documento), esquema))
         for (const qvx::ErrorXml &error : leido.Errores())
             dichos.append(error.Texto());
     return dichos;
@@ -103,7 +82,7 @@ void PrIntercambio::sinDocumento()
 void PrIntercambio::sinArchivo()
 {
     escenario->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = '" + QString(2000, QLatin1Char('x')) + "'");
-    const QString ruta = Poner("plan.xml", "anterior");
+    const QString ruta = Poner(escenario->Ruta("plan.xml"), "anterior");
     qunsetenv("QVX_TRAZA");
     {
         const DiscoLleno disco;
@@ -111,7 +90,7 @@ void PrIntercambio::sinArchivo()
     }
     QVERIFY(
         Mensajes().join("").startsWith("16|Controles_B1Click()|KT580|ERR-ID:7500017|No se pudo guardar el archivo "));
-    QCOMPARE(Contenido("plan.xml"), "anterior");
+    QCOMPARE(Contenido(escenario->Ruta("plan.xml")), "anterior");
     QCOMPARE(QDir(escenario->Ruta("")).entryList({"plan.xml*"}), QStringList{"plan.xml"});
 }
 
@@ -137,7 +116,7 @@ void PrIntercambio::lugar()
 
     QCOMPARE(mkfifo(QFile::encodeName(escenario->Ruta("tubo")).constData(), S_IRWXU), 0);
     QVERIFY(QFile::link("plan.xml", escenario->Ruta("enlace")) && QFile::link("nada", escenario->Ruta("suelto")));
-    const QByteArray antes = Contenido("plan.xml");
+    const QByteArray antes = Contenido(escenario->Ruta("plan.xml"));
     escenario->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'OTRA'");
     for (const QString nombre : {"tubo", "enlace", "suelto"}) {
         const QFileInfo lugar(escenario->Ruta(nombre));
@@ -145,7 +124,7 @@ void PrIntercambio::lugar()
         QVERIFY(Mensajes().join("").contains("ERR-ID:7500017|No se pudo guardar el archivo " + lugar.filePath()));
         QVERIFY(!lugar.isFile() || lugar.isSymLink());
     }
-    QCOMPARE(Contenido("plan.xml"), antes);
+    QCOMPARE(Contenido(escenario->Ruta("plan.xml")), antes);
     QVERIFY(!QFileInfo::exists(escenario->Ruta("nada")));
 }
 
@@ -183,7 +162,7 @@ void PrIntercambio::revisado()
     probar(conAtributos(80000), "Un elemento ocupa más de 256 KB");
 
     // No file of the planner's is at a stranger's disposal.
-    Poner("secreto", "<Parte/>");
+    Poner(escenario->Ruta("secreto"), "<Parte/>");
     probar("<xi:include xmlns:xi=\"http://www.w3.org/2001/XInclude\" href=\"secreto\" parse=\"text\"/>",
            "Renglón 2, include: el elemento no va en este lugar; aquí se espera: TipoServicio, Parte");
     QCOMPARE(Revisar("<!DOCTYPE a [<!ENTITY x SYSTEM \"secreto\">]><PlanMantenimiento>&x;</PlanMantenimiento>"),
@@ -195,7 +174,7 @@ void PrIntercambio::rechazos()
     Escribir(Tipo(), "0902");
     const QStringList antes = escenario->Tablas();
     const auto probar = [&](const QByteArray &documento, const QString &mensaje, const QString &detalle = {}) {
-        escenario->Personas().DarArchivo(Poner("plan.xml", documento));
+        escenario->Personas().DarArchivo(Poner(escenario->Ruta("plan.xml"), documento));
         escenario->Personas().Responder(7500048, qvx::mensaje::Si);
         Pulsar(Barra(), "B2");
         QVERIFY(!qvx::Sesion::Actual().Conexion().EnTransaccion());
@@ -216,64 +195,37 @@ void PrIntercambio::rechazos()
     probar(Documento("0903", ""), aviso + "27|No existe el tipo de equipo '0903' en la bas de datos"); // cancelled
     probar(Documento("0900", "<Parte Id=\"1'\" Descripción=\", '0000', 'o', 'f', 'o', 'f'), ('0902', '7\"/>"),
            trampa + "Un valor del documento lleva comillas");
-    probar(Documento("0900", Servicio + Parte + Parte), trampa + motor::ParteRepetida(),
-           "Ya hay un registro con esa clave; tal vez otra persona acaba de crearlo. Use otra clave.");
+    probar(
+        Documento("0900", Servicio + Parte + Parte),
+        trampa
+            + motor::Segun("UNIQUE constraint failed: Tipo_Equipo_Parte.Te_Cve_Tipo_Equipo, Tipo_Equipo_Parte.Tep_ID",
+                           "duplicate key value violates unique constraint \"tipo_equipo_parte_pkey\""),
+        "Ya hay un registro con esa clave; tal vez otra persona acaba de crearlo. Use otra clave.");
     for (const QByteArray clave : {"2147483647", "0012345678901B"})
         probar(Documento("0900", Parte + "<Parte Id=\"" + clave + "\" Descripción=\"\"/>"),
                trampa + "Después de la clave de la parte " + clave + " no queda número para otra parte");
 }
 
-// A plan that was lost is put back from its document, whole.
-void PrIntercambio::idaYVuelta()
-{
-    escenario->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'PIEZA \"' || Tep_ID || '\" <Ñ>&'");
-    const auto exportar = [&] {
-        Exportar(escenario->Ruta("plan.xml"));
-        Mensajes();
-        return Contenido("plan.xml");
-    };
-    const QByteArray documento = exportar();
-    for (const char *tabla : {"Plan_Mantenimiento_Detalle", "Plan_Mantenimiento", "Tipo_Equipo_Parte"})
-        escenario->Correr(QString("DELETE FROM ") + tabla);
-    QTest::keyClick(&Arbol(), Qt::Key_F5);
-    Importar(escenario->Ruta("plan.xml"));
-    QCOMPARE(Mensajes(), QStringList{Pregunta});
-    QCOMPARE(exportar(), documento);
-}
-
-QProcessEnvironment PrIntercambio::SinPantalla() const
-{
-    auto entorno = QProcessEnvironment::systemEnvironment();
-    entorno.insert("XDG_CONFIG_HOME", escenario->Ruta("config"));
-    entorno.insert("QVX_TRAZA", escenario->Ruta("traza_programa"));
-    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
-        entorno.remove(variable);
-    return entorno;
-}
-
 // From the command line.
 void PrIntercambio::linea()
 {
-    Poner("bueno.xml", Documento("0902", Parte));
-    Poner("malo.xml", Documento("0902", "\n<Parte Id=\"1\"/>\n<Otra/>"));
+    Poner(escenario->Ruta("bueno.xml"), Documento("0902", Parte));
+    Poner(escenario->Ruta("malo.xml"), Documento("0902", "\n<Parte Id=\"1\"/>\n<Otra/>"));
     QStringList antes = escenario->Tablas();
-    const auto probar = [&](const QString &orden, int salida, const QString &dicho, bool cambia) {
-        QProcess programa;
-        programa.setProcessEnvironment(SinPantalla());
-        programa.setWorkingDirectory(escenario->Ruta(""));
-        programa.start(PROGRAMA_QUORVEX, orden.split(' ') + escenario->Base().Argumentos());
-        QVERIFY(programa.waitForFinished());
-        const QString error = QString::fromUtf8(programa.readAllStandardError());
-        QVERIFY2(QRegularExpression(dicho).match(error).hasMatch(), qPrintable(error));
-        QCOMPARE(programa.exitCode(), salida);
+    for (const auto &[orden, dicho, cambia] : QList<std::tuple<QString, QString, bool>>{
+             {"--exportar 900 {}/nuevo.xml", "^0Se generó el archivo/.*/nuevo.xml\n$", false},
+             {"--validar {}/malo.xml",
+              "^1.*malo.xml: Renglón 3, Parte: falta .*\n.*malo.xml: Renglón 4, Otra: ", false},
+             {"--importar {}/malo.xml --si", "^1El archivo xml que se cargo no cumple", false},
+             {"--importar {}/bueno.xml", "^1[^$]*contesta que sí con --si", false},
+             {"--importar {}/bueno.xml --si", "^0Se reemplazará el plan .* equipo0902, ¿DESEA CONTINUAR\\?\n$",
+              true}}) {
+        const QString respuesta =
+            Quorvex(QString(orden).replace("{}", escenario->Ruta("")).split(' ') + escenario->Base().Argumentos());
+        QVERIFY2(QRegularExpression(dicho).match(respuesta).hasMatch(), qPrintable(respuesta));
         QCOMPARE(escenario->Tablas() != antes, cambia);
         antes = escenario->Tablas();
-    };
-    probar("--exportar 900 nuevo.xml", 0, "^Se generó el archivo/.*/nuevo.xml\n$", false);
-    probar("--validar malo.xml", 1, "^malo.xml: Renglón 3, Parte: falta .*\nmalo.xml: Renglón 4, Otra: ", false);
-    probar("--importar malo.xml --si", 1, "^El archivo xml que se cargo no cumple", false);
-    probar("--importar bueno.xml", 1, "contesta que sí con --si", false);
-    probar("--importar bueno.xml --si", 0, "^Se reemplazará el plan .* equipo0902, ¿DESEA CONTINUAR\\?\n$", true);
+    }
 }
 
 // While another planner changes all prices again and again, a document holds those of one moment.
@@ -281,7 +233,6 @@ void PrIntercambio::momento()
 {
     SembrarGrande(*escenario, "9999", 100);
     QProcess programa;
-    programa.setProcessEnvironment(SinPantalla());
     programa.start(PROGRAMA_QUORVEX,
                    QStringList{"--exportar", "9999", escenario->Ruta("nuevo.xml")} + escenario->Base().Argumentos());
     for (int precio = 1001; !programa.waitForFinished(1); ++precio)
@@ -289,7 +240,8 @@ void PrIntercambio::momento()
     QCOMPARE(programa.exitCode(), 0);
     QSet<QString> precios;
     static const QRegularExpression precio("Precio=\"([^\"]*)\"");
-    for (auto hallados = precio.globalMatch(QString::fromUtf8(Contenido("nuevo.xml"))); hallados.hasNext();)
+    for (auto hallados = precio.globalMatch(QString::fromUtf8(Contenido(escenario->Ruta("nuevo.xml"))));
+         hallados.hasNext();)
         precios.insert(hallados.next().captured(1));
     QCOMPARE(precios.size(), 1);
 }
@@ -300,15 +252,14 @@ void PrIntercambio::interrumpido()
     QByteArray partes;
     for (int i = 0; i < 50000; ++i)
         partes += "<Parte Id=\"" + QByteArray::number(10000 + i) + "\" Descripción=\"PIEZA\"/>";
-    const QString ruta = Poner("grande.xml", Documento("0900", partes));
+    const QString ruta = Poner(escenario->Ruta("grande.xml"), Documento("0900", partes));
     const QStringList antes = escenario->Tablas();
     QProcess programa;
-    programa.setProcessEnvironment(SinPantalla());
     programa.start(PROGRAMA_QUORVEX, QStringList{"--importar", ruta, "--si"} + escenario->Base().Argumentos());
-    QTRY_VERIFY_WITH_TIMEOUT(Contenido("traza_programa").count("INSERT INTO") > 500, 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(Contenido(escenario->Ruta("traza")).count("INSERT INTO") > 500, 60000);
     programa.kill();
     QVERIFY(programa.waitForFinished());
-    QVERIFY(programa.exitStatus() == QProcess::CrashExit && !Contenido("traza_programa").contains("COMMIT"));
+    QVERIFY(programa.exitStatus() == QProcess::CrashExit && !Contenido(escenario->Ruta("traza")).contains("COMMIT"));
     QCOMPARE(escenario->Tablas(), antes);
 }
 

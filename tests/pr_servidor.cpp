@@ -1,9 +1,10 @@
 #include "app/Acceso.h"
 #include "app/Argumentos.h"
+#include "app/Ordenes.h"
 #include "data/Conexion.h"
 #include "data/Texto.h"
-#include "plan/EsquemaServidor.h"
 #include "session/Sesion.h"
+#include "support/Archivos.h"
 #include "support/Cluster.h"
 #include "support/Escenario.h"
 #include "support/Procesos.h"
@@ -13,13 +14,10 @@
 #include <QLineEdit>
 #include <QProcess>
 #include <QTcpServer>
-#include <QTcpSocket>
-#include <future>
-#include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
+#include <QTimer>
 
-// Signing in at the shared server: the address, the password, what the server refuses and who it is.
+// The shared server: signing in to it, the schema as its administrator makes it, and what planners, readers and
+// strangers may do with it.
 class PrServidor : public QObject
 {
     Q_OBJECT
@@ -28,11 +26,18 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void direcciones();
-    void sinBiblioteca();
     void preguntar();
     void sinPreguntar();
     void rechazos();
-    void certificados();
+    void barra();
+    void quienCrea();
+    void otraVersion();
+    void tablas();
+    void prohibido();
+    void firmas();
+    void actualizar();
+    void actualizarConGente();
+    void ordenes();
 
 private:
     QString Direccion(const QString &opciones = {}, const QString &equipo = cluster::Loopback) const
@@ -42,8 +47,9 @@ private:
     std::unique_ptr<qvx::Sesion> Entrar(const QString &direccion);
 
     QTemporaryDir carpeta;
-    QString base = cluster::NombreNuevo("plan");
-    QString usuario = cluster::NombreNuevo("ana");
+    QString base = cluster::NombreNuevo("plan");   // with examples
+    QString usuario = cluster::NombreNuevo("ana"); // a planner
+    QString lector = cluster::NombreNuevo("leo");
     // Each character is special to somebody on its way.
     QString contrasena = "ñ;'\\ \"%&" + cluster::NombreNuevo("clave");
 };
@@ -67,28 +73,43 @@ QString Rechazo(const QString &direccion)
     }
 }
 
-// Certificates for the loopback's address, each its own root, and the server with the first of them.
-void PonerTls(const QString &lugar)
+const QString SinPermiso = "42501";
+
+QStringList CrearEn(const QString &base, const QString &usuario = "postgres")
 {
-    struct stat duena {
-    };
-    stat(qPrintable(lugar), &duena);
-    for (const QString &nombre : {QString("suyo"), QString("otro")}) {
-        const QString archivo = lugar + '/' + nombre;
-        if (QProcess::execute("openssl", {"req", "-x509", "-newkey", "rsa:2048", "-nodes", "-batch", "-subj",
-                                          "/CN=" + nombre, "-addext", "subjectAltName=IP:127.0.0.1", "-keyout",
-                                          archivo + ".key", "-out", archivo + ".crt"})
-            != 0)
-            qFatal("openssl no hizo el certificado");
-        for (const char *parte : {".key", ".crt"})
-            if (chown(qPrintable(archivo + parte), duena.st_uid, duena.st_gid) != 0)
-                qFatal("El servidor no podría leer el certificado");
-    }
-    cluster::Super("ALTER SYSTEM SET ssl_cert_file = '" + lugar + "/suyo.crt'");
-    cluster::Super("ALTER SYSTEM SET ssl_key_file = '" + lugar + "/suyo.key'");
-    cluster::Super("ALTER SYSTEM SET ssl = on");
-    cluster::Super("SELECT pg_reload_conf()");
-    QTRY_COMPARE(cluster::Super("SHOW ssl"), "on");
+    return {"--crear-esquema", "--servidor", cluster::Direccion(usuario, base)};
+}
+
+// A database as version 2 left it, with what planners may have put into it.
+QString Vieja()
+{
+    QString nombre = cluster::NombreNuevo("vieja");
+    cluster::Super("CREATE DATABASE " + nombre);
+    cluster::Super(QString::fromUtf8(Contenido(CARPETA_DATOS "/version_2.postgres.sql")), nombre);
+    return nombre;
+}
+
+// A database as the server writes it down: its objects, who may do what with them, and its rows, or some of it.
+QString Volcado(const QString &base, const QStringList &opciones = {})
+{
+    QProcess programa;
+    programa.start("pg_dump", opciones + QStringList{"-C", cluster::Direccion("postgres", base)});
+    programa.waitForFinished();
+    QStringList renglones = QString::fromUtf8(programa.readAll()).replace(base, "base").split('\n');
+    renglones.removeIf([](const QString &renglon) { return renglon.contains("restrict "); }); // a new word each time
+    return renglones.join('\n');
+}
+
+// The rows of the tables that version 2 has, but for what an upgrade changes.
+QString Filas(const QString &base)
+{
+    return Volcado(base,
+                   {"-a", "-T", "dbo.esquema", "-T", "dbo.consulta", "-T", "dbo.plan_reserva", "-T", "dbo.catalogo"});
+}
+
+QStringList ActualizarEn(const QString &base, const QString &usuario = "postgres", const QString &opciones = {})
+{
+    return {"--actualizar-esquema", "--servidor", cluster::Direccion(usuario, base, {}, opciones)};
 }
 
 } // namespace
@@ -96,7 +117,13 @@ void PonerTls(const QString &lugar)
 void PrServidor::initTestCase()
 {
     cluster::Super("CREATE DATABASE " + base);
-    qvx::CrearEsquema(qvx::Servidor(cluster::Direccion("postgres", base)), false);
+    const QString creado = Quorvex(CrearEn(base) + QStringList{"--con-ejemplos"});
+    QVERIFY2(creado.startsWith("0Se creó el esquema "), qPrintable(creado));
+    const QString antes = Volcado(base);
+    QVERIFY(antes.contains("CHILLER"));
+    QCOMPARE(Quorvex(CrearEn(base) + QStringList{"--con-ejemplos"}), "0El esquema ya está al día.\n");
+    QCOMPARE(Volcado(base), antes);
+    cluster::Super("CREATE ROLE " + lector + " LOGIN IN ROLE quorvex_lectores");
     cluster::Super("CREATE ROLE " + usuario + " LOGIN IN ROLE quorvex_planificadores PASSWORD "
                    + qvx::Literal(contrasena));
     qputenv("PGPASSFILE", QFile::encodeName(carpeta.filePath("contrasenas")));
@@ -129,23 +156,6 @@ void PrServidor::direcciones()
     QVERIFY(error("--servidor postgresql://an%27a@servidor/plan").startsWith("El nombre del operador debe tener"));
 }
 
-// A program that was not installed whole works on files all the same.
-void PrServidor::sinBiblioteca()
-{
-    const QTemporaryDir lugar;
-    for (const char *parte : {"/quorvex", "/libqvx.so"})
-        QVERIFY(QFile::copy(QFileInfo(PROGRAMA_QUORVEX).absolutePath() + parte, lugar.path() + parte));
-    const auto decir = [&](const QStringList &orden) {
-        QProcess programa;
-        programa.start(lugar.filePath("quorvex"), orden);
-        return programa.waitForFinished() ? QString::fromUtf8(programa.readAllStandardError()) : QString();
-    };
-    QCOMPARE(decir({"--revisar", "--base-datos", "no.db"}), "La base de datos «no.db» no existe.\n");
-    const QString falta = decir({"--revisar", "--servidor", Direccion()});
-    QVERIFY2(falta.startsWith("Para usar un servidor faltan bibliotecas: instale los paquetes libpq5"),
-             qPrintable(falta));
-}
-
 // Refused in the dialog until the password is right; then it is in nobody's hands but the connection's.
 void PrServidor::preguntar()
 {
@@ -172,9 +182,7 @@ void PrServidor::preguntar()
     // The server was restarted, or dropped the connection: the password need not be typed again.
     cluster::Super("SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE usename = '" + usuario + "'");
     QCOMPARE(qvx::OperadorDelServidor(sesion->Conexion()), usuario);
-    QFile traza(carpeta.filePath("traza"));
-    QVERIFY(traza.open(QIODevice::ReadOnly));
-    QVERIFY(!traza.readAll().contains("clave_"));
+    QVERIFY(!Contenido(carpeta.filePath("traza")).contains("clave_"));
 }
 
 // From PGPASSWORD or the password file; and nobody is asked without a window.
@@ -191,16 +199,16 @@ void PrServidor::sinPreguntar()
     const QTime alla = QDateTime::currentDateTimeUtc().addSecs(9LL * 3600).time();
     QVERIFY(sesion->Operador() == usuario && qAbs(sesion->Ahora().time().secsTo(alla)) < 30);
     qunsetenv("PGPASSWORD");
-    QFile archivo(carpeta.filePath("contrasenas"));
-    QVERIFY(archivo.open(QIODevice::WriteOnly) && archivo.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
-    archivo.write(("*:*:*:" + usuario + ":" + QString(contrasena).replace('\\', "\\\\") + "\n").toUtf8());
-    archivo.close();
+    const QString archivo =
+        Poner(carpeta.filePath("contrasenas"),
+              ("*:*:*:" + usuario + ":" + QString(contrasena).replace('\\', "\\\\") + "\n").toUtf8());
+    QVERIFY(QFile::setPermissions(archivo, QFile::ReadOwner | QFile::WriteOwner));
     QCOMPARE(Quorvex(revisar), "0No se encontró nada que corregir.\n");
-    archivo.remove();
+    QFile::remove(archivo);
 }
 
-// Servers that say nothing, that cannot encrypt, and that speak something else. No dialog asks for a password then: an
-// unexpected one would hang the test.
+// Servers that say nothing, and that cannot encrypt. No dialog asks for a password then: an unexpected one would hang
+// the test.
 void PrServidor::rechazos()
 {
     const auto rechazo = [](int puerto, const QString &opciones) {
@@ -213,44 +221,235 @@ void PrServidor::rechazos()
     QVERIFY2(silencio.startsWith(negado) && silencio.contains("timeout expired"), qPrintable(silencio));
     const QString abierto = rechazo(qEnvironmentVariableIntValue("QVX_PRUEBA_PUERTO"), "sslmode=require");
     QVERIFY2(abierto.startsWith(negado) && abierto.contains("does not support SSL"), qPrintable(abierto));
-
-    std::promise<int> puerto;
-    std::thread servidor([&puerto] {
-        QTcpServer oyente;
-        oyente.listen(QHostAddress::LocalHost);
-        puerto.set_value(oyente.serverPort()); // from here on it is no longer there
-        if (!oyente.waitForNewConnection(20000))
-            return;
-        QTcpSocket &enlace = *oyente.nextPendingConnection();
-        enlace.waitForReadyRead(20000);
-        enlace.write(QByteArray(100000, '\xff'));
-        enlace.disconnectFromHost();
-        if (enlace.state() != QAbstractSocket::UnconnectedState)
-            enlace.waitForDisconnected(20000);
-    });
-    const QString basura = rechazo(puerto.get_future().get(), "sslmode=disable");
-    servidor.join();
-    QVERIFY2(basura.startsWith(negado) && basura.contains("expected authentication request"), qPrintable(basura));
 }
 
-// The certificate is looked at as sslmode says: the server's own, another one, and for another name.
-void PrServidor::certificados()
+// The window says which database it shows.
+void PrServidor::barra()
 {
-    const QString lugar = qEnvironmentVariable("QVX_PRUEBA_SERVIDOR");
-    PonerTls(lugar);
     qputenv("PGPASSWORD", contrasena.toUtf8());
-    const auto direccion = [&](const QString &equipo, const QString &raiz) {
-        return Direccion("?sslmode=verify-full&sslrootcert=" + lugar + raiz, equipo);
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(carpeta.path()));
+    const QString archivo = carpeta.filePath("plan.db");
+    for (const auto &[linea, nombre] :
+         {qMakePair(QStringList{"--servidor", Direccion()}, qvx::Servidor(Direccion()).Nombre()),
+          {QStringList{"--base-datos", archivo, "--operador", "mlopez"}, archivo}}) {
+        QStringList rotulos;
+        QTimer::singleShot(0, [&] {
+            for (const QWidget *ventana : QApplication::topLevelWidgets())
+                for (const QLabel *rotulo : ventana->findChildren<QLabel *>())
+                    rotulos.append(rotulo->text());
+            QApplication::closeAllWindows();
+        });
+        QCOMPARE(Mostrar(Argumentos::Leer(QStringList{"quorvex"} + linea)), 0);
+        QVERIFY2(rotulos.contains(nombre), qPrintable(rotulos.join('|')));
+    }
+}
+
+// The owner of a database may, for the roles are there. Somebody else could not take the right to temporary tables from
+// planners: that leaves nothing.
+void PrServidor::quienCrea()
+{
+    const QString usuario = cluster::NombreNuevo("jefa");
+    const QString propia = cluster::NombreNuevo("propia");
+    const QString ajena = cluster::NombreNuevo("ajena");
+    cluster::Super("CREATE ROLE " + usuario + " LOGIN");
+    cluster::Super("CREATE DATABASE " + propia + " OWNER " + usuario);
+    cluster::Super("CREATE DATABASE " + ajena);
+    cluster::Super("GRANT CREATE ON DATABASE " + ajena + " TO " + usuario);
+    QVERIFY(Quorvex(CrearEn(propia, usuario)).startsWith("0"));
+    const QString negado = Quorvex(CrearEn(ajena, usuario));
+    QVERIFY2(negado.startsWith("1") && negado.contains("no deja crear el esquema al usuario "), qPrintable(negado));
+    QCOMPARE(cluster::Super("SELECT to_regnamespace('dbo') IS NOT NULL", ajena), "false");
+    // One who has no rights at all.
+    const QString extrana = Quorvex({"--revisar", "--servidor", cluster::Direccion(usuario, base)});
+    QVERIFY2(extrana.contains("permission denied for database \"" + base), qPrintable(extrana));
+}
+
+void PrServidor::otraVersion()
+{
+    for (const auto &[cambio, motivo] :
+         {qMakePair("UPDATE dbo.Esquema SET Es_Version = Es_Version + 1", "es de una versión más reciente de Quorvex"),
+          qMakePair("UPDATE dbo.Esquema SET Es_Version = 1",
+                    "es de una versión de Quorvex que este programa ya no lee"),
+          qMakePair("DROP TABLE dbo.Esquema", "no tiene el esquema de Quorvex.")}) {
+        const QString copia = cluster::NombreNuevo("copia");
+        cluster::Super("CREATE DATABASE " + copia + " TEMPLATE " + base);
+        cluster::Super(cambio, copia);
+        const QString dicho = Quorvex({"--revisar", "--servidor", cluster::Direccion(usuario, copia)});
+        QVERIFY2(dicho.startsWith("1") && dicho.contains(motivo), qPrintable(dicho));
+        QVERIFY(Quorvex(CrearEn(copia)).startsWith("1")); // what is there is not built over
+    }
+}
+
+// Planners write the plan and add to the logs; the catalogues are others'.
+void PrServidor::tablas()
+{
+    const QString plan = "plan_mantenimiento plan_mantenimiento_detalle ";
+    const QString todas = "catalogo consulta esquema formato_clave " + plan
+                          + "prioridad_servicio producto tipo_equipo tipo_equipo_parte tipo_gasto tipo_servicio unidad";
+    const QString suyas = plan + "tipo_equipo_parte";
+    const QString catalogos = "prioridad_servicio producto tipo_equipo tipo_gasto tipo_servicio unidad";
+    const QString todasYRegistro = QString(todas).replace("tipo_equipo ", "registro_cambio tipo_equipo ");
+    for (const auto &[derecho, planificadores, catalogadores, lectores] :
+         QList<std::array<QString, 4>>{{"SELECT", todas, todasYRegistro, todas},
+                                       {"INSERT", suyas, catalogos, ""},
+                                       {"UPDATE", suyas, "", ""}, // of a catalogue all but the key
+                                       {"DELETE", suyas, catalogos, ""},
+                                       {"TRUNCATE", "", "", ""},
+                                       {"TRIGGER", "", "", ""},
+                                       {"REFERENCES", "", "", ""}})
+        for (const auto &[quien, esperadas] :
+             {qMakePair(usuario, planificadores), {QString("quorvex_catalogos"), catalogadores}, {lector, lectores}})
+            QCOMPARE(cluster::Super("SELECT string_agg(relname, ' ' ORDER BY relname) FROM pg_class WHERE relnamespace "
+                                    "= 'dbo'::regnamespace AND relkind = 'r' AND relname <> 'plan_reserva' AND "
+                                    "has_table_privilege('"
+                                        + quien + "', oid, '" + derecho + "')",
+                                    base),
+                     esperadas);
+}
+
+void PrServidor::prohibido()
+{
+    for (const char *orden :
+         {"CREATE TABLE dbo.suya (n int)", "CREATE TABLE public.suya (n int)", "CREATE TEMP TABLE suya (n int)",
+          "CREATE SCHEMA suyo", "CREATE FUNCTION dbo.suya() RETURNS int LANGUAGE sql RETURN 1",
+          "CREATE OR REPLACE FUNCTION dbo.Sellar_Version() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN RETURN NEW; END'",
+          "DROP SCHEMA dbo CASCADE", "SET ROLE postgres", "SELECT pg_read_file('/etc/passwd')",
+          "COPY (SELECT 1) TO PROGRAM 'true'", "GRANT quorvex_planificadores TO postgres", "SELECT lo_create(0)",
+          "SELECT lo_from_bytea(0, 'x')",
+          "INSERT INTO Bitacora (Bi_ID, Bi_Tabla, Bi_Clave, Bi_Accion, Bi_Oper, Bi_Fecha) OVERRIDING SYSTEM VALUE "
+          "VALUES (9, 'a', 'b', 'c', 'd', 'e')",
+          "DELETE FROM Bitacora", "SELECT setval('bitacora_bi_id_seq', 1)",
+          "UPDATE Plan_Reserva SET "
+          "Te_Cve_Tipo_Equipo = 'x'",
+          "SELECT FROM Plan_Reserva FOR UPDATE"})
+        for (const QString &usuario : {usuario, lector})
+            QCOMPARE(orden + cluster::Codigo(usuario, base, orden), orden + SinPermiso);
+    QCOMPARE(cluster::Codigo(lector, base, "SELECT Reservar_Plan('0001', false)"), SinPermiso);
+    QCOMPARE(cluster::Codigo(usuario, base, "UPDATE Tipo_Equipo_Parte SET Tep_ID = '0000 ' WHERE Tep_ID = '0001'"),
+             "23514");
+    // Nobody who changes a row writes its version.
+    cluster::Correr(usuario, base, "UPDATE Plan_Mantenimiento SET Version = 'suya', Version_Anterior = 'suya'");
+    QCOMPARE(
+        cluster::Super("SELECT count(*) FROM dbo.Plan_Mantenimiento WHERE 'suya' IN (Version, Version_Anterior)", base),
+        "0");
+}
+
+// Whatever a planner writes into a log, and whatever time he says it is, the line is signed by him and dated by the
+// database: in the server's zone, or in its own.
+void PrServidor::firmas()
+{
+    const QString servidor = cluster::Super("SHOW log_timezone");
+    for (const QString &zona : {servidor, QString("Asia/Tokyo")}) {
+        if (zona != servidor)
+            cluster::Super("ALTER DATABASE " + base + " SET TimeZone = '" + zona + "'");
+        cluster::Correr(
+            usuario, base,
+            "SET TimeZone = '-100'; INSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES "
+            "('a', 'b', 'jefa', '1999-01-01 00:00:00'); INSERT INTO Bitacora (Bi_Tabla, Bi_Clave, "
+            "Bi_Accion, Bi_Oper, Bi_Fecha) VALUES ('a', 'b', 'c', 'jefa', '1999-01-01 00:00:00')");
+        QCOMPARE(
+            cluster::Super("SELECT string_agg(oper || ' ' || (CAST(fecha AS timestamp) AT TIME ZONE '" + zona
+                               + "' - now() BETWEEN '-30 s' AND '30 s'), ' ') FROM ((SELECT Rc_Oper, Rc_Fecha FROM "
+                                 "dbo.Registro_Cambio ORDER BY Rc_ID DESC LIMIT 1) UNION ALL (SELECT Bi_Oper, "
+                                 "Bi_Fecha FROM dbo.Bitacora ORDER BY Bi_ID DESC LIMIT 1)) AS t (oper, fecha)",
+                           base),
+            usuario + " true " + usuario + " true");
+    }
+}
+
+// No row changes, and objects and rights are those of a new database; who may not do it, and a step that fails, leave
+// it as it was.
+void PrServidor::actualizar()
+{
+    const QString vieja = Vieja();
+    const QString antes = Filas(vieja);
+    const QString mirar = Quorvex({"--revisar", "--servidor", cluster::Direccion(usuario, vieja)});
+    const QString actual = QString::number(qvx::VersionEsquema);
+    QVERIFY2(mirar.contains("es de la versión 2 de Quorvex y este programa usa la " + actual
+                            + ": su administrador la actualiza con --actualizar-esquema."),
+             qPrintable(mirar));
+    const QString negado = Quorvex(ActualizarEn(vieja, usuario));
+    QVERIFY2(negado.startsWith("1") && negado.contains(": lo hace su dueño, postgres."), qPrintable(negado));
+    cluster::Super("CREATE FUNCTION dbo.Rechazar_Programa() RETURNS int LANGUAGE sql RETURN 1", vieja); // the last one
+    const QString fallida = Quorvex(ActualizarEn(vieja));
+    QVERIFY2(fallida.startsWith("1") && fallida.contains("quedó como estaba."), qPrintable(fallida));
+    QCOMPARE(cluster::Super(
+                 "SELECT Es_Version || coalesce(to_regclass('dbo.plan_apartado')::text, '') FROM dbo.Esquema", vieja),
+             "2");
+    cluster::Super("DROP FUNCTION dbo.Rechazar_Programa", vieja);
+    const QString hecho = Quorvex(ActualizarEn(vieja));
+    QVERIFY2(hecho.startsWith("0Se actualizó el esquema ")
+                 && hecho.contains(", de la versión 2 a la " + actual + ".\n"),
+             qPrintable(hecho));
+    QCOMPARE(Filas(vieja), antes);
+    QCOMPARE(Quorvex(ActualizarEn(vieja)), "0El esquema ya está al día. Se repusieron los permisos de los roles.\n");
+    const QString nueva = cluster::NombreNuevo("nueva");
+    cluster::Super("CREATE DATABASE " + nueva);
+    QVERIFY(Quorvex(CrearEn(nueva)).startsWith("0"));
+    QCOMPARE(Volcado(vieja, {"-s"}), Volcado(nueva, {"-s"}));
+    const QString texto = "SELECT Co_Texto FROM dbo.Consulta WHERE Co_Nombre = 'PLAN_MANTENIMIENTO'";
+    QCOMPARE(cluster::Super(texto, vieja), cluster::Super(texto, nueva));
+    // An administrator's own query stays.
+    const QString propia = Vieja();
+    cluster::Super("UPDATE dbo.Consulta SET Co_Texto = 'SELECT 1 -- suya' WHERE Co_Nombre = 'PLAN_MANTENIMIENTO'",
+                   propia);
+    QVERIFY(Quorvex(ActualizarEn(propia)).startsWith("0Se actualizó"));
+    QCOMPARE(cluster::Super(texto, propia), "SELECT 1 -- suya");
+}
+
+// Whoever is saving is waited for; whoever opened the database with the old program is told before he saves, and
+// reads on.
+void PrServidor::actualizarConGente()
+{
+    const QString vieja = Vieja();
+    const QString antes = Filas(vieja);
+    const qvx::Servidor suyo(cluster::Direccion(usuario, vieja, {}, "?options=-c%20quorvex.esquema%3D2"));
+    QString dicho;
+    qvx::BaseAbierta gente(
+        "QPSQL", [&](QSqlDatabase &nueva) { suyo.Preparar(nueva); },
+        [&](const QSqlError &error) { dicho = error.databaseText(); });
+    const QString cambio = "UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'OTRA' WHERE Tep_ID = '0001'";
+    gente.Ejecutar("PREPARE mirar AS SELECT * FROM Tipo_Equipo_Parte");
+    gente.Ejecutar("BEGIN");
+    gente.Ejecutar(cambio);
+    const QString ocupada = Quorvex(ActualizarEn(vieja, "postgres", "?options=-c%20lock_timeout%3D500"));
+    QVERIFY2(ocupada.startsWith("1") && ocupada.contains("quedó como estaba. Otra persona"), qPrintable(ocupada));
+    gente.Ejecutar("ROLLBACK");
+    QCOMPARE(dicho, "");
+    QVERIFY(Quorvex(ActualizarEn(vieja)).startsWith("0Se actualizó"));
+    gente.Ejecutar("EXECUTE mirar");
+    QCOMPARE(dicho, "");
+    gente.Ejecutar(cambio);
+    QVERIFY2(dicho.contains("es ahora de otra versión de Quorvex"), qPrintable(dicho));
+    QCOMPARE(Filas(vieja), antes);
+}
+
+// The commands without a window. A reader sees what a planner sees, through the screen's own statements, and changes
+// nothing.
+void PrServidor::ordenes()
+{
+    const QTemporaryDir carpeta;
+    const auto correr = [&](const QString &usuario, const QStringList &orden) {
+        return Quorvex(orden + QStringList{"--servidor", cluster::Direccion(usuario, base)});
     };
-    const QString otro = Rechazo(direccion(cluster::Loopback, "/otro.crt"));
-    QVERIFY2(otro.contains("certificate verify failed"), qPrintable(otro));
-    const QString otroNombre = Rechazo(direccion("localhost", "/suyo.crt"));
-    QVERIFY2(otroNombre.contains("does not match host name \"localhost\""), qPrintable(otroNombre));
-    const auto sesion = Entrar(direccion(cluster::Loopback, "/suyo.crt"));
-    QCOMPARE(cluster::Super("SELECT string_agg(CAST(ssl AS text), ',') FROM pg_stat_ssl JOIN pg_stat_activity USING "
-                            "(pid) WHERE usename = '"
-                            + usuario + "'"),
-             "true");
+    QStringList documentos;
+    for (const QString &usuario : {usuario, lector}) {
+        const QString dicho = correr(usuario, {"--exportar", "0001", carpeta.filePath(usuario)});
+        QVERIFY2(dicho.startsWith("0"), qPrintable(dicho));
+        documentos.append(QString::fromUtf8(Contenido(carpeta.filePath(usuario))));
+        QCOMPARE(correr(usuario, {"--revisar"}), "0No se encontró nada que corregir.\n");
+    }
+    QVERIFY(documentos.constFirst().contains("Mantenimiento"));
+    QCOMPARE(documentos.constLast(), documentos.constFirst());
+
+    const QString plan = "SELECT string_agg(p::text, '') FROM dbo.Plan_Mantenimiento p";
+    const QString antes = cluster::Super(plan, base);
+    const QStringList importar{"--importar", carpeta.filePath(lector), "--si"};
+    const QString negado = correr(lector, importar);
+    QVERIFY2(negado.startsWith("1") && negado.contains("permission denied"), qPrintable(negado));
+    QCOMPARE(cluster::Super(plan, base), antes);
+    QVERIFY(correr(usuario, importar).startsWith("0"));
+    QVERIFY(cluster::Super(plan, base) != antes);
 }
 
 PRUEBA_MAIN(PrServidor)

@@ -1,9 +1,8 @@
 #include "support/Escenario.h"
 
-#include "component/IPantalla.h"
+#include "app/Componente.h"
 
 #include <QFile>
-#include <QLibrary>
 #include <QRegularExpression>
 #include <QSqlQuery>
 #include <QVBoxLayout>
@@ -22,6 +21,7 @@ Escenario::Escenario(const QString &baseAjena) : base(baseAjena), personas(new P
 void Escenario::Entrar()
 {
     qputenv("QVX_TRAZA", QFile::encodeName(carpeta.filePath("traza")));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(carpeta.path())); // the component of this build, no other
     sesion = std::make_unique<qvx::Sesion>(base.Abrir(), "mlopez", std::unique_ptr<qvx::Interaccion>(personas),
                                            [this] { return ahora; });
 }
@@ -50,9 +50,12 @@ QStringList Escenario::Tablas() const
 {
     const auto otro = base.Otro();
     QStringList todo;
-    for (const char *tabla : {"Tipo_Equipo_Parte", "Plan_Mantenimiento", "Plan_Mantenimiento_Detalle", "Tipo_Equipo",
-                              "Producto", "Tipo_Gasto", "Bitacora", "Registro_Cambio"}) {
-        QStringList filas = otro->Filas(QString("SELECT '%1', t.* FROM %1 t").arg(tabla));
+    for (const QString &tabla : otro->Filas(motor::Segun(
+             "SELECT lower(name) FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY 1",
+             "SELECT tablename FROM pg_tables WHERE schemaname NOT IN ('pg_catalog', 'information_schema') UNION ALL "
+             "SELECT 'pg_largeobject_metadata' ORDER BY 1"))) {
+        QStringList filas{tabla};
+        filas += otro->Filas(QString("SELECT '%1', t.* FROM %1 t").arg(tabla));
         filas.sort();
         todo += filas;
     }
@@ -75,43 +78,11 @@ QStringList Escenario::Plan() const
                          "Plan_Mantenimiento_Detalle ORDER BY 2, 4, 5");
 }
 
-QString Escenario::PlanDe(const QString &sql) const
-{
-    const auto otro = base.Otro();
-    if (motor::EsPostgres())
-        otro->Correr("SET enable_seqscan = off");
-    return otro->Filas((motor::EsPostgres() ? "EXPLAIN (COSTS OFF) " : "EXPLAIN QUERY PLAN ") + sql).join('\n');
-}
-
-bool Escenario::SoloPorIndice(const QString &plan) const
-{
-    if (motor::EsPostgres())
-        return plan.contains("Index") && !plan.contains("Seq Scan") && !plan.contains("Sort");
-    return plan.contains("INDEX") && !plan.contains("SCAN") && !plan.contains("TEMP B-TREE");
-}
-
 QWidget &Escenario::Pantalla(const QString &parametros)
 {
-    QLibrary biblioteca(BIBLIOTECA_KT580);
-    const auto entrada = reinterpret_cast<com::FnDllGetClassObject>(biblioteca.resolve("DllGetClassObject"));
-    if (!entrada)
-        qFatal("%s", qPrintable(biblioteca.errorString()));
-    void *objeto = nullptr;
-    if (entrada(KT580::CLSID_Pantalla, com::IID_IClassFactory, &objeto) != com::S_OK)
-        qFatal("Sin fábrica de clases");
-    auto *fabrica = static_cast<com::IClassFactory *>(objeto);
-    if (fabrica->CreateInstance(nullptr, KT580::IID_IPantalla, &objeto) != com::S_OK)
-        qFatal("Sin Pantalla");
-    fabrica->Release();
-    auto *clase = static_cast<KT580::IPantalla *>(objeto);
-    QVariant dada;
-    if (clase->GetPantalla(&dada) != com::S_OK)
-        qFatal("Sin pantalla");
-    clase->Release();
-
     padre.setProperty("iParametros", parametros);
     padre.setProperty("Transaccion", "KT580");
-    pantalla = qobject_cast<QWidget *>(dada.value<QObject *>());
+    pantalla = CrearPantalla();
     pantalla->setProperty("Padre", QVariant::fromValue(&padre));
     ventana = std::make_unique<QWidget>();
     auto *disposicion = new QVBoxLayout(ventana.get());

@@ -26,7 +26,6 @@ public:
     // A file beside the database's own.
     QString Ruta(const QString &nombre) const { return carpeta.filePath(nombre); }
     const BaseDePrueba &Base() const { return base; }
-    QString Archivo() const { return base.Archivo(); }
     PersonasDePrueba &Personas() const { return *personas; }
     QDateTime ahora = QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53));
 
@@ -34,16 +33,12 @@ public:
     QVariant Correr(const QString &sql) const;
     // The rows of a query, each as its values joined by "|", on that other connection: only what is committed.
     QStringList Filas(const QString &sql) const;
-    // Everything the plan's tables hold: equal texts, equal tables.
+    // Every table and its rows, behind its name: equal texts, equal tables.
     QStringList Tablas() const;
     // The rows of the plan's three tables without what the host adds to them.
     QStringList Plan() const;
-    // How the engine would find the rows of a statement, and whether it does so by indexes alone, which it also reads
-    // in the order that is asked for.
-    QString PlanDe(const QString &sql) const;
-    bool SoloPorIndice(const QString &plan) const;
 
-    // The screen from the component's entry points, its parent an object with these properties, shown in a window.
+    // The screen as the application makes it, its parent an object with these properties, shown in a window.
     QWidget &Pantalla(const QString &parametros = {});
     void CerrarPantalla();
     bool HayPantalla() const { return pantalla; }

@@ -11,7 +11,5 @@ bool EsPostgres();
 // The first text on the embedded engine, the second on the server.
 QString Segun(const QString &incrustado, const QString &servidor);
 QString NoHayTabla(const QString &tabla);
-QString Sintaxis(const QString &cerca);
-QString ParteRepetida();
 
 } // namespace motor

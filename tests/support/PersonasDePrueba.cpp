@@ -10,7 +10,6 @@ int PersonasDePrueba::Mensaje(const qvx::Aviso &aviso)
     avisos.append(
         QString("%1|%2|%3|%4|%5")
             .arg(QString::number(aviso.estilo), aviso.titulo, aviso.modulo, aviso.identificador, aviso.texto));
-    ventanas.append(aviso.ventana);
     detalles.append(aviso.detalles);
     if (real)
         return real->Mensaje(aviso);
@@ -45,11 +44,8 @@ QString PersonasDePrueba::ElegirArchivo(const qvx::PeticionArchivo &peticion, QW
 {
     if (real)
         return real->ElegirArchivo(peticion, duena);
-    dialogos.append(QStringList{peticion.paraGuardar ? "guardar" : "abrir", peticion.titulo, peticion.filtro,
-                                peticion.archivo, peticion.carpeta}
-                        .join(QLatin1Char('|')));
     if (archivos.isEmpty()) {
-        QTest::qFail(qPrintable("Diálogo imprevisto: " + dialogos.constLast()), __FILE__, __LINE__);
+        QTest::qFail(qPrintable("Diálogo imprevisto: " + peticion.titulo), __FILE__, __LINE__);
         return {};
     }
     return archivos.takeFirst();
@@ -58,8 +54,7 @@ QString PersonasDePrueba::ElegirArchivo(const qvx::PeticionArchivo &peticion, QW
 void PersonasDePrueba::InformacionRegistro(const QList<QPair<QString, QString>> &datos, QWidget *duena)
 {
     if (real)
-        return real->InformacionRegistro(datos, duena);
-    informacion = datos;
+        real->InformacionRegistro(datos, duena);
 }
 
 void PersonasDePrueba::Responder(int identificador, int respuesta, const std::function<void()> &antes)
@@ -74,7 +69,6 @@ void PersonasDePrueba::Elegir(const QString &catalogo, const QString &clave)
 
 QStringList PersonasDePrueba::Tomar()
 {
-    ventanas.clear();
     detalles.clear();
     return std::exchange(avisos, {});
 }

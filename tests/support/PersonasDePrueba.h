@@ -26,11 +26,7 @@ public:
 
     // The messages so far, as "estilo|título|módulo|identificador|texto", and forgets them.
     QStringList Tomar();
-    QList<QPair<QString, QString>> informacion;
-    QList<WId> ventanas; // owners of the messages since the last Tomar
-    QStringList detalles;
-    QStringList
-        dialogos; // file dialogs so far, as "guardar|título|filtro|archivo|carpeta" ("abrir" first for an open dialog)
+    QStringList detalles; // of these messages
 
     // When it is set, it asks and tells in this one's place.
     std::unique_ptr<qvx::Interaccion> real;

@@ -227,23 +227,18 @@ void Planificador::Mover(const QString &nodo, const QString &folio, const QStrin
 
 void Planificador::LlenarServicio(const QWidget &editor)
 {
-    const auto caja = [&](const char *nombre, const QString &texto) { Escribir(Caja(editor, nombre), texto); };
-    const auto celda = [&](const char *nombre, const QString &columna, const QString &texto) {
-        EscribirCelda(Grid(editor, nombre), 0, columna, texto);
-    };
-    caja("txtTipoServicio", "9001");
-    caja("txtPrioridad", "9001");
-    caja("txtDias", "30");
-    caja("txtTiempoEstimado", "2.5");
-    caja("txtPrecio", "1,000.50");
-    Fichas(editor).setTab(1);
-    celda("ssManoObra", "Producto", "9000000001");
-    celda("ssManoObra", "Cantidad", "2");
-    Fichas(editor).setTab(2);
-    celda("ssRefacciones", "Producto", "9000000002");
-    celda("ssRefacciones", "Cantidad", "1.5");
-    celda("ssRefacciones", "Gasto", "9001");
-    Fichas(editor).setTab(3);
-    celda("ssHerramientas", "Producto", "9000000003");
-    celda("ssHerramientas", "Cantidad", "1");
+    for (const auto &[caja, texto] : {qMakePair("txtTipoServicio", "9001"),
+                                      {"txtPrioridad", "9001"},
+                                      {"txtDias", "30"},
+                                      {"txtTiempoEstimado", "2.5"},
+                                      {"txtPrecio", "1,000.50"}})
+        Escribir(Caja(editor, caja), texto);
+    int pagina = 0;
+    for (const auto &[grid, celdas] : {qMakePair("ssManoObra", QStringList{"Producto=9000000001", "Cantidad=2"}),
+                                       {"ssRefacciones", {"Producto=9000000002", "Cantidad=1.5", "Gasto=9001"}},
+                                       {"ssHerramientas", {"Producto=9000000003", "Cantidad=1"}}}) {
+        Fichas(editor).setTab(++pagina);
+        for (const QString &celda : celdas)
+            EscribirCelda(Grid(editor, grid), 0, celda.section('=', 0, 0), celda.section('=', 1));
+    }
 }
