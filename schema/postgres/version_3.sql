@@ -40,7 +40,7 @@ CREATE TRIGGER Rc_Firma BEFORE INSERT ON Registro_Cambio FOR EACH ROW EXECUTE FU
 CREATE TRIGGER Bi_Firma BEFORE INSERT ON Bitacora FOR EACH ROW EXECUTE FUNCTION Firmar_Registro();
 
 -- A plan is held by the row of its equipment type here, which only planners reach, through the function: anybody who
--- may sign in could take an advisory lock. The first who holds a type that is in no catalogue makes its row.
+-- may sign in could take an advisory lock. The first who holds a plan whose type is in no catalogue makes its row.
 
 CREATE TABLE Plan_Reserva (
     Te_Cve_Tipo_Equipo Clave NOT NULL PRIMARY KEY
@@ -58,7 +58,8 @@ $$;
 CREATE TRIGGER Te_Reserva AFTER INSERT OR UPDATE OF Te_Cve_Tipo_Equipo ON Tipo_Equipo
     FOR EACH ROW EXECUTE FUNCTION Reservar_Plan_Nuevo();
 
--- Holds a plan until the transaction ends. False when somebody else holds it, unless it is waited for.
+-- Holds a plan until the transaction ends. False when somebody else holds it, unless it is waited for. Of a key that
+-- stands for no plan there is nothing to hold: rows made here are nobody's to delete.
 
 CREATE FUNCTION Reservar_Plan(tipo bpchar, esperar boolean) RETURNS boolean
     LANGUAGE plpgsql SECURITY DEFINER SET search_path = dbo, pg_temp
@@ -75,6 +76,11 @@ BEGIN
         END IF;
         IF EXISTS (SELECT FROM Plan_Reserva WHERE Te_Cve_Tipo_Equipo = tipo) THEN
             RETURN false;
+        END IF;
+        IF NOT EXISTS (SELECT FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = tipo)
+           AND NOT EXISTS (SELECT FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = tipo)
+           AND NOT EXISTS (SELECT FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = tipo) THEN
+            RETURN true;
         END IF;
         INSERT INTO Plan_Reserva VALUES (tipo) ON CONFLICT DO NOTHING;
     END LOOP;
