@@ -7,6 +7,8 @@
 #include "plan/Formas.h"
 #include "plan/Guion.h"
 
+#include <QSqlError>
+
 namespace qvx
 {
 
@@ -64,6 +66,10 @@ BaseAbierta AbrirParaCambiar(const Servidor &servidor, const QString &orden)
                      "no se pudo " + orden
                          + ": otra persona lo hizo al mismo tiempo. Repita la orden para ver cómo quedó.",
                      codigo);
+        // Lost on its way the commit may have been done.
+        if (codigo.isEmpty() && error.type() != QSqlError::ConnectionError)
+            Rechazar(servidor, "no se pudo " + orden + ": se perdió la conexión. Repita la orden para ver cómo quedó. ("
+                                   + motivo + ")");
         Rechazar(servidor, "no se pudo " + orden + ": quedó como estaba. " + motivo, codigo);
     });
 }
