@@ -95,8 +95,9 @@ int CambiarElEsquema(const Argumentos &argumentos)
 {
     const qvx::CambioDeEsquema cambio = CambiarEsquema(argumentos);
     Escribir(stdout, LoHecho(cambio, argumentos));
-    if (cambio.objetosGrandes)
-        Escribir(stdout, "Quien puede entrar a la base de datos puede guardar en ella objetos grandes; lo quita un "
-                         "superusuario del servidor con --actualizar-esquema.");
+    if (cambio.faltaSuperusuario)
+        Escribir(stdout,
+                 "Quien puede entrar a la base de datos puede llenar el disco o detener el servidor, aunque solo "
+                 "pueda mirar; lo impide un superusuario del servidor con --actualizar-esquema.");
     return salida::Hecho;
 }

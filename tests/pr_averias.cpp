@@ -156,6 +156,7 @@ void PrAverias::averias()
     const bool hecho = falla == "al confirmar" || falla == "reinicio en reposo";
     const QStringList antes = escenario->Tablas();
     std::unique_ptr<Averia> averia;
+    QString detalles;
     QStringList dichos;
     QStringList despues;
     int intentos = 0;
@@ -169,6 +170,7 @@ void PrAverias::averias()
         if (++intentos > 1)
             return false;
         averia->Reparar();
+        detalles = escenario->Personas().detalles.join('\n');
         dichos = Dichos();
         despues = escenario->Tablas();
         return !hecho;
@@ -177,6 +179,8 @@ void PrAverias::averias()
     Mandos()[mando].correr(*this, *escenario);
     QVERIFY2(mensaje.isEmpty() ? dichos.isEmpty() : dichos.size() == 1 && dichos.constFirst().contains(mensaje),
              qPrintable(dichos.join('\n')));
+    QCOMPARE(detalles.contains("Otra persona está guardando"), mensaje.contains("database is locked"));
+    QCOMPARE(detalles.contains("revise el disco"), mensaje.contains("disk I/O error"));
     QCOMPARE(despues == antes, !hecho);
     // All but these take their transaction back before they report.
     const bool deja = mensaje.contains("7500043|") || mensaje.contains("7500084|");

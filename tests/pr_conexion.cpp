@@ -177,23 +177,31 @@ void PrConexion::instantanea()
     QVERIFY(hay());
 }
 
-// On the embedded engine a transaction holds nothing before its first statement, and is traced as if it did.
+// While a catalogue alone was read, as before the import's question, another program saves. The trace shows the
+// transaction as if it had begun.
 void PrConexion::comienzo()
 {
-    if (motor::EsPostgres())
-        return;
     Escenario escenario;
     auto &base = qvx::Sesion::Actual().Conexion();
-    const QString ajeno = "UPDATE Producto SET Pr_Descripcion = 'OTRA'";
+    const QString consulta = "SELECT * FROM Tipo_Equipo WHERE Te_Cve_Tipo_Equipo = '0001'";
     base.BeginTrans();
-    escenario.Correr(ajeno);
+    base.Execute(consulta);
+    const QVariant libre = escenario.Correr(motor::Segun("UPDATE Producto SET Pr_Descripcion = 'OTRA' RETURNING true",
+                                                         "SELECT Reservar_Plan('0001', false)"));
+    QVERIFY(libre.toBool());
+    QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM NoHay"), ErrorEjecucion);
+    QVERIFY_EXCEPTION_THROWN(base.Execute(consulta), ErrorEjecucion); // doomed all the same
     base.RollbackTrans();
-    QCOMPARE(escenario.Traza(), (QStringList{"-\tBEGIN IMMEDIATE", "-\tROLLBACK"}));
+    const QStringList traza = escenario.Traza();
+    QCOMPARE(traza.mid(0, 2), (QStringList{"-\t" + motor::Segun("BEGIN IMMEDIATE", "BEGIN"), "1\t" + consulta}));
+    QCOMPARE(traza.constLast(), "-\tROLLBACK");
+    if (motor::EsPostgres())
+        return;
     const auto otro = escenario.Base().Otro();
     otro->Correr("BEGIN IMMEDIATE");
     EnEvento([&] {
         base.BeginTrans();
-        QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Producto"), qvx::ErrorDeComienzo);
+        QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Plan_Mantenimiento"), qvx::ErrorDeComienzo);
         otro->Correr("ROLLBACK");
         // Who goes on all the same changes nothing outside it.
         QVERIFY_EXCEPTION_THROWN(base.Execute("DELETE Producto WHERE Pr_Cve_Producto = '1'"), ErrorEjecucion);

@@ -233,6 +233,32 @@ QMap<QString, PrDialogos::Espera> PrDialogos::Esperas()
         p.ElegirServicio("N0002", "000001");
         QTest::keyClick(&p.Lista(), Qt::Key_Delete);
     };
+    // An entry that the engine refuses, and how it is left.
+    const auto tipo = [](const std::function<void(P &, QWidget *)> &dejar) {
+        return [=](P &p, const Pasos &pasos) {
+            auto *linea = p.Tipo().findChild<QLineEdit *>();
+            linea->setFocus();
+            QTest::keyClicks(linea, "1");
+            p.escenario->Correr("ALTER TABLE Tipo_Equipo RENAME TO Guardada");
+            EnElDialogo(pasos);
+            dejar(p, linea);
+            QCoreApplication::processEvents();
+            p.escenario->Correr("ALTER TABLE Guardada RENAME TO Tipo_Equipo");
+        };
+    };
+    const auto celda = [dentro, servicio](const std::function<void(QWidget &, SSOleDBGrid &, QWidget *)> &dejar) {
+        return dentro(servicio(""), [=](QWidget &editor) {
+            Fichas(editor).setTab(2);
+            auto &grid = Grid(editor, "ssRefacciones");
+            grid.setFocus();
+            grid.setCurrentCell(0, grid.IndiceColumna("Gasto"));
+            QTest::keyClick(&grid, Qt::Key_F2);
+            QWidget *linea = QApplication::focusWidget();
+            QTest::keyClicks(linea, "9'1");
+            dejar(editor, grid, linea);
+            QCoreApplication::processEvents();
+        });
+    };
     return {
         {"parte nueva", boton("N0002", "Nuevo")},
         {"parte editada", boton("N0002", "Editar")},
@@ -249,6 +275,21 @@ QMap<QString, PrDialogos::Espera> PrDialogos::Esperas()
         {"pregunta de la lista", tras(eliminarServicio)},
         {"error de la etiqueta", tras([](P &p) { p.Rotular("N0002", "O'"); })},
         {"error del árbol", tras(actualizarSinTabla)},
+        {"tipo dejado por tecla", tipo([](P &, QWidget *linea) { QTest::keyClick(linea, Qt::Key_Tab); })},
+        {"tipo dejado sin soltar la tecla", tipo([](P &, QWidget *linea) { QTest::keyPress(linea, Qt::Key_Tab); })},
+        {"tipo dejado por clic",
+         tipo([](P &p, QWidget *) { QTest::mousePress(p.Arbol().viewport(), Qt::LeftButton, {}, QPoint(5, 5)); })},
+        {"celda dejada por tecla",
+         celda([](QWidget &, SSOleDBGrid &, QWidget *linea) { QTest::keyClick(linea, Qt::Key_Tab); })},
+        {"celda dejada por flecha",
+         celda([](QWidget &, SSOleDBGrid &, QWidget *linea) { QTest::keyClick(linea, Qt::Key_Down); })},
+        {"celda dejada por otra", celda([](QWidget &, SSOleDBGrid &grid, QWidget *) {
+             QTest::mousePress(grid.viewport(), Qt::LeftButton, {},
+                               grid.visualRect(grid.model()->index(0, 0)).center());
+         })},
+        {"celda dejada por caja", celda([](QWidget &editor, SSOleDBGrid &, QWidget *) {
+             QTest::mousePress(Caja(editor, "txtDias").findChild<QLineEdit *>(), Qt::LeftButton);
+         })},
     };
 }
 

@@ -175,7 +175,9 @@ void PrIntercambio::rechazos()
     const QStringList antes = escenario->Tablas();
     const auto probar = [&](const QByteArray &documento, const QString &mensaje, const QString &detalle = {}) {
         escenario->Personas().DarArchivo(Poner(escenario->Ruta("plan.xml"), documento));
-        escenario->Personas().Responder(7500048, qvx::mensaje::Si);
+        const QString ajeno =
+            "UPDATE Producto SET Pr_Descripcion = Pr_Descripcion"; // nothing is held while it is asked
+        escenario->Personas().Responder(7500048, qvx::mensaje::Si, [&] { escenario->Correr(ajeno); });
         Pulsar(Barra(), "B2");
         QVERIFY(!qvx::Sesion::Actual().Conexion().EnTransaccion());
         escenario->Personas().Descartar();
@@ -184,7 +186,7 @@ void PrIntercambio::rechazos()
         QCOMPARE(escenario->Tablas(), antes);
         QCOMPARE(Tipo().Text(), "0902");
         QVERIFY(!QApplication::overrideCursor());
-        escenario->Correr("UPDATE Producto SET Pr_Descripcion = Pr_Descripcion"); // nothing is left open
+        escenario->Correr(ajeno); // nor left open
     };
     const QString formato = "|El archivo xml que se cargo no cumple con el formato del mantenimiento";
     const QString aviso = "48|Quorvex|KT580|ERR-ID:75000";

@@ -315,7 +315,7 @@ void PrServidor::prohibido()
           "CREATE OR REPLACE FUNCTION dbo.Sellar_Version() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN RETURN NEW; END'",
           "DROP SCHEMA dbo CASCADE", "SET ROLE postgres", "SELECT pg_read_file('/etc/passwd')",
           "COPY (SELECT 1) TO PROGRAM 'true'", "GRANT quorvex_planificadores TO postgres", "SELECT lo_create(0)",
-          "SELECT lo_from_bytea(0, 'x')",
+          "SELECT lo_from_bytea(0, 'x')", "SELECT pg_advisory_lock(1)",
           "INSERT INTO Bitacora (Bi_ID, Bi_Tabla, Bi_Clave, Bi_Accion, Bi_Oper, Bi_Fecha) OVERRIDING SYSTEM VALUE "
           "VALUES (9, 'a', 'b', 'c', 'd', 'e')",
           "DELETE FROM Bitacora", "SELECT setval('bitacora_bi_id_seq', 1)",
@@ -327,6 +327,10 @@ void PrServidor::prohibido()
     QCOMPARE(cluster::Codigo(lector, base, "SELECT Reservar_Plan('0001', false)"), SinPermiso);
     QCOMPARE(cluster::Codigo(usuario, base, "UPDATE Tipo_Equipo_Parte SET Tep_ID = '0000 ' WHERE Tep_ID = '0001'"),
              "23514");
+    // A row for each key that somebody makes up would be nobody's to delete.
+    QCOMPARE(cluster::Correr(usuario, base, "SELECT Reservar_Plan('inventada', true)"), "true");
+    QCOMPARE(cluster::Super("SELECT count(*) FROM dbo.Plan_Reserva WHERE Te_Cve_Tipo_Equipo = 'inventada'", base), "0");
+    QVERIFY(cluster::Super("SHOW temp_file_limit", base) != "-1");
     // Nobody who changes a row writes its version.
     cluster::Correr(usuario, base, "UPDATE Plan_Mantenimiento SET Version = 'suya', Version_Anterior = 'suya'");
     QCOMPARE(
@@ -374,7 +378,7 @@ void PrServidor::actualizar()
     const QString fallida = Quorvex(ActualizarEn(vieja));
     QVERIFY2(fallida.startsWith("1") && fallida.contains("quedó como estaba."), qPrintable(fallida));
     QCOMPARE(cluster::Super(
-                 "SELECT Es_Version || coalesce(to_regclass('dbo.plan_apartado')::text, '') FROM dbo.Esquema", vieja),
+                 "SELECT Es_Version || coalesce(to_regclass('dbo.plan_reserva')::text, '') FROM dbo.Esquema", vieja),
              "2");
     cluster::Super("DROP FUNCTION dbo.Rechazar_Programa", vieja);
     const QString hecho = Quorvex(ActualizarEn(vieja));

@@ -131,12 +131,15 @@ bool DelegadoCelda::eventFilter(QObject *objeto, QEvent *evento)
 {
     if (evento->type() == QEvent::KeyPress && grid.TeclaEnEditor(*static_cast<QKeyEvent *>(evento)))
         return true;
+    if (evento->type() != QEvent::FocusOut)
+        return QStyledItemDelegate::eventFilter(objeto, evento);
     // A form that is being closed has no use for what was typed last; what cannot be taken stays open.
-    if (evento->type() == QEvent::FocusOut
-        && (!qvx::EntradaPendiente::EsSalida(static_cast<QFocusEvent *>(evento)->reason())
-            || !grid.window()->isVisible() || !grid.ReparoDelEditor().isEmpty()))
+    if (!qvx::EntradaPendiente::EsSalida(static_cast<QFocusEvent *>(evento)->reason()) || !grid.window()->isVisible()
+        || !grid.ReparoDelEditor().isEmpty())
         return false;
-    return QStyledItemDelegate::eventFilter(objeto, evento);
+    const bool resultado = QStyledItemDelegate::eventFilter(objeto, evento);
+    SSOleDBGrid::TrasElFoco(grid, [this] { grid.AvisarCambio(); });
+    return resultado;
 }
 
 } // namespace SSDataWidgets_B_OLEDB

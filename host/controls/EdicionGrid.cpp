@@ -12,8 +12,9 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QScopedValueRollback>
+#include <QPointer>
 #include <algorithm>
+#include <utility>
 
 namespace SSDataWidgets_B_OLEDB
 {
@@ -66,18 +67,24 @@ QString SSOleDBGrid::ReparoDelEditor() const
     return qvx::ReparoDeNumero(editor->text(), LargoNumero, anterior.startsWith(QLatin1Char('-')));
 }
 
-// False when the text is to be kept and cannot be: the editor stays.
+// False when the text is to be kept and cannot be: the editor stays. Also when the grid went with a message.
 bool SSOleDBGrid::CerrarEditor(bool guardar)
 {
+    const QPointer<SSOleDBGrid> viva = this;
     QWidget *editor = indexWidget(currentIndex());
-    if (!editor)
-        return true;
+    if (!editor) {
+        AvisarCambio();
+        return viva;
+    }
     if (const QString reparo = guardar ? ReparoDelEditor() : QString(); !reparo.isEmpty()) {
         qvx::Rechazar(static_cast<QLineEdit &>(*editor), reparo);
         return false;
     }
     if (guardar)
         commitData(editor);
+    AvisarCambio();
+    if (!viva)
+        return false;
     if (indexWidget(currentIndex()) == editor) // a handler may have moved on or removed the row
         closeEditor(editor, QAbstractItemDelegate::NoHint);
     return true;
@@ -116,7 +123,14 @@ void SSOleDBGrid::GuardarEdicion(int fila, int columna, const QString &texto)
         return;
     EmpezarRenglon();
     PonerTexto(fila, columna, nuevo);
-    Q_EMIT AfterColUpdate(columna);
+    porAvisar = columna;
+}
+
+// Not while the toolkit takes the text over: it would not outlive a form that goes with a message of its handler.
+void SSOleDBGrid::AvisarCambio()
+{
+    if (porAvisar >= 0)
+        Q_EMIT AfterColUpdate(std::exchange(porAvisar, -1));
 }
 
 void SSOleDBGrid::MarcarCambio()
@@ -142,8 +156,12 @@ bool SSOleDBGrid::AntesDeMover(const QPersistentModelIndex &destino)
     if (!currentIndex().isValid())
         return true;
     if (!moviendo) {
-        const QScopedValueRollback guarda(moviendo, true);
-        if (!CerrarEditor(true))
+        moviendo = true;
+        const QPointer<SSOleDBGrid> viva = this;
+        const bool cerrado = CerrarEditor(true);
+        if (viva)
+            moviendo = false;
+        if (!cerrado)
             return false;
     }
     if (destino.row() != Row())
@@ -226,6 +244,13 @@ void SSOleDBGrid::keyPressEvent(QKeyEvent *evento)
         else
             Suprimir();
         return;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        if (!CerrarEditor(true))
+            return;
+        break;
     default:
         break;
     }
@@ -303,8 +328,11 @@ void SSOleDBGrid::Suprimir()
     if (!enteras.isEmpty()) {
         QuitarRenglones(enteras);
     } else if (EsEditable(currentIndex())) {
+        const QPointer<SSOleDBGrid> viva = this;
         GuardarEdicion(Row(), currentColumn(), {});
-        DevolverSiVacio();
+        AvisarCambio();
+        if (viva)
+            DevolverSiVacio();
     }
 }
 
@@ -325,13 +353,18 @@ void SSOleDBGrid::contextMenuEvent(QContextMenuEvent *evento)
 
 void SSOleDBGrid::MostrarMenu(const QPoint &lugar)
 {
-    QMenu menu(this);
-    if (TieneBoton(currentIndex()))
-        connect(menu.addAction("Buscar…\tF3"), &QAction::triggered, this, &SSOleDBGrid::PulsarBoton);
-    QAction *quitar = menu.addAction("Quitar renglón\tCtrl+Supr");
+    const QPointer<QMenu> menu = new QMenu(this); // goes with the grid
+    const QAction *buscar = TieneBoton(currentIndex()) ? menu->addAction("Buscar…\tF3") : nullptr;
+    QAction *quitar = menu->addAction("Quitar renglón\tCtrl+Supr");
     quitar->setEnabled(isEnabled() && Row() >= 0 && Row() < Rows());
-    connect(quitar, &QAction::triggered, this, [this] { QuitarRenglones({currentIndex()}); });
-    menu.exec(lugar);
+    const QAction *elegida = menu->exec(lugar);
+    if (!menu)
+        return;
+    menu->deleteLater();
+    if (elegida && elegida == buscar)
+        PulsarBoton();
+    else if (elegida == quitar)
+        QuitarRenglones({currentIndex()});
 }
 
 } // namespace SSDataWidgets_B_OLEDB

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Qt>
+#include <functional>
 
 class QWidget;
 
@@ -23,11 +24,17 @@ public:
     static bool ConfirmarLaDelFoco();
     // Confirms the entries of all controls of a form, up to the first that cannot be taken.
     static bool ConfirmarLasDe(const QWidget &formulario);
+    // Runs now what waits for the end of a change of focus (TrasElFoco).
+    static void AcabarElFoco();
 
 protected:
     // The control is left with an entry that can be taken or not; then the focus comes back, when it has arrived where
     // it was going.
     void AlSalir(QWidget &control, bool seToma);
+    // Runs steps that may ask the person something when the toolkit has ended its change of focus, which would not
+    // outlive a host that destroys the window meanwhile: before any key or click after it reaches a control, the click
+    // that changed the focus among them. Not for a control that is gone by then.
+    static void TrasElFoco(QWidget &control, const std::function<void()> &pasos);
 };
 
 } // namespace qvx

@@ -97,6 +97,7 @@ private:
     void GuardarEdicion(int fila, int columna, const QString &texto);
     QString ReparoDelEditor() const;
     bool CerrarEditor(bool guardar);
+    void AvisarCambio();
     void MarcarCambio();
     void ActualizarRenglon();
     bool TeclaEnEditor(const QKeyEvent &tecla);
@@ -111,6 +112,7 @@ private:
     QTimer ajuste;                  // one fitting of the columns for any number of changes
     QPersistentModelIndex cambiada; // the row changed since its last update
     QPersistentModelIndex nueva;    // the row that the person began and has not left yet
+    int porAvisar = -1;             // the column that was changed, until AfterColUpdate says so
     bool anchosDePersona = false;   // a person's own column widths are left alone
     bool ajustando = false;
     bool moviendo = false;

@@ -24,6 +24,10 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject *objeto, QEvent *evento) override;
+    void keyPressEvent(QKeyEvent *evento) override;
+
+private:
+    bool DejarPagina();
 };
 
 } // namespace ssTabQvx

@@ -56,9 +56,10 @@ QString txtQVX::Text() const
 void txtQVX::setText(const QString &texto)
 {
     const QString anterior = Text();
+    const QPointer<txtQVX> viva = this;
     Poner(texto);
     LlenarDescripcion();
-    if (Text() != anterior)
+    if (viva && Text() != anterior)
         Q_EMIT Change();
 }
 
@@ -97,9 +98,10 @@ void txtQVX::Poner(const QString &texto)
 
 void txtQVX::Elegir(const QString &clave)
 {
-    setText(formato.isEmpty() ? clave : qvx::ClaveConFormato(clave, formato));
     const QPointer<txtQVX> viva = this;
-    Q_EMIT Confirmado();
+    setText(formato.isEmpty() ? clave : qvx::ClaveConFormato(clave, formato));
+    if (viva)
+        Q_EMIT Confirmado();
     if (viva)
         Q_EMIT Resuelto();
 }
@@ -194,12 +196,8 @@ bool txtQVX::eventFilter(QObject *objeto, QEvent *evento)
         return AlPulsar(*static_cast<QKeyEvent *>(evento));
     // A form that is being closed has no use for what was typed last.
     if (objeto == linea && evento->type() == QEvent::FocusOut && Raiz()->isVisible()
-        && EsSalida(static_cast<QFocusEvent *>(evento)->reason())) {
-        const QPointer<txtQVX> viva = this;
+        && EsSalida(static_cast<QFocusEvent *>(evento)->reason()))
         AlSalir(*this, Reparo().isEmpty());
-        if (!viva)
-            return true; // there is nobody left to give the event to
-    }
     return QWidget::eventFilter(objeto, evento);
 }
 

@@ -56,7 +56,9 @@ Recordset Conexion::Correr(const QString &sql, const std::function<Sentencia()> 
         alEjecutar();
     if (estado == Estado::Condenada)
         throw ErrorEjecucion(errores::Datos, "La transacción falló y debe deshacerse: " + motivoCondena, sql);
-    if (porComenzar)
+    if (porComenzar && PuedeEsperar(sql))
+        AnotarComienzo();
+    else if (porComenzar)
         Comenzar();
     try {
         const Sentencia sentencia = analizar();
@@ -243,24 +245,49 @@ void Conexion::BeginTrans()
         throw ErrorEjecucion(errores::Datos, "Ya hay una transacción abierta");
     Disponer(false);
     porComenzar = dialecto->ComienzaConLaPrimera();
+    comienzoAnotado = !porComenzar;
     if (!porComenzar)
         Ordenar(dialecto->InicioDeTransaccion());
     reservadas.clear();
     estado = Estado::Abierta;
 }
 
-// The engine's own transaction, which waited for the first statement: what came before, a document that was read or a
-// question that was asked, held no lock.
+// Whether a statement needs no transaction of the engine's yet. One that is none is told so when it runs.
+bool Conexion::PuedeEsperar(const QString &sql) const
+{
+    try {
+        const Sentencia sentencia = Analizar(sql);
+        return sentencia.lectura && reglas->Conocer(sentencia.forma, dialecto->Funciones()).ajena;
+    } catch (const ErrorEjecucion &) {
+        return false;
+    }
+}
+
+// The engine's own transaction, which waited for a statement that needs it: what came before, a document that was read,
+// a catalogue, a question that was asked, held no lock.
 void Conexion::Comenzar()
 {
     try {
-        Ordenar(dialecto->InicioDeTransaccion());
+        QSqlQuery consulta(base);
+        const QString orden = dialecto->InicioDeTransaccion();
+        if (!consulta.exec(orden)) {
+            Anotar("!", orden + "  <" + dialecto->Explicar(consulta.lastError()) + ">");
+            Rechazar(consulta.lastError(), orden);
+        }
+        AnotarComienzo();
         porComenzar = false;
     } catch (const ErrorEjecucion &error) {
         estado = Estado::Condenada;
         motivoCondena = error.Descripcion();
         throw ErrorDeComienzo(error);
     }
+}
+
+// The trace shows the transaction as the screens see it.
+void Conexion::AnotarComienzo()
+{
+    if (!std::exchange(comienzoAnotado, true))
+        Anotar("-", dialecto->InicioDeTransaccion());
 }
 
 void Conexion::CommitTrans()
@@ -298,18 +325,17 @@ void Conexion::CerrarAbandonada()
 // Of a transaction that the engine would not begin there is nothing to take back, and nothing to tell.
 void Conexion::Retirar(const QString &nota)
 {
-    const bool sinComenzar = std::exchange(porComenzar, false);
+    const bool sinComenzar = porComenzar;
     const bool nunca = estado == Estado::Condenada && sinComenzar;
     if (estado == Estado::Abierta && sinComenzar)
-        Anotar("-", dialecto->InicioDeTransaccion());
+        AnotarComienzo();
     if (!nota.isEmpty() && !nunca) {
         qCWarning(registroDatos) << "Se deshizo una transacción que su evento dejó abierta";
         Anotar("-", nota);
     }
-    if (estado == Estado::Abierta && sinComenzar)
-        Anotar("-", "ROLLBACK");
-    else if (estado == Estado::Abierta)
+    if (estado == Estado::Abierta)
         Deshacer();
+    porComenzar = false;
     estado = Estado::Libre;
 }
 
@@ -328,6 +354,8 @@ void Conexion::Ordenar(const QString &orden)
 void Conexion::Deshacer()
 {
     Anotar("-", "ROLLBACK");
+    if (std::exchange(porComenzar, false))
+        return;
     QSqlQuery consulta(base);
     if (base.isOpen() && consulta.exec("ROLLBACK"))
         return;

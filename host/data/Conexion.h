@@ -38,8 +38,9 @@ public:
     void AlEjecutar(std::function<void()> aviso) { alEjecutar = std::move(aviso); }
 
     // A failed statement dooms its transaction: the engine takes it back at once, and until RollbackTrans every
-    // statement and the commit fail. The embedded engine begins its own with the first statement, which raises an
-    // ErrorDeComienzo when another program writes: it stands for that of BeginTrans.
+    // statement and the commit fail. The embedded engine begins its own with the first statement that writes, or reads
+    // what transactions keep to themselves; it raises an ErrorDeComienzo when another program writes: that stands for
+    // the one of BeginTrans.
     void BeginTrans();
     void CommitTrans();
     // Without a transaction it does nothing.
@@ -85,7 +86,9 @@ private:
     void CerrarLectura();
     void MostrarAlMotor(const QString &sql);
     void Ordenar(const QString &orden);
+    bool PuedeEsperar(const QString &sql) const;
     void Comenzar();
+    void AnotarComienzo();
     void Deshacer();
     void Retirar(const QString &nota);
     void AsegurarAbierta();
@@ -100,6 +103,7 @@ private:
     std::optional<Traza> traza;
     Estado estado = Estado::Libre;
     bool porComenzar = false; // the engine does not know of the transaction yet
+    bool comienzoAnotado = false;
     int eventos = 0;
     int momentos = 0;
     bool leyendo = false;

@@ -15,6 +15,7 @@ struct Sentencia;
 // What the owner of the tables knows of a shape of statement.
 struct Conocida {
     bool permitida = false;
+    bool ajena = false;  // reads only what no transaction keeps to itself
     QList<int> iguales;  // where among its literals keys stand that must all be one
     QList<int> reservas; // where keys stand of what a transaction keeps to itself until it ends
 };

@@ -7,6 +7,8 @@
 #include "plan/Formas.h"
 #include "plan/Guion.h"
 
+#include <QSqlError>
+
 namespace qvx
 {
 
@@ -17,6 +19,7 @@ namespace
 const QString EsquemaInexistente = "3F000";
 const QString TablaInexistente = "42P01";
 const QString SinPermiso = "42501";
+const QString ClaveRepetida = "23505";
 
 [[noreturn]] void Rechazar(const Servidor &servidor, const QString &motivo, const QString &codigo = {})
 {
@@ -58,6 +61,15 @@ BaseAbierta AbrirParaCambiar(const Servidor &servidor, const QString &orden)
                      SinPermiso);
         if (codigo == EsquemaInexistente || codigo == TablaInexistente)
             Rechazar(servidor, error);
+        if (codigo == ClaveRepetida)
+            Rechazar(servidor,
+                     "no se pudo " + orden
+                         + ": otra persona lo hizo al mismo tiempo. Repita la orden para ver cómo quedó.",
+                     codigo);
+        // Lost on its way the commit may have been done.
+        if (codigo.isEmpty() && error.type() != QSqlError::ConnectionError)
+            Rechazar(servidor, "no se pudo " + orden + ": se perdió la conexión. Repita la orden para ver cómo quedó. ("
+                                   + motivo + ")");
         Rechazar(servidor, "no se pudo " + orden + ": quedó como estaba. " + motivo, codigo);
     });
 }
@@ -100,7 +112,9 @@ void DarPasos(BaseAbierta &base, int desde)
 
 CambioDeEsquema Terminar(BaseAbierta &base, int antes)
 {
-    const QString pueden = base.Valor("SELECT has_function_privilege('quorvex_lectores', 'lo_create(oid)', 'EXECUTE')");
+    const QString pueden = base.Valor("SELECT has_function_privilege('quorvex_lectores', 'lo_create(oid)', 'EXECUTE') "
+                                      "OR has_function_privilege('quorvex_lectores', 'pg_advisory_lock(bigint)', "
+                                      "'EXECUTE')");
     base.Ejecutar("COMMIT");
     return {antes, pueden == "true"};
 }
@@ -127,12 +141,11 @@ CambioDeEsquema CrearEsquema(const Servidor &servidor, bool conEjemplos)
 {
     BaseAbierta base = AbrirParaCambiar(servidor, "crear");
     base.Ejecutar("BEGIN");
-    base.Ejecutar("SELECT pg_advisory_xact_lock(580)"); // two who create at the same time
     if (base.Valor("SELECT to_regclass('dbo.esquema') IS NOT NULL") == "true") {
         RevisarVersion(base, servidor);
         return {VersionEsquema, false};
     }
-    DarPasos(base, 0);
+    DarPasos(base, 0); // whoever creates it at the same time waits at its first statement, and is told
     base.Ejecutar(Guion("catalogos.sql", Motor::Servidor));
     if (conEjemplos)
         base.Ejecutar(Guion("ejemplos.sql", Motor::Servidor));

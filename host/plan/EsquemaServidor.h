@@ -17,8 +17,8 @@ std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor);
 // What was done to a schema.
 struct CambioDeEsquema {
     int antes = 0; // the version that was there, 0 for none
-    // Whoever may sign in can still store large objects on the server, which only a superuser forbids.
-    bool objetosGrandes = false;
+    // Whoever may sign in can still hold everybody up, or fill the disk, by means that only a superuser takes away.
+    bool faltaSuperusuario = false;
 };
 
 // Creates the schema with its catalogues, and with example plans if asked, and the roles of planners and readers, all

@@ -33,6 +33,13 @@ bool CambioPermitido(const QString &forma)
     return permitida.match(forma).hasMatch();
 }
 
+bool NombraElPlan(const QString &forma)
+{
+    static const QRegularExpression plan("\\b(Tipo_Equipo_Parte|Plan_Mantenimiento)",
+                                         QRegularExpression::CaseInsensitiveOption);
+    return forma.contains(plan);
+}
+
 // Where a column is set to, or compared with, an equipment type.
 QList<int> TiposIgualados(const QString &forma)
 {
@@ -65,7 +72,11 @@ Conocida Formas::Conocer(const QString &forma, const QStringList &funciones) con
     Conocida conocida;
     conocida.permitida =
         forma.startsWith("SELECT") ? SoloLlamaA(forma, funciones + FuncionesPropias) : CambioPermitido(forma);
+    // What a function of the database's own reads is not seen here.
+    conocida.ajena = forma.startsWith("SELECT") && SoloLlamaA(forma, funciones) && !NombraElPlan(forma);
     conocida.iguales = TiposIgualados(forma);
+    if (conocida.ajena)
+        return conocida;
     conocida.reservas = conocida.iguales;
     if (const int lugar = TipoDelAlta(forma); lugar >= 0)
         conocida.reservas.append(lugar);

@@ -12,7 +12,8 @@ class Conexion;
 // does: one row of values, a copy of rows, or columns set to values, and rows chosen by values of columns that all must
 // match. A typed text with quotes in it, however they are balanced, makes another shape of a statement, and widens
 // none; nor does a typed description bring other columns along. Queries change nothing, and are allowed as long as they
-// call nothing but a few functions that only read. A transaction keeps the plans to itself that its statements name.
+// call nothing but a few functions that only read. A transaction keeps the plans to itself that its statements name; a
+// catalogue that is read names none.
 class Formas : public Reglas
 {
 public:

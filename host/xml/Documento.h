@@ -51,7 +51,8 @@ private:
 class Documento
 {
 public:
-    static constexpr qint64 TamanoMaximo = 200LL * 1024 * 1024;
+    // Some 50,000 parts with two services each. The tree takes 12 to 20 times as much memory.
+    static constexpr qint64 TamanoMaximo = 50LL * 1024 * 1024;
 
     Documento();
     ~Documento();

@@ -31,14 +31,19 @@ BEGIN
             RAISE insufficient_privilege USING MESSAGE = 'role ' || rol || ' could create tables of its own';
         END IF;
     END LOOP;
-    -- Large objects belong to no schema: whoever may sign in could fill the disk with them. The functions are the
-    -- server's own, so that only a superuser takes them away.
+    -- Whoever may sign in, were it to look, could fill the disk with large objects, or with the temporary files of one
+    -- statement, and take so many advisory locks that nobody else signs in to the whole server. These are the server's
+    -- own, so that only a superuser takes them away.
     IF (SELECT rolsuper FROM pg_roles WHERE rolname = current_user) THEN
         FOR funcion IN SELECT oid FROM pg_proc
-                        WHERE pronamespace = 'pg_catalog'::regnamespace AND proname IN
-                              ('lo_creat', 'lo_create', 'lo_from_bytea', 'lo_import', 'lo_put', 'lowrite') LOOP
+                        WHERE pronamespace = 'pg_catalog'::regnamespace
+                          AND (proname LIKE 'pg\_%advisory%lock%' OR proname IN
+                               ('lo_creat', 'lo_create', 'lo_from_bytea', 'lo_import', 'lo_put', 'lowrite')) LOOP
             EXECUTE format('REVOKE EXECUTE ON FUNCTION %s FROM PUBLIC', funcion);
         END LOOP;
+        IF current_setting('temp_file_limit') = '-1' THEN
+            EXECUTE format('ALTER DATABASE %I SET temp_file_limit = ''2GB''', current_database());
+        END IF;
     END IF;
 END
 $$;
