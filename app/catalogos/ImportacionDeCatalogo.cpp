@@ -1,5 +1,6 @@
 #include "app/catalogos/ImportacionDeCatalogo.h"
 
+#include "app/catalogos/Nombres.h"
 #include "data/Texto.h"
 #include "plan/Catalogos.h"
 
@@ -12,29 +13,6 @@ namespace
 using Clase = FilaImportada::Clase;
 using ClaseDeColumna = qvx::ColumnaDeCatalogo::Clase;
 
-// What stands for a value of the database in a spreadsheet: the first is what is written there.
-struct Palabras {
-    QString valor;
-    QStringList palabras;
-};
-
-const QList<Palabras> &Estados()
-{
-    static const QList<Palabras> estados{
-        {qvx::estado::Activo, {"Activo", "Activa", "AC"}},
-        {qvx::estado::Baja, {"Baja", "Dado de baja", "Dada de baja", "Inactivo", "Inactiva", "BA"}},
-        {qvx::estado::Cancelado, {"Cancelado", "Cancelada", "CA"}}};
-    return estados;
-}
-
-const QList<Palabras> &ClasesDeProducto()
-{
-    static const QList<Palabras> clases{{"MO", {"Mano de obra", "MO"}},
-                                        {"RE", {"Refacción", "Refacciones", "RE"}},
-                                        {"HE", {"Herramienta", "Herramientas", "HE"}}};
-    return clases;
-}
-
 // "U. M.", "um" and "UM" are one.
 QString Esencia(const QString &titulo)
 {
@@ -43,21 +21,32 @@ QString Esencia(const QString &titulo)
     return letras;
 }
 
-QHash<QString, QString> PorEsencia(const QList<Palabras> &conocidas)
+// The codes by the words that stand for them in spreadsheets.
+QHash<QString, QString> Codigos(const QList<QPair<QString, QString>> &palabras)
 {
-    QHash<QString, QString> valores;
-    for (const auto &[valor, palabras] : conocidas)
-        for (const QString &palabra : palabras)
-            valores.insert(Esencia(palabra), valor);
-    return valores;
+    QHash<QString, QString> codigos;
+    for (const auto &[codigo, palabra] : palabras) {
+        codigos.insert(Esencia(codigo), codigo);
+        codigos.insert(Esencia(palabra), codigo);
+    }
+    return codigos;
 }
 
-QString APalabra(const QList<Palabras> &conocidas, const QString &valor)
+QHash<QString, QString> CodigosDeClase()
 {
-    for (const auto &[otro, palabras] : conocidas)
-        if (otro == valor)
-            return palabras.constFirst();
-    return valor;
+    return Codigos(nombres::ClasesDeProducto()
+                   + QList<QPair<QString, QString>>{{"RE", "Refacciones"}, {"HE", "Herramientas"}});
+}
+
+QHash<QString, QString> CodigosDeEstado()
+{
+    QList<QPair<QString, QString>> palabras;
+    for (const QString &codigo : {qvx::estado::Activo, qvx::estado::Baja, qvx::estado::Cancelado})
+        palabras.append({codigo, nombres::Estado(codigo)});
+    for (const QString palabra : {"Baja", "Dada de baja", "Inactivo", "Inactiva"})
+        palabras.append({qvx::estado::Baja, palabra});
+    return Codigos(palabras << QPair{qvx::estado::Activo, QString("Activa")}
+                            << QPair{qvx::estado::Cancelado, QString("Cancelada")});
 }
 
 // Where a heading stands that none of the columns has taken yet, -1 for nowhere.
@@ -239,7 +228,7 @@ private:
         const auto hallado = estados.constFind(Esencia(escrito));
         if (hallado != estados.constEnd())
             return *hallado;
-        Fallar(fila, static_cast<int>(columnas.size()) - 1, "Se esperaba Activo o Baja.");
+        Fallar(fila, static_cast<int>(columnas.size()) - 1, "Se esperaba Activo o Dado de baja.");
         return presente;
     }
 
@@ -249,8 +238,8 @@ private:
     csv::Decimal decimal;
     QList<ColumnaDeImportacion> columnas;
     csv::Cifras cifras;
-    QHash<QString, QString> estados = PorEsencia(Estados());
-    QHash<QString, QString> clases = PorEsencia(ClasesDeProducto());
+    QHash<QString, QString> estados = CodigosDeEstado();
+    QHash<QString, QString> clases = CodigosDeClase();
 };
 
 // Rows of one key: equal ones are one, unequal ones are all wrong.
@@ -299,9 +288,9 @@ QStringList EnPalabras(const qvx::TablaDeCatalogo &tabla, const qvx::RegistroDeC
     QStringList palabras{registro.clave};
     for (int i = 0; i < tabla.columnas.size(); ++i)
         palabras.append(tabla.columnas.at(i).clase == ClaseDeColumna::ClaseDeProducto
-                            ? APalabra(ClasesDeProducto(), registro.valores.at(i))
+                            ? nombres::ClaseDeProducto(registro.valores.at(i))
                             : registro.valores.at(i));
-    return palabras << APalabra(Estados(), registro.estado);
+    return palabras << nombres::Estado(registro.estado);
 }
 
 HojaLeida Corresponder(const qvx::TablaDeCatalogo &tabla, const QList<csv::Fila> &filas,
