@@ -45,8 +45,8 @@ QHash<QString, QString> CodigosDeEstado()
         palabras.append({codigo, nombres::Estado(codigo)});
     for (const QString palabra : {"Baja", "Dada de baja", "Inactivo", "Inactiva"})
         palabras.append({qvx::estado::Baja, palabra});
-    return Codigos(palabras << QPair{qvx::estado::Activo, QString("Activa")}
-                            << QPair{qvx::estado::Cancelado, QString("Cancelada")});
+    return Codigos(palabras << std::pair{qvx::estado::Activo, QString("Activa")}
+                            << std::pair{qvx::estado::Cancelado, QString("Cancelada")});
 }
 
 // Where a heading stands that none of the columns has taken yet, -1 for nowhere.

@@ -111,15 +111,12 @@ bool Vacia(const Fila &fila)
 }
 
 // How well a delimiter parts the first rows: the more of them have as many cells as the first one, then the more cells.
-struct Merito {
-    int parejas = 0;
-    qsizetype columnas = 0;
-    auto operator<=>(const Merito &) const = default;
-};
+using Merito = std::pair<int, qsizetype>;
 
 Merito Juzgar(const QString &texto, QChar delimitador)
 {
-    Merito merito;
+    int parejas = 0;
+    qsizetype columnas = 0;
     try {
         Lector lector(texto, delimitador);
         for (int vistas = 0; vistas < FilasDeMuestra; ++vistas) {
@@ -128,14 +125,14 @@ Merito Juzgar(const QString &texto, QChar delimitador)
                 break;
             if (Vacia(*fila))
                 continue;
-            if (merito.columnas == 0)
-                merito.columnas = fila->celdas.size();
-            merito.parejas += fila->celdas.size() == merito.columnas ? 1 : 0;
+            if (columnas == 0)
+                columnas = fila->celdas.size();
+            parejas += fila->celdas.size() == columnas ? 1 : 0;
         }
     } catch (const qvx::ErrorEjecucion &) {
         return {}; // whoever reads the text is told
     }
-    return merito.columnas > 1 ? merito : Merito{};
+    return columnas > 1 ? Merito{parejas, columnas} : Merito{};
 }
 
 // What a spreadsheet would take for a formula, and what was guarded already: it must come back as it is.
@@ -193,7 +190,7 @@ std::optional<QChar> ProponerDelimitador(const QString &texto)
     bool empate = false;
     for (const QChar delimitador : {QLatin1Char(';'), QLatin1Char(','), QLatin1Char('\t')}) {
         const Merito merito = Juzgar(texto, delimitador);
-        empate = merito > suyo ? false : empate || (merito == suyo && merito.columnas > 0);
+        empate = merito > suyo ? false : empate || (merito == suyo && merito != Merito{});
         if (merito > suyo) {
             mejor = delimitador;
             suyo = merito;

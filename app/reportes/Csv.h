@@ -12,7 +12,7 @@ namespace csv
 
 // A row, and the line of the text that it begins on, from 1.
 struct Fila {
-    int renglon;
+    int renglon = 0;
     QStringList celdas;
 };
 
