@@ -9,7 +9,6 @@ using Clase = FilaImportada::Clase;
 
 constexpr int Renglon = 0;
 constexpr int Destino = 1;
-constexpr int Motivo = ModeloDeImportacion::Motivo;
 constexpr int PrimeraCelda = 3; // the key's
 
 QString MotivoDe(const FilaImportada &fila)
