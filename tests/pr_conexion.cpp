@@ -19,6 +19,7 @@ class PrConexion : public QObject
 private Q_SLOTS:
     void numeros();
     void rechazos_data();
+    void dialecto();
     void rechazos();
     void condena();
     void abandonada();
@@ -86,6 +87,13 @@ void PrConexion::rechazos_data()
           "SELECT query_to_xml('DELETE FROM Producto', true, true, '')", "SELECT * INTO Copia FROM Producto",
           "SELECT 1 UNION SELECT * FROM (WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i FROM n) SELECT i FROM n)"})
         fila(sql, "");
+}
+
+// What stands for an alias in a select list is a comparison behind WHERE.
+void PrConexion::dialecto()
+{
+    QCOMPARE(qvx::ReescribirComun("SELECT a, b = (SELECT f(c) FROM t) FROM u WHERE x = (SELECT 1)"),
+             "SELECT a, (SELECT f(c) FROM t) AS b FROM u WHERE x = (SELECT 1)");
 }
 
 void PrConexion::rechazos()

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QClipboard>
+#include <QCursor>
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QMimeData>
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void sinEditor();
     void largos();
     void soltar();
+    void abrirArrastrando();
     void hondura();
     void bajaSoloSeMira();
     void celdas();
@@ -23,6 +25,7 @@ private Q_SLOTS:
     void validaciones();
 
 private:
+    bool Arrastrar(const QString &folio, const QPoint &punto, bool suelta);
     bool Soltar(const QString &folio, const QString &destino);
 };
 
@@ -48,24 +51,45 @@ void PrPantalla::sinEditor()
                                       "16|Controles_B2Click()|KT580|ERR-ID:7500022|No hay una parte seleccionada"}));
 }
 
-// On a part, or below the nodes without one. Whether each of the drag's events was taken.
-bool PrPantalla::Soltar(const QString &folio, const QString &destino)
+// Whether each of a drag's events was taken.
+bool PrPantalla::Arrastrar(const QString &folio, const QPoint &punto, bool suelta)
 {
-    Arbol().expandAll();
-    const QPoint fuera = Arbol().viewport()->rect().bottomLeft() - QPoint(-5, 5);
-    const QPoint punto = destino.isEmpty() ? fuera : Arbol().visualItemRect(Arbol().Item(destino)).center();
     QMimeData datos;
     datos.setText(folio);
     QDragEnterEvent entra(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
     QDragMoveEvent pasa(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
     QDropEvent cae(punto, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
+    QList<QDropEvent *> eventos{&entra, &pasa};
+    if (suelta)
+        eventos.append(&cae);
     bool tomado = true;
-    for (QDropEvent *evento : std::initializer_list<QDropEvent *>{&entra, &pasa, &cae}) {
+    for (QDropEvent *evento : std::as_const(eventos)) {
         QCoreApplication::sendEvent(Arbol().viewport(), evento);
         tomado = tomado && evento->isAccepted();
     }
     QCoreApplication::processEvents();
     return tomado;
+}
+
+// On a part, or below the nodes without one.
+bool PrPantalla::Soltar(const QString &folio, const QString &destino)
+{
+    Arbol().expandAll();
+    const QPoint fuera = Arbol().viewport()->rect().bottomLeft() - QPoint(-5, 5);
+    return Arrastrar(folio, destino.isEmpty() ? fuera : Arbol().visualItemRect(Arbol().Item(destino)).center(), true);
+}
+
+// A part below a closed node can be reached without letting go.
+void PrPantalla::abrirArrastrando()
+{
+    auto *cerrado = Arbol().Item("N0001");
+    cerrado->setExpanded(false);
+    const QPoint punto = Arbol().visualItemRect(cerrado).center();
+    QCursor::setPos(Arbol().viewport()->mapToGlobal(punto));
+    QVERIFY(Arrastrar("000001", punto, false));
+    QTRY_VERIFY(cerrado->isExpanded());
+    QDragLeaveEvent sale;
+    QCoreApplication::sendEvent(Arbol().viewport(), &sale);
 }
 
 // Neither a key of ten digits nor a long text is cut on its way to a form or a label and back, nor is the key of a type

@@ -1,5 +1,7 @@
 #include "app/catalogos/PaginaCatalogos.h"
 
+#include "app/catalogos/DialogoExportarCatalogo.h"
+#include "app/catalogos/DialogoImportarCatalogo.h"
 #include "app/catalogos/DialogoRegistro.h"
 #include "app/catalogos/DialogoUsos.h"
 #include "app/catalogos/Nombres.h"
@@ -15,14 +17,17 @@
 #include "session/Utilerias.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QLocale>
+#include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -148,8 +153,8 @@ void PaginaCatalogos::PonerLista()
     lblDerecho->hide();
 }
 
-QAction *PaginaCatalogos::Accion(QHBoxLayout &fila, const QString &nombre, const QString &texto,
-                                 const QKeySequence &tecla, void (PaginaCatalogos::*hacer)())
+QAction *PaginaCatalogos::Accion(const QString &nombre, const QString &texto, const QKeySequence &tecla,
+                                 void (PaginaCatalogos::*hacer)())
 {
     auto *accion = new QAction(texto, this);
     accion->setObjectName("acc" + nombre);
@@ -158,6 +163,13 @@ QAction *PaginaCatalogos::Accion(QHBoxLayout &fila, const QString &nombre, const
     connect(accion, &QAction::triggered, this, hacer);
     addAction(accion);
     lvRegistros->addAction(accion);
+    return accion;
+}
+
+QAction *PaginaCatalogos::ConBoton(QHBoxLayout &fila, const QString &nombre, const QString &texto,
+                                   const QKeySequence &tecla, void (PaginaCatalogos::*hacer)())
+{
+    QAction *accion = Accion(nombre, texto, tecla, hacer);
     auto *boton = new QPushButton(texto);
     boton->setObjectName("cmd" + nombre);
     boton->setAutoDefault(false);
@@ -174,17 +186,37 @@ QWidget *PaginaCatalogos::Acciones()
     auto *acciones = new QWidget;
     auto *fila = new QHBoxLayout(acciones);
     fila->setContentsMargins(0, 0, 0, 0);
-    deCambio = {Accion(*fila, "Nuevo", "&Nuevo…", QKeySequence("Ctrl+N"), &PaginaCatalogos::Nuevo),
-                Accion(*fila, "Editar", "&Editar…", QKeySequence("F2"), &PaginaCatalogos::Editar),
-                Accion(*fila, "Baja", "Dar de &baja…", {}, &PaginaCatalogos::DarDeBaja),
-                Accion(*fila, "Reactivar", "Rea&ctivar", {}, &PaginaCatalogos::Reactivar),
-                Accion(*fila, "Eliminar", "E&liminar…", QKeySequence(Qt::Key_Delete), &PaginaCatalogos::Eliminar),
-                Accion(*fila, "Reemplazar", "Reem&plazar por…", {}, &PaginaCatalogos::Reemplazar)};
-    accBaja = deCambio.at(2);
-    accReactivar = deCambio.at(3);
-    Accion(*fila, "Usos", "¿Dónde se &usa?…", QKeySequence("Ctrl+U"), &PaginaCatalogos::VerUsos);
+    deCambio = {ConBoton(*fila, "Nuevo", "&Nuevo…", QKeySequence("Ctrl+N"), &PaginaCatalogos::Nuevo),
+                ConBoton(*fila, "Editar", "&Editar…", QKeySequence("F2"), &PaginaCatalogos::Editar),
+                ConBoton(*fila, "Baja", "Dar de &baja…", {}, &PaginaCatalogos::DarDeBaja),
+                ConBoton(*fila, "Reactivar", "Rea&ctivar", {}, &PaginaCatalogos::Reactivar),
+                ConBoton(*fila, "Eliminar", "E&liminar…", QKeySequence(Qt::Key_Delete), &PaginaCatalogos::Eliminar),
+                ConBoton(*fila, "Reemplazar", "Reem&plazar por…", {}, &PaginaCatalogos::Reemplazar)};
+    deUno = deCambio.mid(1);
+    accBaja = deUno.at(1);
+    accReactivar = deUno.at(2);
+    ConBoton(*fila, "Usos", "¿Dónde se &usa?…", QKeySequence("Ctrl+U"), &PaginaCatalogos::VerUsos);
     fila->addStretch();
+    fila->addWidget(HojaDeCalculo());
     return acciones;
+}
+
+// The way to spreadsheets and back.
+QWidget *PaginaCatalogos::HojaDeCalculo()
+{
+    auto *boton = new QPushButton("&Hoja de cálculo");
+    boton->setObjectName("cmdHoja");
+    auto *menu = new QMenu(boton);
+    const QList<QAction *> entradas{
+        Accion("Importar", "&Importar CSV…", QKeySequence("Ctrl+I"), &PaginaCatalogos::Importar),
+        Accion("Pegar", "&Pegar lo copiado de una hoja", QKeySequence::Paste, &PaginaCatalogos::Pegar)};
+    deCambio = entradas + deCambio;
+    menu->addActions(entradas);
+    menu->addSeparator();
+    menu->addAction(Accion("ExportarCsv", "Exportar &CSV…", {}, &PaginaCatalogos::ExportarCsv));
+    menu->addAction(Accion("ExportarXlsx", "Exportar &XLSX…", {}, &PaginaCatalogos::ExportarXlsx));
+    boton->setMenu(menu);
+    return boton;
 }
 
 const TablaDeCatalogo &PaginaCatalogos::Tabla() const
@@ -279,13 +311,13 @@ void PaginaCatalogos::PonerEstado()
     lblCuenta->setText(QLocale().toString(cuantos) + (cuantos == 1 ? " registro" : " registros"));
     const RegistroDeCatalogo *elegido = Elegido();
     for (QAction *accion : std::as_const(deCambio))
-        accion->setEnabled(puedeCambiar && (elegido || accion == deCambio.constFirst()));
+        accion->setEnabled(puedeCambiar && (elegido || !deUno.contains(accion)));
     if (!elegido)
         return;
     const bool activo = elegido->estado == qvx::estado::Activo;
     accBaja->setEnabled(puedeCambiar && activo);
     accReactivar->setEnabled(puedeCambiar && !activo);
-    deCambio.constLast()->setEnabled(puedeCambiar && Tabla().nombre != "Tipo_Equipo");
+    deUno.constLast()->setEnabled(puedeCambiar && Tabla().nombre != "Tipo_Equipo");
 }
 
 // The row is shown whatever the filter says.
@@ -396,6 +428,40 @@ void PaginaCatalogos::Reemplazar()
         }
         if (DialogoUsos::Reemplazar(this, Tabla(), registro, nuevo))
             Terminar(registro.clave);
+    });
+}
+
+void PaginaCatalogos::Importar()
+{
+    if (DialogoImportarCatalogo::ImportarArchivo(this, Tabla()))
+        Terminar({});
+}
+
+// What a spreadsheet put on the clipboard: a text with a tab between its cells.
+void PaginaCatalogos::Pegar()
+{
+    const QString texto = QGuiApplication::clipboard()->text();
+    if (!texto.isEmpty()
+        && DialogoImportarCatalogo::Importar(this, Tabla(), texto.toUtf8(), "lo copiado de una hoja de cálculo"))
+        Terminar({});
+}
+
+void PaginaCatalogos::ExportarCsv()
+{
+    Exportar(false);
+}
+
+void PaginaCatalogos::ExportarXlsx()
+{
+    Exportar(true);
+}
+
+// The whole catalogue, whatever is shown of it: it can then be imported anywhere.
+void PaginaCatalogos::Exportar(bool libro)
+{
+    ConTrampa([this, libro] {
+        DialogoExportarCatalogo::Exportar(this, Tabla(), qvx::LeerRegistros(Sesion::Actual().Conexion(), Tabla()),
+                                          libro);
     });
 }
 

@@ -48,8 +48,11 @@ private:
     QWidget *Busqueda();
     void PonerLista();
     QWidget *Acciones();
-    QAction *Accion(QHBoxLayout &fila, const QString &nombre, const QString &texto, const QKeySequence &tecla,
+    QWidget *HojaDeCalculo();
+    QAction *Accion(const QString &nombre, const QString &texto, const QKeySequence &tecla,
                     void (PaginaCatalogos::*hacer)());
+    QAction *ConBoton(QHBoxLayout &fila, const QString &nombre, const QString &texto, const QKeySequence &tecla,
+                      void (PaginaCatalogos::*hacer)());
     const qvx::TablaDeCatalogo &Tabla() const;
     // The row chosen, nullptr for none.
     const qvx::RegistroDeCatalogo *Elegido() const;
@@ -67,6 +70,11 @@ private:
     void Eliminar();
     void VerUsos();
     void Reemplazar();
+    void Importar();
+    void Pegar();
+    void ExportarCsv();
+    void ExportarXlsx();
+    void Exportar(bool libro);
 
     QListWidget *lstCatalogos;
     QLineEdit *txtBuscar;
@@ -77,6 +85,7 @@ private:
     qvx::ModeloTabla *modelo = nullptr; // of the catalogue that is shown
     QList<qvx::RegistroDeCatalogo> registros;
     QList<QAction *> deCambio; // what only who may change catalogues can do
+    QList<QAction *> deUno;    // of these, what is done to the row chosen
     QAction *accBaja = nullptr;
     QAction *accReactivar = nullptr;
     bool puedeCambiar = false;
