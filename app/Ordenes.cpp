@@ -12,7 +12,6 @@
 #include "session/Sesion.h"
 
 #include <QApplication>
-#include <QFileInfo>
 
 namespace
 {
