@@ -12,6 +12,7 @@
 #include "session/Sesion.h"
 
 #include <QApplication>
+#include <QFileInfo>
 
 namespace
 {

@@ -1,7 +1,5 @@
 #include "app/catalogos/TextosDeCostos.h"
 
-#include <QHash>
-
 namespace
 {
 
@@ -25,12 +23,6 @@ QString TextoDeCambio(double cambio)
     return (cambio > 0 ? "+" : "") + TextoDeImporte(cambio);
 }
 
-QString TextoDeClase(const QString &clase)
-{
-    static const QHash<QString, QString> clases{{"01", "Mano de obra"}, {"02", "Refacción"}};
-    return clases.value(clase, clase);
-}
-
 QString TextoDeAparte(int lineas)
 {
     if (lineas == 0)
@@ -42,7 +34,8 @@ QString TextoDeAparte(int lineas)
 QString TextoDeEscritos(const qvx::CostosEscritos &escritos)
 {
     QString texto = escritos.hechos.isEmpty() ? QString("No se actualizó ningún plan.")
-                                              : "Se actualizaron " + Cuantos(escritos.lineas, "renglón", "renglones")
+                                              : (escritos.lineas == 1 ? "Se actualizó " : "Se actualizaron ")
+                                                    + Cuantos(escritos.lineas, "renglón", "renglones")
                                                     + " del plan de: " + escritos.hechos.join(", ") + ".";
     if (!escritos.fallido.isEmpty())
         texto += "\nEn el plan de " + escritos.fallido + " se detuvo: " + escritos.motivo;

@@ -9,8 +9,6 @@ QString TextoDeCosto(double costo);
 QString TextoDeImporte(double importe);
 // With its sign: "+$339.995".
 QString TextoDeCambio(double cambio);
-// "Mano de obra", "Refacción"; the code itself for another kind.
-QString TextoDeClase(const QString &clase);
 // What is left as it is though it differs too, "" for nothing: a sentence with a blank before it.
 QString TextoDeAparte(int lineas);
 // What became of the plans.

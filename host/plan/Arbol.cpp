@@ -32,14 +32,6 @@ const Parte *Arbol::Buscar(const QString &clave) const
     return hallada == partes.end() ? nullptr : &hallada->second;
 }
 
-QString Arbol::Ruta(const Parte &parte) const
-{
-    QStringList descripciones;
-    for (const Parte *paso = &parte; paso; paso = paso->padre == claves::Raiz ? nullptr : Buscar(paso->padre))
-        descripciones.prepend(paso->descripcion);
-    return descripciones.join(" / ");
-}
-
 // From a part upwards, as far as nobody has been yet.
 void Arbol::RecorrerDesde(const QString &desde)
 {

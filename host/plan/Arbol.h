@@ -33,8 +33,6 @@ public:
 
     const std::map<QString, Parte> &Partes() const { return partes; }
     const Parte *Buscar(const QString &clave) const;
-    // The descriptions from the top part down to a part that the tree reaches.
-    QString Ruta(const Parte &parte) const;
 
 private:
     using Alcance = Parte::Alcance;

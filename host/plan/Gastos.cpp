@@ -57,7 +57,7 @@ QHash<QString, Usos> LeerUsos(Conexion &conexion)
 void Proponer(RefaccionSinGasto &linea, const Usos &usos)
 {
     if (usos.empty()) {
-        linea.fundamento = "Ningún otro renglón de este producto tiene tipo de gasto";
+        linea.fundamento = "Ningún otro renglón del producto tiene uno";
         return;
     }
     int mayor = 0;
@@ -72,11 +72,11 @@ void Proponer(RefaccionSinGasto &linea, const Usos &usos)
         mayor = std::max(mayor, cuantos);
     }
     if (primeros.size() > 1) {
-        linea.fundamento = "Empate: otros renglones de este producto tienen " + primeros.join(", ");
+        linea.fundamento = "Empate entre los renglones del producto: " + primeros.join(", ");
         return;
     }
     linea.propuesto = primeros.constFirst();
-    linea.fundamento = QString("Lo tienen %1 de %2 renglones de este producto").arg(mayor).arg(todos);
+    linea.fundamento = QString("Lo tienen %1 de %2 renglones del producto").arg(mayor).arg(todos);
 }
 
 // Everything of a line that a person saw, as one text.

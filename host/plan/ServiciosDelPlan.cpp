@@ -4,6 +4,7 @@
 #include "data/Texto.h"
 #include "plan/Arbol.h"
 #include "plan/RegistrosDeCatalogo.h"
+#include "plan/Rutas.h"
 
 namespace qvx
 {
@@ -60,6 +61,7 @@ ServiciosDelPlan::ServiciosDelPlan(Conexion &conexion, const QStringList &tipos)
 {
     const QHash<QString, QString> nombres = LeerTipos(conexion, tipos);
     const QHash<QString, Arbol> arboles = LeerArboles(conexion, tipos);
+    Rutas rutas(conexion);
     for (auto filas = conexion.Execute(
              "SELECT s.Te_Cve_Tipo_Equipo, s.Tep_ID, s.Pm_ID, s.Version AS Sello, s.Pm_Precio, t.Ts_Descripcion FROM "
              "Plan_Mantenimiento s LEFT JOIN Tipo_Servicio t ON t.Ts_Cve_Tipo_Servicio = s.Ts_Cve_Tipo_Servicio WHERE "
@@ -75,7 +77,8 @@ ServiciosDelPlan::ServiciosDelPlan(Conexion &conexion, const QStringList &tipos)
         if (nombre == nombres.constEnd() || !parte || !parte->Sirve())
             continue;
         lugares.insert(Clave(leido.tipoEquipo, leido.parte, leido.folio), static_cast<int>(servicios.size()));
-        servicios.append({leido, *nombre, arbol->Ruta(*parte), filas.Texto(5), filas.Numero("Pm_Precio")});
+        servicios.append(
+            {leido, *nombre, rutas.De(leido.tipoEquipo, leido.parte), filas.Texto(5), filas.Numero("Pm_Precio")});
     }
 }
 
