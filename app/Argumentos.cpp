@@ -5,6 +5,7 @@
 #include <QCommandLineParser>
 #include <QStandardPaths>
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -27,8 +28,8 @@ void LeerIntercambio(const QCommandLineParser &lector, QStringList &sueltos, Arg
         argumentos.error = argumentos.EsDeCatalogo()
                                ? QString("--importar-catalogo y --exportar-catalogo van sin otra orden.")
                                : QString("--exportar, --importar y --validar no van juntos.");
-    else if (argumentos.si && !argumentos.importar && !argumentos.importarCatalogo)
-        argumentos.error = "--si solo va con --importar y --importar-catalogo.";
+    else if (argumentos.si && !argumentos.importar && !argumentos.importarCatalogo && !argumentos.EsDeCostos())
+        argumentos.error = "--si no va con esta orden.";
     else if (argumentos.importar || argumentos.validar)
         argumentos.archivo = lector.value(argumentos.importar ? "importar" : "validar");
     else if (pideArchivo)
@@ -80,6 +81,23 @@ void LeerCatalogo(const QCommandLineParser &lector, Argumentos &argumentos)
         argumentos.error = "No hay un catálogo «" + nombre + "». Hay estos: " + nombres.join(", ") + ".";
     else if (argumentos.exportarCatalogo && argumentos.codificacion)
         argumentos.error = "--codificacion solo va con --importar-catalogo: se escribe en UTF-8.";
+}
+
+// The orders on costs; takes the keys of their equipment types from the arguments that no option names.
+void LeerCostos(const QCommandLineParser &lector, QStringList &sueltos, Argumentos &argumentos)
+{
+    argumentos.actualizarCostos = lector.isSet("actualizar-costos");
+    argumentos.completarGastos = lector.isSet("completar-gastos");
+    if (!argumentos.EsDeCostos())
+        return;
+    const QString orden = argumentos.actualizarCostos ? "actualizar-costos" : "completar-gastos";
+    QStringList otras = lector.optionNames();
+    otras.removeIf([&](const QString &opcion) {
+        return QStringList{orden, "si", "base-datos", "servidor", "operador"}.contains(opcion);
+    });
+    if (!otras.isEmpty())
+        argumentos.error = "--" + orden + " va sin otra orden: --" + otras.constFirst() + " sobra.";
+    argumentos.claves = std::exchange(sueltos, {});
 }
 
 // The options of the shared server.
@@ -155,6 +173,8 @@ Argumentos Argumentos::Leer(const QStringList &linea)
                        {"decimal", "", "MARK"},
                        {"codificacion", "", "NAME"},
                        {"si", ""},
+                       {"actualizar-costos", ""},
+                       {"completar-gastos", ""},
                        {"revisar", ""},
                        {"ayuda", ""},
                        {"version", ""}});
@@ -166,6 +186,7 @@ Argumentos Argumentos::Leer(const QStringList &linea)
         return argumentos;
     }
     QStringList sueltos = lector.positionalArguments();
+    LeerCostos(lector, sueltos, argumentos);
     LeerIntercambio(lector, sueltos, argumentos);
     LeerCatalogo(lector, argumentos);
     argumentos.revisar = lector.isSet("revisar");

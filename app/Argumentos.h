@@ -24,13 +24,17 @@ struct Argumentos {
     bool importarCatalogo = false;
     bool exportarCatalogo = false;
     QString archivo;
-    bool si = false;                                // what an import asks is answered Yes
+    bool si = false;                                // what an import asks is answered Yes, what was told is written
     const qvx::TablaDeCatalogo *catalogo = nullptr; // of the last two
     // How a spreadsheet's text is written, where the command line says it.
     std::optional<QChar> delimitador;
     std::optional<csv::Decimal> decimal;
     std::optional<csv::Codificacion> codificacion;
-    bool revisar = false;      // without a window: what the trees do not reach
+    bool revisar = false; // without a window: what the trees do not reach
+    // Without a window: at most one of the two, of the equipment types with these keys, none for all.
+    bool actualizarCostos = false;
+    bool completarGastos = false;
+    QStringList claves;
     bool crearEsquema = false; // without a window: on the server, at most one of the two
     bool actualizarEsquema = false;
     bool conEjemplos = false;
@@ -41,6 +45,7 @@ struct Argumentos {
     static Argumentos Leer(const QStringList &linea);
     bool EsIntercambio() const { return !exportar.isEmpty() || importar || validar; }
     bool EsDeCatalogo() const { return importarCatalogo || exportarCatalogo; }
+    bool EsDeCostos() const { return actualizarCostos || completarGastos; }
     static QString Ayuda();
 
     static QString BaseDelUsuario();

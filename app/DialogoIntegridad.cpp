@@ -1,5 +1,6 @@
 #include "app/DialogoIntegridad.h"
 
+#include "app/Textos.h"
 #include "controls/colorQVX.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
@@ -27,11 +28,6 @@ QString Destino(const qvx::Suelto &suelto)
     if (!suelto.SeCorrige())
         return "(en el servicio)";
     return suelto.clase == qvx::Suelto::Clase::Parte ? qvx::claves::TextoRaiz : "(elija una parte)";
-}
-
-QString Cuantos(qsizetype cuantos, const QString &uno, const QString &varios)
-{
-    return QString::number(cuantos) + " " + (cuantos == 1 ? uno : varios);
 }
 
 QString PartesYServicios(int partes, int servicios)

@@ -2,6 +2,9 @@
 
 #include "app/DialogoIntegridad.h"
 #include "app/InteraccionDelEscritorio.h"
+#include "app/catalogos/AvisoDeGastos.h"
+#include "app/catalogos/DialogoCostos.h"
+#include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/PaginaCatalogos.h"
 #include "controls/Formulario.h"
 #include "controls/TreeView.h"
@@ -21,6 +24,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <functional>
 #include <utility>
 
 namespace
@@ -131,6 +135,11 @@ void VentanaPrincipal::PonerSugerencia()
         tipoResuelto = true;
         mirar();
     });
+    gastos = new AvisoDeGastos(this);
+    const auto contar = [this] { gastos->Mirar(tipoResuelto ? TipoEnPantalla() : QString()); };
+    connect(gastos, &AvisoDeGastos::Cambio, this, mirar);
+    connect(tipo, &textoQVX::txtQVX::Resuelto, this, contar);
+    connect(partes->model(), &QAbstractItemModel::rowsInserted, this, contar);
     connect(partes->model(), &QAbstractItemModel::rowsInserted, this, mirar);
     connect(partes->model(), &QAbstractItemModel::rowsRemoved, this, mirar);
     connect(partes->selectionModel(), &QItemSelectionModel::selectionChanged, this, mirar);
@@ -149,6 +158,8 @@ QString VentanaPrincipal::Sugerencia() const
         return "El tipo de equipo «" + tipo->Text() + "» no existe o está dado de baja: corrija la clave o pulse F3.";
     if (partes->Count() <= 1)
         return "Este tipo de equipo no tiene plan todavía: elija RAIZ y pulse Nuevo, o pulse Importar XML.";
+    if (const QString pendiente = gastos->Texto(); !pendiente.isEmpty())
+        return pendiente;
     return partes->SelectedItem() ? QString() : QString("Elija una parte para ver sus servicios.");
 }
 
@@ -196,21 +207,34 @@ void VentanaPrincipal::PonerMenu()
     }
     QMenu *herramientas = menuBar()->addMenu("&Herramientas");
     herramientas->setObjectName("mnuHerramientas");
-    QAction *revisar = herramientas->addAction("&Revisar integridad…", this, &VentanaPrincipal::RevisarIntegridad);
-    revisar->setObjectName("mnuRevisarIntegridad");
+    const auto agregar = [&](const QString &nombre, const QString &texto, const std::function<void()> &abrir) {
+        herramientas->addAction(texto, this, abrir)->setObjectName(nombre);
+    };
+    agregar("mnuRevisarIntegridad", "&Revisar integridad…",
+            [this] { AbrirDialogo<DialogoIntegridad>("ERR-ID:1000006"); });
+    agregar("mnuActualizarCostos", "&Actualizar costos…",
+            [this] { AbrirDialogo<DialogoCostos>("ERR-ID:1000045", TipoEnPantalla()); });
+    agregar("mnuCompletarGastos", "&Completar tipos de gasto…",
+            [this] { AbrirDialogo<DialogoGastos>("ERR-ID:1000046", TipoEnPantalla()); });
 }
 
-// The screen then reads its equipment type again: what it shows may have been corrected.
-void VentanaPrincipal::RevisarIntegridad()
+// The screen then reads its equipment type again: what it shows may have been changed.
+template <class Dialogo, class... Datos>
+void VentanaPrincipal::AbrirDialogo(const QString &identificador, const Datos &...datos)
 {
     try {
-        DialogoIntegridad dialogo(this);
+        Dialogo dialogo(datos..., this);
         dialogo.exec();
         if (dialogo.HuboCambios())
             Releer();
     } catch (const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", "ERR-ID:1000006");
+        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", identificador);
     }
+}
+
+QString VentanaPrincipal::TipoEnPantalla() const
+{
+    return tipo ? tipo->Text() : QString();
 }
 
 void VentanaPrincipal::closeEvent(QCloseEvent *evento)

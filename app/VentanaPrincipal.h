@@ -18,6 +18,7 @@ namespace textoQVX
 class txtQVX;
 }
 
+class AvisoDeGastos;
 class PaginaCatalogos;
 
 // The window of the stand-alone host, a page for each thing that a planner does. The screen is one of them, and the
@@ -48,7 +49,9 @@ private:
     void PonerSugerencia();
     QString Sugerencia() const;
     void PonerMenu();
-    void RevisarIntegridad();
+    template <class Dialogo, class... Datos>
+    void AbrirDialogo(const QString &identificador, const Datos &...datos);
+    QString TipoEnPantalla() const;
 
     QString tipoEquipo;
     QTabWidget *tabPaginas;
@@ -60,6 +63,7 @@ private:
     QPointer<textoQVX::txtQVX> nombreTipo;
     QPointer<comunesQVX::TreeView> partes;
     QLabel *sugerencia = nullptr;
+    AvisoDeGastos *gastos = nullptr;
     QTimer cambio;             // one look at the screen for any number of its changes
     bool tipoResuelto = false; // the key in the box was looked up
 };

@@ -3,6 +3,7 @@
 #include "app/Ordenes.h"
 #include "app/Reporte.h"
 #include "app/catalogos/OrdenesDeCatalogo.h"
+#include "app/catalogos/OrdenesDeCostos.h"
 #include "session/Aplicacion.h"
 
 #include <fontconfig/fontconfig.h>
@@ -36,6 +37,10 @@ std::function<int(const Argumentos &)> OrdenSinPantalla(const Argumentos &argume
         return ImportarCatalogo;
     if (argumentos.exportarCatalogo)
         return [](const Argumentos &estos) { return ExportarCatalogo(estos); };
+    if (argumentos.actualizarCostos)
+        return ActualizarLosCostos;
+    if (argumentos.completarGastos)
+        return CompletarLosGastos;
     return nullptr;
 }
 

@@ -1,6 +1,8 @@
 // Takes the pictures of the documents from the real screen, on the example plans: capturas FOLDER.
 
 #include "app/DialogoEntrada.h"
+#include "app/catalogos/DialogoCostos.h"
+#include "app/catalogos/DialogoGastos.h"
 #include "controls/Controles.h"
 #include "controls/InteraccionQt.h"
 #include "controls/ListView.h"
@@ -14,6 +16,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QTimer>
+#include <QTreeView>
 
 using comunesQVX::ListView;
 using comunesQVX::TreeView;
@@ -114,6 +117,34 @@ void RetratarEntrada()
     }
 }
 
+// The lists of what a plan's lines have otherwise than the catalogue, after wages rose and a type's spare parts lost
+// their expense types.
+void RetratarCostos(const Escenario &escenario)
+{
+    for (const char *cambio :
+         {"UPDATE Producto SET Pr_Costo_Estandar = Pr_Costo_Estandar * 1.2 WHERE Pr_Cve_Producto = '0000000003'",
+          "UPDATE Producto SET Pr_Costo_Estandar = 0 WHERE Pr_Cve_Producto = '0000001062'",
+          "UPDATE Plan_Mantenimiento SET Pm_Precio = (SELECT SUM(Pmd_Importe) + 5 FROM Plan_Mantenimiento_Detalle d "
+          "WHERE d.Te_Cve_Tipo_Equipo = '0001' AND d.Pm_ID = '000011') WHERE Te_Cve_Tipo_Equipo = '0001' AND Pm_ID = "
+          "'000011'",
+          "UPDATE Plan_Mantenimiento_Detalle SET Pmd_Tipo_Gasto = '' WHERE Te_Cve_Tipo_Equipo = '0002'"})
+        escenario.Correr(cambio);
+    constexpr QSize Tamano{1280, 460};
+    const auto retratar = [&](QDialog &dialogo, const QString &lista, const QString &nombre) {
+        dialogo.resize(Tamano);
+        dialogo.show();
+        if (!QTest::qWaitForWindowActive(&dialogo))
+            qFatal("La ventana no se activó");
+        auto &renglones = En<QTreeView>(dialogo, lista);
+        renglones.setCurrentIndex(renglones.model()->index(1, 0));
+        Guardar(dialogo, nombre);
+    };
+    DialogoCostos costos("0001", nullptr);
+    retratar(costos, "lvCostos", "actualizar_costos");
+    DialogoGastos gastos("0002", nullptr);
+    retratar(gastos, "lvGastos", "completar_gastos");
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -154,5 +185,7 @@ int main(int argc, char **argv)
 
     RetratarPlan(escenario, pantalla);
     RetratarPartes(escenario, pantalla);
+    escenario.CerrarPantalla();
+    RetratarCostos(escenario);
     return 0;
 }

@@ -30,10 +30,9 @@ constexpr int ColumnaParte = 1;
 
 QString Como(const Uso &uso)
 {
-    static const QHash<QString, QString> clases{{"01", "Mano de obra"}, {"02", "Refacción"}, {"03", "Herramienta"}};
     switch (uso.donde) {
     case Uso::Donde::Renglon:
-        return uso.servicio.sello.isEmpty() ? QString("Renglón sin servicio") : clases.value(uso.clase, uso.clase);
+        return uso.servicio.sello.isEmpty() ? QString("Renglón sin servicio") : nombres::ClaseDeRenglon(uso.clase);
     case Uso::Donde::Producto:
         return "Producto " + uso.renglon;
     case Uso::Donde::Parte:

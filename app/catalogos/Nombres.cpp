@@ -27,6 +27,13 @@ QString nombres::ClaseDeProducto(const QString &codigo)
     return Nombre(ClasesDeProducto(), codigo);
 }
 
+QString nombres::ClaseDeRenglon(const QString &codigo)
+{
+    static const QList<QPair<QString, QString>> clases{
+        {"01", "Mano de obra"}, {"02", "Refacción"}, {"03", "Herramienta"}};
+    return Nombre(clases, codigo);
+}
+
 QString nombres::Estado(const QString &codigo)
 {
     static const QList<QPair<QString, QString>> estados{

@@ -5,6 +5,7 @@
 #include "data/Texto.h"
 #include "plan/Claves.h"
 #include "plan/Formas.h"
+#include "plan/RegistrosDeCatalogo.h"
 
 #include <QHash>
 
@@ -92,6 +93,18 @@ void AnotarCambio(Conexion &conexion, const Firmante &firmante, const QString &t
     conexion.Execute("INSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES (" + Literal(tabla)
                      + ", " + Literal(clave) + ", " + Literal(firmante.operador) + ", " + Literal(firmante.fecha())
                      + ")");
+}
+
+QString QuienCambio(Conexion &conexion, const QString &tabla, const QString &clave, const QString &verbo)
+{
+    const QString alguien = "otra persona o programa " + verbo;
+    if (!LeerDerechos(conexion).catalogos) // planners of a server write the log, and do not read it
+        return alguien;
+    const auto fila =
+        conexion.Execute("SELECT Rc_Oper, Rc_Fecha FROM Registro_Cambio WHERE Rc_Tabla = ? AND Rc_Clave = "
+                         "? ORDER BY Rc_ID DESC LIMIT 1",
+                         {tabla, clave});
+    return fila.Eof() ? alguien : fila["Rc_Oper"] + " " + verbo + " el " + fila["Rc_Fecha"];
 }
 
 void FirmarServicio(Conexion &conexion, const Firmante &firmante, const ServicioLeido &servicio)

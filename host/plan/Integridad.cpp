@@ -3,6 +3,7 @@
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "data/Transaccion.h"
+#include "plan/Arbol.h"
 #include "plan/Cambios.h"
 #include "plan/Claves.h"
 
@@ -17,82 +18,16 @@ namespace qvx
 namespace
 {
 
-struct Parte {
-    enum class Alcance { SinVer, EnCamino, Llega, NoLlega, SinPadre, EnAnillo };
-    QString clave;
-    QString padre;
-    QString descripcion;
-    bool activa = false;
-    Alcance alcance = Alcance::SinVer;
-    QString anillo; // the same for all parts of one ring
-
-    bool Suelta() const { return alcance == Alcance::SinPadre || alcance == Alcance::EnAnillo; }
-};
-
-// The parts of one equipment type in the order of their keys, and which of them the tree reaches.
-class Arbol
+Arbol LeerArbol(Conexion &conexion, const QString &tipoEquipo)
 {
-public:
-    Arbol(Conexion &conexion, const QString &tipoEquipo)
-    {
-        auto filas = conexion.Execute(
-            "SELECT * FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = " + Literal(tipoEquipo) + " ORDER BY Tep_ID");
-        for (; !filas.Eof(); filas.MoveNext()) {
-            const QString clave = SinBlancosAlFinal(filas["Tep_ID"]);
-            Parte &parte = partes[clave];
-            parte.clave = clave;
-            parte.padre = SinBlancosAlFinal(filas["Tep_Padre"]);
-            parte.descripcion = filas["Tep_Descripcion"];
-            parte.activa = SinBlancosAlFinal(filas["Es_Cve_Estado"]) == "AC";
-        }
-        for (const auto &[clave, parte] : partes)
-            Recorrer(clave);
-    }
-
-    const std::map<QString, Parte> &Partes() const { return partes; }
-    const Parte *Buscar(const QString &clave) const
-    {
-        const auto hallada = partes.find(SinBlancosAlFinal(clave));
-        return hallada == partes.end() ? nullptr : &hallada->second;
-    }
-
-private:
-    using Alcance = Parte::Alcance;
-
-    // From a part upwards, as far as nobody has been yet.
-    void Recorrer(const QString &desde)
-    {
-        QStringList camino;
-        QString clave = desde;
-        while (clave != claves::Raiz && partes.count(clave) > 0 && partes.at(clave).alcance == Alcance::SinVer) {
-            camino.append(clave);
-            partes.at(clave).alcance = Alcance::EnCamino;
-            clave = partes.at(clave).padre;
-        }
-        if (camino.isEmpty())
-            return;
-        const Parte *meta = Buscar(clave);
-        const bool llega = clave == claves::Raiz || (meta && meta->alcance == Alcance::Llega);
-        if (!llega && !meta)
-            partes.at(camino.takeLast()).alcance = Alcance::SinPadre;
-        else if (!llega && meta->alcance == Alcance::EnCamino)
-            CerrarAnillo(camino, clave);
-        for (const QString &vista : std::as_const(camino))
-            partes.at(vista).alcance = llega ? Alcance::Llega : Alcance::NoLlega;
-    }
-
-    void CerrarAnillo(QStringList &camino, const QString &clave)
-    {
-        QString quitada;
-        do {
-            quitada = camino.takeLast();
-            partes.at(quitada).alcance = Alcance::EnAnillo;
-            partes.at(quitada).anillo = clave;
-        } while (quitada != clave);
-    }
-
-    std::map<QString, Parte> partes;
-};
+    Arbol arbol;
+    for (auto filas = conexion.Execute(
+             "SELECT * FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = " + Literal(tipoEquipo) + " ORDER BY Tep_ID");
+         !filas.Eof(); filas.MoveNext())
+        arbol.Agregar(filas);
+    arbol.Recorrer();
+    return arbol;
+}
 
 QString Motivo(const Parte &parte)
 {
@@ -106,7 +41,7 @@ QString Motivo(const Parte &parte)
 QList<Suelto> PartesSueltas(Conexion &conexion, const QString &tipoEquipo)
 {
     QList<Suelto> sueltas;
-    const Arbol arbol(conexion, tipoEquipo);
+    const Arbol arbol = LeerArbol(conexion, tipoEquipo);
     for (const auto &[clave, parte] : arbol.Partes())
         if (parte.Suelta())
             sueltas.append({Suelto::Clase::Parte, tipoEquipo, clave, parte.descripcion, Motivo(parte)});
@@ -155,7 +90,10 @@ public:
 private:
     const Arbol &Tipo(const QString &tipoEquipo)
     {
-        return arboles.try_emplace(SinBlancosAlFinal(tipoEquipo), base, tipoEquipo).first->second;
+        const QString clave = SinBlancosAlFinal(tipoEquipo);
+        const auto hallado = arboles.find(clave);
+        return hallado != arboles.end() ? hallado->second
+                                        : arboles.emplace(clave, LeerArbol(base, tipoEquipo)).first->second;
     }
 
     QString Firmado() const
@@ -248,9 +186,9 @@ QList<Suelto> BuscarSueltos(Conexion &conexion)
 QList<QPair<QString, QString>> PartesParaServicios(Conexion &conexion, const QString &tipoEquipo)
 {
     QList<QPair<QString, QString>> elegibles;
-    const Arbol arbol(conexion, tipoEquipo);
+    const Arbol arbol = LeerArbol(conexion, tipoEquipo);
     for (const auto &[clave, parte] : arbol.Partes())
-        if (parte.activa && parte.alcance == Parte::Alcance::Llega)
+        if (parte.Sirve())
             elegibles.append({clave, parte.descripcion});
     return elegibles;
 }

@@ -176,13 +176,8 @@ void RevisarQueSigueIgual(Conexion &conexion, const TablaDeCatalogo &tabla, cons
     const bool esta = actual != situacion.registros.constEnd();
     if (!cambio.antes || (esta && *actual == *cambio.antes))
         return;
-    const auto quien = conexion.Execute("SELECT Rc_Oper, Rc_Fecha FROM Registro_Cambio WHERE Rc_Tabla = ? AND "
-                                        "Rc_Clave = ? ORDER BY Rc_ID DESC LIMIT 1",
-                                        {tabla.nombre, cambio.Clave()});
-    const QString autor = quien.Eof() ? QString("Otro programa") : quien["Rc_Oper"];
-    const QString cuando = quien.Eof() ? QString() : " el " + quien["Rc_Fecha"];
     Rechazar(tabla, cambio.Clave(),
-             autor + (esta ? " lo cambió" : " lo eliminó") + cuando
+             QuienCambio(conexion, tabla.nombre, cambio.Clave(), esta ? "lo cambió" : "lo eliminó")
                  + ", después de que usted lo leyó. No se guardó nada: actualice la lista y vuelva a hacer el cambio.");
 }
 

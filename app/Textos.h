@@ -1,0 +1,9 @@
+#pragma once
+
+#include "data/Texto.h"
+
+// "1 renglón", "1,234 renglones".
+inline QString Cuantos(qsizetype cuantos, const QString &uno, const QString &varios)
+{
+    return qvx::NumeroConFormato(static_cast<double>(cuantos), "#,##0") + " " + (cuantos == 1 ? uno : varios);
+}

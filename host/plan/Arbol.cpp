@@ -1,0 +1,67 @@
+#include "plan/Arbol.h"
+
+#include "data/Recordset.h"
+#include "data/Texto.h"
+#include "plan/Claves.h"
+
+#include <QStringList>
+#include <utility>
+
+namespace qvx
+{
+
+void Arbol::Agregar(const Recordset &fila)
+{
+    const QString clave = SinBlancosAlFinal(fila["Tep_ID"]);
+    Parte &parte = partes[clave];
+    parte.clave = clave;
+    parte.padre = SinBlancosAlFinal(fila["Tep_Padre"]);
+    parte.descripcion = fila["Tep_Descripcion"];
+    parte.activa = SinBlancosAlFinal(fila["Es_Cve_Estado"]) == "AC";
+}
+
+void Arbol::Recorrer()
+{
+    for (const auto &[clave, parte] : partes)
+        RecorrerDesde(clave);
+}
+
+const Parte *Arbol::Buscar(const QString &clave) const
+{
+    const auto hallada = partes.find(SinBlancosAlFinal(clave));
+    return hallada == partes.end() ? nullptr : &hallada->second;
+}
+
+// From a part upwards, as far as nobody has been yet.
+void Arbol::RecorrerDesde(const QString &desde)
+{
+    QStringList camino;
+    QString clave = desde;
+    while (clave != claves::Raiz && partes.count(clave) > 0 && partes.at(clave).alcance == Alcance::SinVer) {
+        camino.append(clave);
+        partes.at(clave).alcance = Alcance::EnCamino;
+        clave = partes.at(clave).padre;
+    }
+    if (camino.isEmpty())
+        return;
+    const Parte *meta = Buscar(clave);
+    const bool llega = clave == claves::Raiz || (meta && meta->alcance == Alcance::Llega);
+    if (!llega && !meta)
+        partes.at(camino.takeLast()).alcance = Alcance::SinPadre;
+    else if (!llega && meta->alcance == Alcance::EnCamino)
+        CerrarAnillo(camino, clave);
+    for (const QString &vista : std::as_const(camino))
+        partes.at(vista).alcance = llega ? Alcance::Llega : Alcance::NoLlega;
+}
+
+void Arbol::CerrarAnillo(QStringList &camino, const QString &clave)
+{
+    QString quitada;
+    do {
+        quitada = camino.takeLast();
+        partes.at(quitada).alcance = Alcance::EnAnillo;
+        partes.at(quitada).anillo = clave;
+    } while (quitada != clave);
+}
+
+} // namespace qvx
