@@ -90,10 +90,10 @@ QString Vieja()
 }
 
 // A database as the server writes it down: its objects, who may do what with them, and its rows, or some of it.
-QString Volcado(const QString &base, const QStringList &opciones = {})
+QString Volcado(const QString &base, const QStringList &opciones)
 {
     QProcess programa;
-    programa.start("pg_dump", opciones + QStringList{"-C", cluster::Direccion("postgres", base)});
+    programa.start("pg_dump", opciones + QStringList(cluster::Direccion("postgres", base)));
     programa.waitForFinished();
     QStringList renglones = QString::fromUtf8(programa.readAll()).replace(base, "base").split('\n');
     renglones.removeIf([](const QString &renglon) { return renglon.contains("restrict "); }); // a new word each time
@@ -119,10 +119,10 @@ void PrServidor::initTestCase()
     cluster::Super("CREATE DATABASE " + base);
     const QString creado = Quorvex(CrearEn(base) + QStringList{"--con-ejemplos"});
     QVERIFY2(creado.startsWith("0Se creó el esquema "), qPrintable(creado));
-    const QString antes = Volcado(base);
+    const QString antes = Volcado(base, {"-C"});
     QVERIFY(antes.contains("CHILLER"));
     QCOMPARE(Quorvex(CrearEn(base) + QStringList{"--con-ejemplos"}), "0El esquema ya está al día.\n");
-    QCOMPARE(Volcado(base), antes);
+    QCOMPARE(Volcado(base, {"-C"}), antes);
     cluster::Super("CREATE ROLE " + lector + " LOGIN IN ROLE quorvex_lectores");
     cluster::Super("CREATE ROLE " + usuario + " LOGIN IN ROLE quorvex_planificadores PASSWORD "
                    + qvx::Literal(contrasena));
@@ -390,7 +390,7 @@ void PrServidor::actualizar()
     const QString nueva = cluster::NombreNuevo("nueva");
     cluster::Super("CREATE DATABASE " + nueva);
     QVERIFY(Quorvex(CrearEn(nueva)).startsWith("0"));
-    QCOMPARE(Volcado(vieja, {"-s"}), Volcado(nueva, {"-s"}));
+    QCOMPARE(Volcado(vieja, {"-C", "-s"}), Volcado(nueva, {"-C", "-s"}));
     const QString texto = "SELECT Co_Texto FROM dbo.Consulta WHERE Co_Nombre = 'PLAN_MANTENIMIENTO'";
     QCOMPARE(cluster::Super(texto, vieja), cluster::Super(texto, nueva));
     // An administrator's own query stays.

@@ -48,9 +48,9 @@ proceso=$!
 trap 'kill "$proceso" 2>/dev/null && wait "$proceso" || true' EXIT
 
 # Where things are in the window: the tree's second and third part, and the list's first row.
-destino=(140 157)
-origen=(140 181)
-servicio=(480 160)
+destino=(140 187)
+origen=(140 211)
+servicio=(480 190)
 
 esperar "the tree" traza "Tep_Padre = '0029'"
 xdotool mousemove "${origen[@]}" click 1
