@@ -169,7 +169,7 @@ void PrCostos::entretanto_data()
          "El renglón 000001 del servicio 000001 ya no está",
          "El renglón 000002 del servicio 000001 del tipo de equipo 0900 ya no está", "");
     // A planner of a server writes the log, and does not read it.
-    const QString alguien = motor::Segun("jcruz lo cambió el 2026-03-14 08:00:00", "otra persona o programa lo cambió");
+    const QString alguien = motor::Segun("jcruz lo cambió el 2026-03-14 08:00:00", "Otra persona o programa lo cambió");
     fila("producto",
          "UPDATE Producto SET Pr_Costo_Estandar = 90 WHERE Pr_Cve_Producto = '9000000002'; INSERT INTO Registro_Cambio "
          "(Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) VALUES ('Producto', '9000000002', 'jcruz', '2026-03-14 08:00:00')",

@@ -97,14 +97,13 @@ void AnotarCambio(Conexion &conexion, const Firmante &firmante, const QString &t
 
 QString QuienCambio(Conexion &conexion, const QString &tabla, const QString &clave, const QString &verbo)
 {
-    const QString alguien = "otra persona o programa " + verbo;
     if (!LeerDerechos(conexion).catalogos) // planners of a server write the log, and do not read it
-        return alguien;
+        return "Otra persona o programa " + verbo;
     const auto fila =
         conexion.Execute("SELECT Rc_Oper, Rc_Fecha FROM Registro_Cambio WHERE Rc_Tabla = ? AND Rc_Clave = "
                          "? ORDER BY Rc_ID DESC LIMIT 1",
                          {tabla, clave});
-    return fila.Eof() ? alguien : fila["Rc_Oper"] + " " + verbo + " el " + fila["Rc_Fecha"];
+    return fila.Eof() ? "Otro programa " + verbo : fila["Rc_Oper"] + " " + verbo + " el " + fila["Rc_Fecha"];
 }
 
 void FirmarServicio(Conexion &conexion, const Firmante &firmante, const ServicioLeido &servicio)

@@ -29,8 +29,8 @@ QString RegistrarCambio(Conexion &conexion, const Firmante &firmante, const QStr
 void AnotarCambio(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QString &clave);
 
 // Who wrote a row last and when, as the change log has it: "mlopez lo cambió el 2026-03-14 09:26:53". Where the log
-// does not say, or whoever is signed in may not read it: "otra persona o programa lo cambió". verbo: what was done.
-// Raises data errors.
+// does not say: "Otro programa lo cambió"; where whoever is signed in may not read it: "Otra persona o programa lo
+// cambió". verbo: what was done. Raises data errors.
 QString QuienCambio(Conexion &conexion, const QString &tabla, const QString &clave, const QString &verbo = "lo cambió");
 
 // A service as it was read, to be changed later: its keys and its version, which is read as "Sello" so that the
