@@ -3,18 +3,23 @@
 #include "app/DialogoEntrada.h"
 #include "app/catalogos/DialogoCostos.h"
 #include "app/catalogos/DialogoGastos.h"
+#include "app/catalogos/DialogoImportarCatalogo.h"
+#include "app/catalogos/PaginaCatalogos.h"
 #include "controls/Controles.h"
 #include "controls/InteraccionQt.h"
 #include "controls/ListView.h"
 #include "controls/SSOleDBGrid.h"
 #include "controls/TreeView.h"
+#include "controls/colorQVX.h"
 #include "controls/ssTbQvx.h"
 #include "support/Plan.h"
 
+#include <QAction>
 #include <QCursor>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QTimer>
 #include <QTreeView>
 
@@ -145,6 +150,34 @@ void RetratarCostos(const Escenario &escenario)
     retratar(gastos, "lvGastos", "completar_gastos");
 }
 
+// The page of the catalogues, a row of it, where it is used, and what a spreadsheet would make of it.
+void RetratarCatalogos()
+{
+    PaginaCatalogos pagina;
+    coloresQVX::colorQVX::AplicarA(pagina);
+    pagina.resize(1180, 620);
+    pagina.show();
+    if (!QTest::qWaitForWindowActive(&pagina))
+        qFatal("La ventana no se activó");
+    En<QListWidget>(pagina, "lstCatalogos").setCurrentRow(1);
+    QTest::keyClicks(&En<QLineEdit>(pagina, "txtBuscar"), "iso aceite");
+    Guardar(pagina, "catalogos");
+    const QList<QPair<QString, QString>> dialogos{{"accEditar", "registro"}, {"accUsos", "usos"}};
+    for (const auto &[accion, nombre] : dialogos) {
+        EnElDialogo([nombre](QWidget &dialogo) { Guardar(dialogo, nombre); });
+        En<QAction>(pagina, accion).trigger();
+    }
+    DialogoImportarCatalogo hoja(nullptr, *qvx::TablaDeCatalogoPorNombre("Producto"),
+                                 "Clave\tDescripción\tClase\tUnidad\tCosto\n1001\tACEITE HIDRÁULICO ISO VG 46\tRE\tLT\t"
+                                 "71.20\n1001500\tBANDA DENTADA\tRE\tPZA\t245.50\n1001501\tBUJE DE BRONCE\tRE\tPIEZA\t"
+                                 "38.75\n1005\tACEITE PARA REDUCTOR ISO VG 220\tRE\tLT\t96.1875\n",
+                                 "lo copiado de una hoja de cálculo");
+    hoja.show();
+    if (!QTest::qWaitForWindowActive(&hoja))
+        qFatal("La ventana no se activó");
+    Guardar(hoja, "importar_catalogo");
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -186,6 +219,7 @@ int main(int argc, char **argv)
     RetratarPlan(escenario, pantalla);
     RetratarPartes(escenario, pantalla);
     escenario.CerrarPantalla();
+    RetratarCatalogos();
     RetratarCostos(escenario);
     return 0;
 }
