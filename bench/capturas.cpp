@@ -171,7 +171,7 @@ void RetratarCatalogos()
                                  "Clave\tDescripción\tClase\tUnidad\tCosto\n1001\tACEITE HIDRÁULICO ISO VG 46\tRE\tLT\t"
                                  "71.20\n1001500\tBANDA DENTADA\tRE\tPZA\t245.50\n1001501\tBUJE DE BRONCE\tRE\tPIEZA\t"
                                  "38.75\n1005\tACEITE PARA REDUCTOR ISO VG 220\tRE\tLT\t96.1875\n",
-                                 "lo copiado de una hoja de cálculo");
+                                 "Lo copiado de una hoja de cálculo");
     hoja.show();
     if (!QTest::qWaitForWindowActive(&hoja))
         qFatal("La ventana no se activó");

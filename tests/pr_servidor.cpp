@@ -377,8 +377,8 @@ void PrServidor::actualizar()
     cluster::Super("CREATE FUNCTION dbo.Rechazar_Programa() RETURNS int LANGUAGE sql RETURN 1", vieja); // the last one
     const QString fallida = Quorvex(ActualizarEn(vieja));
     QVERIFY2(fallida.startsWith("1") && fallida.contains("quedó como estaba."), qPrintable(fallida));
-    QCOMPARE(cluster::Super(
-                 "SELECT Es_Version || coalesce(to_regclass('dbo.plan_reserva')::text, '') FROM dbo.Esquema", vieja),
+    QCOMPARE(cluster::Super("SELECT Es_Version || coalesce(to_regclass('dbo.plan_reserva')::text, '') FROM dbo.Esquema",
+                            vieja),
              "2");
     cluster::Super("DROP FUNCTION dbo.Rechazar_Programa", vieja);
     const QString hecho = Quorvex(ActualizarEn(vieja));

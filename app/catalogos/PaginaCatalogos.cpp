@@ -442,7 +442,7 @@ void PaginaCatalogos::Pegar()
 {
     const QString texto = QGuiApplication::clipboard()->text();
     if (!texto.isEmpty()
-        && DialogoImportarCatalogo::Importar(this, Tabla(), texto.toUtf8(), "lo copiado de una hoja de cálculo"))
+        && DialogoImportarCatalogo::Importar(this, Tabla(), texto.toUtf8(), "Lo copiado de una hoja de cálculo"))
         Terminar({});
 }
 

@@ -37,7 +37,7 @@ private:
     std::shared_ptr<const QStringList> campos;
     std::shared_ptr<const std::vector<QVariant>> valores; // row after row
     int afectadas = 0;
-    std::size_t actual = 0;                               // where the current row begins
+    std::size_t actual = 0; // where the current row begins
 };
 
 } // namespace qvx
