@@ -54,9 +54,9 @@ QAbstractItemView QLineEdit:focus { border: 1px solid @acento; padding: 0 2px; }
 
 QCheckBox { border: 1px solid transparent; border-radius: 4px; padding: 3px; spacing: 6px; }
 QCheckBox:focus { border-color: @acento; }
-QCheckBox::indicator, QAbstractItemView::indicator { width: 14px; height: 14px; border: 1px solid @suave;
-                       border-radius: 3px; background-color: @superficie; }
-QCheckBox::indicator:checked, QAbstractItemView::indicator:checked { border-color: @acento; background-color: @acento; image: url(:/controls/marca.svg); }
+QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid @suave; border-radius: 3px;
+                       background-color: @superficie; }
+QCheckBox::indicator:checked { border-color: @acento; background-color: @acento; image: url(:/controls/marca.svg); }
 QCheckBox::indicator:disabled { border-color: @borde; background-color: @fijo; }
 QCheckBox::indicator:checked:disabled { border-color: @apagado; background-color: @apagado; }
 
