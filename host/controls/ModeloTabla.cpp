@@ -28,15 +28,9 @@ void ModeloTabla::Llenar(QList<QVariantList> filas_)
 {
     beginResetModel();
     filas = std::move(filas_);
-    plegadas.clear();
-    plegadas.reserve(filas.size());
-    for (const QVariantList &fila : std::as_const(filas)) {
-        QStringList textos;
-        for (int columna = 0; columna < columnas.size(); ++columna)
-            textos.append(EsTexto(columna) ? Plegado(fila.at(columna).toString()) : QString());
-        plegadas.append(textos);
-    }
+    plegadas = QList<QStringList>(columnas.size());
     orden.resize(filas.size());
+    PlegarBuscadas();
     Ordenar();
     Elegir();
     endResetModel();
@@ -45,6 +39,7 @@ void ModeloTabla::Llenar(QList<QVariantList> filas_)
 void ModeloTabla::Buscar(const QString &texto)
 {
     palabras = Plegado(texto).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    PlegarBuscadas();
     beginResetModel();
     Elegir();
     endResetModel();
@@ -62,13 +57,30 @@ bool ModeloTabla::Vale(int numero) const
 {
     if (admite && !admite(numero))
         return false;
-    const QStringList &textos = plegadas.at(numero);
     return std::all_of(palabras.cbegin(), palabras.cend(), [&](const QString &palabra) {
         for (int columna = 0; columna < columnas.size(); ++columna)
-            if (columnas.at(columna).seBusca && textos.at(columna).contains(palabra))
+            if (columnas.at(columna).seBusca && plegadas.at(columna).at(numero).contains(palabra))
                 return true;
         return false;
     });
+}
+
+void ModeloTabla::PlegarBuscadas()
+{
+    for (int columna = 0; columna < columnas.size() && !palabras.isEmpty(); ++columna)
+        if (columnas.at(columna).seBusca)
+            Plegar(columna);
+}
+
+// When it is first asked for: most lists are looked at as they come.
+void ModeloTabla::Plegar(int columna)
+{
+    QStringList &textos = plegadas[columna];
+    if (!textos.isEmpty() || !EsTexto(columna))
+        return;
+    textos.reserve(filas.size());
+    for (const QVariantList &fila : std::as_const(filas))
+        textos.append(Plegado(fila.at(columna).toString()));
 }
 
 void ModeloTabla::Elegir()
@@ -139,16 +151,19 @@ void ModeloTabla::sort(int columna, Qt::SortOrder sentido_)
 // Rows alike in the column stay as they were filled in.
 void ModeloTabla::Ordenar()
 {
+    std::iota(orden.begin(), orden.end(), 0);
+    if (columnaDeOrden < 0 || columnaDeOrden >= columnas.size())
+        return;
+    Plegar(columnaDeOrden);
+    const QStringList &textos = plegadas.at(columnaDeOrden);
     const auto antes = [&](int una, int otra) {
         if (EsTexto(columnaDeOrden))
-            return plegadas.at(una).at(columnaDeOrden) < plegadas.at(otra).at(columnaDeOrden);
+            return textos.at(una) < textos.at(otra);
         return filas.at(una).at(columnaDeOrden).toDouble() < filas.at(otra).at(columnaDeOrden).toDouble();
     };
-    std::iota(orden.begin(), orden.end(), 0);
-    if (columnaDeOrden >= 0 && columnaDeOrden < columnas.size())
-        std::stable_sort(orden.begin(), orden.end(), [&](int una, int otra) {
-            return sentido == Qt::AscendingOrder ? antes(una, otra) : antes(otra, una);
-        });
+    std::stable_sort(orden.begin(), orden.end(), [&](int una, int otra) {
+        return sentido == Qt::AscendingOrder ? antes(una, otra) : antes(otra, una);
+    });
 }
 
 } // namespace qvx

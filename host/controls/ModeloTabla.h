@@ -47,12 +47,14 @@ public:
 private:
     bool EsTexto(int columna) const { return columnas.at(columna).clase == ColumnaDeTabla::Clase::Texto; }
     bool Vale(int numero) const;
+    void Plegar(int columna);
+    void PlegarBuscadas();
     void Elegir();
     void Ordenar();
 
     QList<ColumnaDeTabla> columnas;
     QList<QVariantList> filas;
-    QList<QStringList> plegadas; // of each row its texts as they are compared
+    QList<QStringList> plegadas; // of each column its texts as they are compared, once they were
     QList<int> orden;            // all rows as they are sorted
     QList<int> visibles;
     QStringList palabras;

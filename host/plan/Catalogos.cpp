@@ -88,6 +88,8 @@ QList<EntradaCatalogo> LeerEntradas(Conexion &conexion, const QString &codigo, c
 // Here, not in a statement: the engines do not fold accented letters alike.
 QString Plegado(const QString &texto)
 {
+    if (std::all_of(texto.begin(), texto.end(), [](QChar letra) { return letra.unicode() < 0x80; }))
+        return texto.toCaseFolded();
     QString plegado = texto.normalized(QString::NormalizationForm_D).toCaseFolded();
     plegado.removeIf([](QChar letra) { return letra.category() == QChar::Mark_NonSpacing; });
     return plegado;
