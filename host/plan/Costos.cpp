@@ -17,6 +17,7 @@ namespace
 
 // A larger part of the old cost is more often a slip of the comma, or another package, than a price.
 constexpr double CambioCreible = 0.25;
+constexpr double Holgura = 1e-12; // part of a number that binary fractions may leave in a difference
 
 const QString ConCosto = " d.Pmd_Tipo IN ('01', '02')";
 
@@ -55,7 +56,7 @@ QString Reparo(const DiferenciaDeCosto &linea, const Producto &producto)
         reparos.append("el costo nuevo es 0");
     if (!producto.activo)
         reparos.append("el producto está dado de baja");
-    if (Redondeado(std::abs(linea.costoNuevo - linea.costo)) > Redondeado(CambioCreible * std::abs(linea.costo)))
+    if (std::abs(linea.costoNuevo - linea.costo) > CambioCreible * std::abs(linea.costo) * (1 + Holgura))
         reparos.append("el costo cambia más de 25 %");
     if (!std::isfinite(linea.importeNuevo))
         reparos.append("el importe no cabe en un número");
@@ -92,7 +93,7 @@ void LeerLineas(Conexion &conexion, const QStringList &tipos, const ServiciosDel
         const QString clave = SinBlancosAlFinal(filas.Texto(5));
         const Producto producto = productos.value(clave);
         const double costo = filas.Numero("Pmd_Costo");
-        if (Redondeado(costo) == producto.costo)
+        if (std::abs(costo - producto.costo) <= Holgura * std::abs(costo) && Redondeado(costo) == producto.costo)
             continue;
         const int servicio = servicios.LugarDe(filas);
         if (servicio < 0) {

@@ -84,7 +84,7 @@ ServiciosDelPlan::ServiciosDelPlan(Conexion &conexion, const QStringList &tipos)
 
 int ServiciosDelPlan::LugarDe(const Recordset &fila) const
 {
-    return lugares.value(Clave(fila["Te_Cve_Tipo_Equipo"], fila["Tep_ID"], fila["Pm_ID"]), -1);
+    return lugares.value(Clave(fila.Texto(0), fila.Texto(1), fila.Texto(2)), -1);
 }
 
 } // namespace qvx

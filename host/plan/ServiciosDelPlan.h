@@ -27,7 +27,8 @@ public:
     ServiciosDelPlan(Conexion &conexion, const QStringList &tipos);
 
     const QList<ServicioDelPlan> &Todos() const { return servicios; }
-    // Where the service of a line stands among all, -1 for one that is not to be changed. The row has its three keys.
+    // Where the service of a line stands among all, -1 for one that is not to be changed. The row begins with its keys:
+    // equipment type, part and folio.
     int LugarDe(const Recordset &fila) const;
 
 private:
