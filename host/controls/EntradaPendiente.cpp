@@ -29,7 +29,7 @@ public:
     {
         if (pendientes.empty())
             qApp->installEventFilter(this);
-        pendientes.push_back({&control, pasos});
+        pendientes.emplace_back(&control, pasos);
         reloj.start(0);
     }
 
