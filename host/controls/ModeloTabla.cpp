@@ -20,7 +20,7 @@ const QString FormatoNumero = "#,##0.########";
 } // namespace
 
 ModeloTabla::ModeloTabla(QList<ColumnaDeTabla> columnas_, int maximo_, QObject *padre)
-    : QAbstractTableModel(padre), columnas(std::move(columnas_)), maximo(maximo_)
+    : QAbstractTableModel(padre), columnas(std::move(columnas_)), plegadas(columnas.size()), maximo(maximo_)
 {
 }
 
