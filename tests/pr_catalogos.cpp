@@ -206,7 +206,7 @@ void PrCatalogos::ajeno()
 void PrCatalogos::fallas_data()
 {
     const Tabla<QString> fila("averia");
-    for (const char *averia : {"UPDATE ON Catalogo", "INSERT ON Producto", "UPDATE ON Producto", "DELETE ON Producto",
+    for (const char *averia : {"UPDATE ON Catalogo_Cambio", "INSERT ON Producto", "UPDATE ON Producto", "DELETE ON Producto",
                                "INSERT ON Registro_Cambio", "INSERT ON Bitacora"})
         fila(averia, averia);
 }

@@ -82,7 +82,7 @@ QString Vieja(const QTemporaryDir &carpeta)
 QString Filas(const QString &archivo)
 {
     return Sqlite(archivo, ".dump --data-only --preserve-rowids")
-        .remove(QRegularExpression("INSERT INTO Catalogo[^\n]*\n"));
+        .remove(QRegularExpression("INSERT INTO Catalogo_Cambio[^\n]*\n"));
 }
 
 QString Version(const QString &archivo)

@@ -104,7 +104,7 @@ QString Volcado(const QString &base, const QStringList &opciones)
 QString Filas(const QString &base)
 {
     return Volcado(base,
-                   {"-a", "-T", "dbo.esquema", "-T", "dbo.consulta", "-T", "dbo.plan_reserva", "-T", "dbo.catalogo"});
+                   {"-a", "-T", "dbo.esquema", "-T", "dbo.consulta", "-T", "dbo.plan_reserva", "-T", "dbo.catalogo_cambio"});
 }
 
 QStringList ActualizarEn(const QString &base, const QString &usuario = "postgres", const QString &opciones = {})
@@ -284,7 +284,7 @@ void PrServidor::otraVersion()
 void PrServidor::tablas()
 {
     const QString plan = "plan_mantenimiento plan_mantenimiento_detalle ";
-    const QString todas = "catalogo consulta esquema formato_clave " + plan
+    const QString todas = "catalogo_cambio consulta esquema formato_clave " + plan
                           + "prioridad_servicio producto tipo_equipo tipo_equipo_parte tipo_gasto tipo_servicio unidad";
     const QString suyas = plan + "tipo_equipo_parte";
     const QString catalogos = "prioridad_servicio producto tipo_equipo tipo_gasto tipo_servicio unidad";

@@ -36,14 +36,15 @@ QString ClavePresente(const QWidget *duena)
     return {};
 }
 
-enum Columna { Clave, Descripcion, Unidad, Costo };
+enum Columna { Clave, Descripcion, Medida, Costo };
 
-QList<ColumnaDeTabla> Columnas(bool deProductos)
+QList<ColumnaDeTabla> Columnas(const QStringList &titulos)
 {
-    QList<ColumnaDeTabla> columnas{{"Clave", ColumnaDeTabla::Clase::Texto, true},
-                                   {"Descripción", ColumnaDeTabla::Clase::Texto, true}};
-    if (deProductos)
-        columnas << ColumnaDeTabla{"Unidad"} << ColumnaDeTabla{"Costo", ColumnaDeTabla::Clase::Dinero};
+    QList<ColumnaDeTabla> columnas;
+    for (const QString &titulo : titulos)
+        columnas.append({titulo, ColumnaDeTabla::Clase::Texto, columnas.size() < Medida});
+    if (columnas.size() > Costo)
+        columnas[Costo].clase = ColumnaDeTabla::Clase::Dinero;
     return columnas;
 }
 
@@ -63,7 +64,7 @@ DialogoCatalogo::DialogoCatalogo(const QString &catalogo, int maximo_, const QSt
     : QDialog(duena ? duena->window() : nullptr)
     , maximo(maximo_)
     , presente(ClavePresente(duena))
-    , modelo(new ModeloTabla(Columnas(CatalogoPorCodigo(catalogo).DeProductos()), maximo, this))
+    , modelo(new ModeloTabla(Columnas(CatalogoPorCodigo(catalogo).Titulos()), maximo, this))
     , txtBuscar(new QLineEdit(this))
     , lvEntradas(new VistaTabla("lvEntradas", "Entradas del catálogo", this))
     , aviso(new QLabel(" ", this))
@@ -86,7 +87,7 @@ void DialogoCatalogo::Leer(const QString &catalogo, const QString &filtro)
     QList<QVariantList> filas;
     for (const EntradaCatalogo &entrada : LeerEntradas(Sesion::Actual().Conexion(), catalogo, filtro)) {
         QVariantList fila{entrada.clave, entrada.descripcion};
-        if (modelo->columnCount() > Unidad)
+        if (modelo->columnCount() > Medida)
             fila << entrada.unidad << entrada.costo;
         filas.append(fila);
     }
@@ -122,7 +123,7 @@ void DialogoCatalogo::Disponer()
     columna->addWidget(aviso);
     columna->addWidget(botones);
     txtBuscar->setFocus();
-    resize(Formulario::Cabida(*this, {modelo->columnCount() > Unidad ? 720 : 560, 440}));
+    resize(Formulario::Cabida(*this, {modelo->columnCount() > Medida ? 720 : 560, 440}));
 }
 
 // What is new is what was looked for.

@@ -51,6 +51,11 @@ const Catalogo &Hallar(Condicion &&condicion, const QString &nombre)
 
 } // namespace
 
+QStringList Catalogo::Titulos() const
+{
+    return DeProductos() ? QStringList{"Clave", "Descripción", "Unidad", "Costo"} : QStringList{"Clave", "Descripción"};
+}
+
 const Catalogo &CatalogoPorCodigo(const QString &codigo)
 {
     return Hallar([&](const Catalogo &c) { return c.codigo == codigo; }, codigo);

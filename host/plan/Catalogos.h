@@ -21,6 +21,7 @@ struct Catalogo {
     QString clase; // of products, whose entries have a unit and a cost; "" for all others
 
     bool DeProductos() const { return !clase.isEmpty(); }
+    QStringList Titulos() const; // of what an entry has, in its order
 };
 
 struct EntradaCatalogo {

@@ -56,7 +56,7 @@ GRANT USAGE ON SCHEMA dbo TO quorvex_planificadores, quorvex_lectores, quorvex_c
 GRANT EXECUTE ON FUNCTION Get_Ruta_Parte_Tipo_Equipo(bpchar, bpchar), Numero_De_Clave(bpchar)
     TO quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
 GRANT EXECUTE ON FUNCTION Reservar_Plan(bpchar, boolean) TO quorvex_planificadores, quorvex_catalogos;
-GRANT SELECT ON Esquema, Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad, Catalogo, Derecho,
+GRANT SELECT ON Esquema, Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad, Catalogo_Cambio, Derecho,
     Formato_Clave, Consulta, Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
     TO quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
 GRANT SELECT ON Plan_Reserva TO quorvex_planificadores, quorvex_catalogos;
@@ -71,7 +71,7 @@ GRANT UPDATE (Tg_Descripcion, Es_Cve_Estado) ON Tipo_Gasto TO quorvex_catalogos;
 GRANT UPDATE (Ts_Descripcion, Es_Cve_Estado) ON Tipo_Servicio TO quorvex_catalogos;
 GRANT UPDATE (Ps_Descripcion, Es_Cve_Estado) ON Prioridad_Servicio TO quorvex_catalogos;
 GRANT UPDATE (Un_Descripcion, Es_Cve_Estado) ON Unidad TO quorvex_catalogos;
-GRANT UPDATE (Ca_Cambios) ON Catalogo TO quorvex_catalogos;
+GRANT UPDATE (Ca_Cambios) ON Catalogo_Cambio TO quorvex_catalogos;
 -- The numbers of the logs are the database's. Who keeps the catalogues is told who changed a row before him.
 GRANT INSERT (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) ON Registro_Cambio TO quorvex_planificadores, quorvex_catalogos;
 GRANT INSERT (Bi_Tabla, Bi_Clave, Bi_Accion, Bi_Oper, Bi_Fecha) ON Bitacora TO quorvex_planificadores, quorvex_catalogos;

@@ -2,11 +2,11 @@
 
 -- A catalogue has one writer at a time: whoever changes it first counts up its row.
 
-CREATE TABLE Catalogo (
+CREATE TABLE Catalogo_Cambio (
     Ca_Tabla   Texto NOT NULL PRIMARY KEY,
     Ca_Cambios bigint NOT NULL DEFAULT 0
 );
-INSERT INTO Catalogo (Ca_Tabla) VALUES
+INSERT INTO Catalogo_Cambio (Ca_Tabla) VALUES
     ('Tipo_Equipo'), ('Producto'), ('Tipo_Gasto'), ('Tipo_Servicio'), ('Prioridad_Servicio'), ('Unidad');
 
 -- What whoever is signed in may change.
