@@ -164,7 +164,7 @@ void RetratarCatalogos()
     Guardar(pagina, "catalogos");
     const QList<QPair<QString, QString>> dialogos{{"accEditar", "registro"}, {"accUsos", "usos"}};
     for (const auto &[accion, nombre] : dialogos) {
-        EnElDialogo([nombre](QWidget &dialogo) { Guardar(dialogo, nombre); });
+        EnElDialogo([nombre = nombre](QWidget &dialogo) { Guardar(dialogo, nombre); });
         En<QAction>(pagina, accion).trigger();
     }
     DialogoImportarCatalogo hoja(nullptr, *qvx::TablaDeCatalogoPorNombre("Producto"),
