@@ -24,7 +24,7 @@ namespace
 
 using Clase = qvx::ColumnaDeTabla::Clase;
 
-const QList<qvx::ColumnaDeTabla> Columnas{{"Tipo de equipo"},          {"Parte"},  {"Folio"}, {"Servicio"}, {"Como"},
+const QList<qvx::ColumnaDeTabla> Columnas{{"Tipo de equipo"},          {"Parte"},  {"Folio"}, {"Servicio"}, {"Cómo"},
                                           {"Cantidad", Clase::Numero}, {"Unidad"}, {"Estado"}};
 constexpr int ColumnaParte = 1;
 

@@ -92,7 +92,7 @@ QString ObjecionALaClave(const TablaDeCatalogo &tabla, const SituacionDeCatalogo
         return {};
     return "La clave " + clave + " ya es de «" + hallado->Descripcion() + "»"
            + (hallado->estado == estado::Activo ? QString() : QString(", que está dado de baja"))
-           + ": escriba otra o edite ese " + tabla.uno + ".";
+           + ": escriba otra, o edite ese registro.";
 }
 
 QString ObjecionAlNumero(const QString &texto)
@@ -164,7 +164,8 @@ std::optional<Objecion> ObjetarValores(const TablaDeCatalogo &tabla, const Situa
 // The others wait for its end.
 void Apartar(Conexion &conexion, const QString &tabla)
 {
-    if (conexion.Execute("UPDATE Catalogo_Cambio SET Ca_Cambios = Ca_Cambios + 1 WHERE Ca_Tabla = ?", {tabla}).Afectadas()
+    if (conexion.Execute("UPDATE Catalogo_Cambio SET Ca_Cambios = Ca_Cambios + 1 WHERE Ca_Tabla = ?", {tabla})
+            .Afectadas()
         != 1)
         throw ErrorEjecucion(errores::Datos, "A la base de datos le falta el renglón del catálogo " + tabla + ".");
 }
