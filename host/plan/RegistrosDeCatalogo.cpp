@@ -77,7 +77,7 @@ bool EsImprimible(const QString &texto)
            && std::all_of(texto.begin(), texto.end(), [](QChar c) { return c.isPrint() || c.isSurrogate(); });
 }
 
-QString ObjecionALaClave(const TablaDeCatalogo &tabla, const SituacionDeCatalogo &situacion, const QString &clave)
+QString ObjecionALaClave(const SituacionDeCatalogo &situacion, const QString &clave)
 {
     if (clave.trimmed().isEmpty())
         return "Falta la clave.";
@@ -338,7 +338,7 @@ std::optional<Objecion> Objetar(const TablaDeCatalogo &tabla, const SituacionDeC
         return {};
     }
     if (!cambio.antes) {
-        if (const QString motivo = ObjecionALaClave(tabla, situacion, cambio.despues->clave); !motivo.isEmpty())
+        if (const QString motivo = ObjecionALaClave(situacion, cambio.despues->clave); !motivo.isEmpty())
             return Objecion{ObjecionDeClave, motivo};
     } else if (cambio.despues->clave != cambio.antes->clave) {
         return Objecion{ObjecionDeClave, "Una clave no se cambia: dé de alta otra y reemplace esta."};
