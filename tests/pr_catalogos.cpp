@@ -206,8 +206,8 @@ void PrCatalogos::ajeno()
 void PrCatalogos::fallas_data()
 {
     const Tabla<QString> fila("averia");
-    for (const char *averia : {"UPDATE ON Catalogo_Cambio", "INSERT ON Producto", "UPDATE ON Producto", "DELETE ON Producto",
-                               "INSERT ON Registro_Cambio", "INSERT ON Bitacora"})
+    for (const char *averia : {"UPDATE ON Catalogo_Cambio", "INSERT ON Producto", "UPDATE ON Producto",
+                               "DELETE ON Producto", "INSERT ON Registro_Cambio", "INSERT ON Bitacora"})
         fila(averia, averia);
 }
 

@@ -103,8 +103,8 @@ QString Volcado(const QString &base, const QStringList &opciones)
 // The rows of the tables that version 2 has, but for what an upgrade changes.
 QString Filas(const QString &base)
 {
-    return Volcado(base,
-                   {"-a", "-T", "dbo.esquema", "-T", "dbo.consulta", "-T", "dbo.plan_reserva", "-T", "dbo.catalogo_cambio"});
+    return Volcado(
+        base, {"-a", "-T", "dbo.esquema", "-T", "dbo.consulta", "-T", "dbo.plan_reserva", "-T", "dbo.catalogo_cambio"});
 }
 
 QStringList ActualizarEn(const QString &base, const QString &usuario = "postgres", const QString &opciones = {})
