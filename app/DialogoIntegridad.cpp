@@ -1,9 +1,9 @@
 #include "app/DialogoIntegridad.h"
 
 #include "app/Textos.h"
+#include "app/Trampas.h"
 #include "controls/colorQVX.h"
 #include "data/Conexion.h"
-#include "data/ErrorEjecucion.h"
 #include "plan/Claves.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
@@ -40,23 +40,7 @@ QString PartesYServicios(int partes, int servicios)
     return texto.isEmpty() ? QString("nada") : texto.join(" y ");
 }
 
-qvx::Conexion &Base()
-{
-    return qvx::Sesion::Actual().Conexion();
-}
-
 } // namespace
-
-// Reports the errors of what the operator does.
-template <class Pasos>
-void DialogoIntegridad::ConTrampa(Pasos &&pasos)
-{
-    try {
-        pasos();
-    } catch (const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", "ERR-ID:1000004");
-    }
-}
 
 DialogoIntegridad::DialogoIntegridad(QWidget *duena) : QDialog(duena), ui(std::make_unique<Ui::DialogoIntegridad>())
 {
@@ -64,9 +48,11 @@ DialogoIntegridad::DialogoIntegridad(QWidget *duena) : QDialog(duena), ui(std::m
     coloresQVX::colorQVX::AplicarA(*this);
     ui->lvSueltos->ensurePolished(); // rows measured before the first show would keep the height of another look
     connect(ui->lvSueltos, &QTreeWidget::itemSelectionChanged, this,
-            [this] { ConTrampa([this] { AlSeleccionar(); }); });
-    connect(ui->cboParte, &QComboBox::activated, this, [this] { ConTrampa([this] { AlElegirParte(); }); });
-    connect(ui->cmdCorregir, &QPushButton::clicked, this, [this] { ConTrampa([this] { Corregir(); }); });
+            [this] { ConTrampa(*this, 1000004, [this] { AlSeleccionar(); }); });
+    connect(ui->cboParte, &QComboBox::activated, this,
+            [this] { ConTrampa(*this, 1000004, [this] { AlElegirParte(); }); });
+    connect(ui->cmdCorregir, &QPushButton::clicked, this,
+            [this] { ConTrampa(*this, 1000004, [this] { Corregir(); }); });
     connect(ui->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
     Buscar();
 }

@@ -25,8 +25,6 @@ public:
     bool HuboCambios() const { return huboCambios; }
 
 private:
-    template <class Pasos>
-    void ConTrampa(Pasos &&pasos);
     void Buscar();
     QList<int> Seleccionadas() const;
     void AlSeleccionar();

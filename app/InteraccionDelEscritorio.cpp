@@ -1,7 +1,7 @@
 #include "app/InteraccionDelEscritorio.h"
 
+#include "app/Trampas.h"
 #include "app/catalogos/PaginaCatalogos.h"
-#include "session/Sesion.h"
 
 #include <utility>
 
@@ -11,7 +11,7 @@ QString InteraccionDelEscritorio::BuscarEnCatalogo(const QString &catalogo, int 
     const auto [esperado, clave] = std::exchange(anticipada, {});
     if (!clave.isEmpty() && esperado == catalogo)
         return clave;
-    const bool puede = qvx::LeerDerechos(qvx::Sesion::Actual().Conexion()).catalogos;
+    const bool puede = qvx::LeerDerechos(Base()).catalogos;
     OfrecerAlta(puede ? &PaginaCatalogos::CrearDesdeBusqueda : qvx::DialogoCatalogo::Alta());
     return InteraccionQt::BuscarEnCatalogo(catalogo, maximo, filtro, fuente, duena);
 }

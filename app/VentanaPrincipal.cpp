@@ -2,6 +2,7 @@
 
 #include "app/DialogoIntegridad.h"
 #include "app/InteraccionDelEscritorio.h"
+#include "app/Trampas.h"
 #include "app/catalogos/AvisoDeGastos.h"
 #include "app/catalogos/DialogoCostos.h"
 #include "app/catalogos/DialogoGastos.h"
@@ -10,11 +11,9 @@
 #include "controls/TreeView.h"
 #include "controls/colorQVX.h"
 #include "controls/txtQVX.h"
-#include "data/ErrorEjecucion.h"
 #include "session/Aplicacion.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
-#include "session/Sistema.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -210,26 +209,23 @@ void VentanaPrincipal::PonerMenu()
     const auto agregar = [&](const QString &nombre, const QString &texto, const std::function<void()> &abrir) {
         herramientas->addAction(texto, this, abrir)->setObjectName(nombre);
     };
-    agregar("mnuRevisarIntegridad", "&Revisar integridad…",
-            [this] { AbrirDialogo<DialogoIntegridad>("ERR-ID:1000006"); });
+    agregar("mnuRevisarIntegridad", "&Revisar integridad…", [this] { AbrirDialogo<DialogoIntegridad>(1000006); });
     agregar("mnuActualizarCostos", "&Actualizar costos…",
-            [this] { AbrirDialogo<DialogoCostos>("ERR-ID:1000045", TipoEnPantalla()); });
+            [this] { AbrirDialogo<DialogoCostos>(1000045, TipoEnPantalla()); });
     agregar("mnuCompletarGastos", "&Completar tipos de gasto…",
-            [this] { AbrirDialogo<DialogoGastos>("ERR-ID:1000046", TipoEnPantalla()); });
+            [this] { AbrirDialogo<DialogoGastos>(1000046, TipoEnPantalla()); });
 }
 
 // The screen then reads its equipment type again: what it shows may have been changed.
 template <class Dialogo, class... Datos>
-void VentanaPrincipal::AbrirDialogo(const QString &identificador, const Datos &...datos)
+void VentanaPrincipal::AbrirDialogo(int identificador, const Datos &...datos)
 {
-    try {
+    ConTrampa(*this, identificador, [&] {
         Dialogo dialogo(datos..., this);
         dialogo.exec();
         if (dialogo.HuboCambios())
             Releer();
-    } catch (const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", identificador);
-    }
+    });
 }
 
 QString VentanaPrincipal::TipoEnPantalla() const

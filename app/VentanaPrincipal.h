@@ -50,7 +50,7 @@ private:
     QString Sugerencia() const;
     void PonerMenu();
     template <class Dialogo, class... Datos>
-    void AbrirDialogo(const QString &identificador, const Datos &...datos);
+    void AbrirDialogo(int identificador, const Datos &...datos);
     QString TipoEnPantalla() const;
 
     QString tipoEquipo;

@@ -119,7 +119,7 @@ void PrComponente::registro()
     const QString archivo = qvx::registro::Archivo();
     QVERIFY(!QFile::permissions(archivo).testAnyFlags(QFile::ReadGroup | QFile::ReadOther));
     QFile::setPermissions(archivo, QFile::ReadOwner | QFile::WriteOwner | QFile::WriteOther);
-    QVERIFY_EXCEPTION_THROWN(qvx::registro::Buscar(KT580::ClavePantalla), qvx::ErrorEjecucion);
+    QVERIFY_THROWS_EXCEPTION(qvx::ErrorEjecucion, qvx::registro::Buscar(KT580::ClavePantalla));
     QFile::setPermissions(archivo, QFile::ReadOwner | QFile::WriteOwner);
     QCOMPARE(Entrar("DllUnregisterServer"), com::S_OK);
     QVERIFY(!qvx::registro::Buscar(KT580::ClavePantalla));

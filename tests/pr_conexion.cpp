@@ -48,7 +48,7 @@ void PrConexion::numeros()
     QCOMPARE(qvx::TextoANumero(" 12,345,678.5 ").value_or(-1), 12345678.5);
     for (const char *texto : {"", "1.2.3", "1e5", "12a", "1.5,000", "12,5", "0,125", "1,234,50", "1234,567", "1,,000"})
         QVERIFY2(!qvx::TextoANumero(texto), texto);
-    QVERIFY_EXCEPTION_THROWN(qvx::TextoANumero(QString(400, QLatin1Char('9'))), ErrorEjecucion);
+    QVERIFY_THROWS_EXCEPTION(ErrorEjecucion, qvx::TextoANumero(QString(400, QLatin1Char('9'))));
     QCOMPARE(qvx::NumeroConFormato(1234567.123456, "$#,##0.0000#####"), "$1,234,567.123456");
     QCOMPARE(qvx::NumeroConFormato(123456789012.1, "$#,##0.00#######"), "$123,456,789,012.10");
     QCOMPARE(qvx::NumeroConFormato(-0.0000000001, "$#,##0.00#######"), "$0.00");
@@ -122,9 +122,9 @@ void PrConexion::condena()
     const QString cambio = "UPDATE Tipo_Equipo_Parte SET Oper_Baja = 'otro' WHERE Tep_ID = '0005'";
     base.BeginTrans();
     base.Execute(cambio);
-    QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Nada"), ErrorEjecucion);
-    QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Producto"), ErrorEjecucion);
-    QVERIFY_EXCEPTION_THROWN(base.CommitTrans(), ErrorEjecucion);
+    QVERIFY_THROWS_EXCEPTION(ErrorEjecucion, base.Execute("SELECT * FROM Nada"));
+    QVERIFY_THROWS_EXCEPTION(ErrorEjecucion, base.Execute("SELECT * FROM Producto"));
+    QVERIFY_THROWS_EXCEPTION(ErrorEjecucion, base.CommitTrans());
     QVERIFY(escenario.Correr(cambio).isNull()); // its locks are gone already
     base.RollbackTrans();
     QVERIFY(!base.Execute("SELECT * FROM Producto").Eof());
@@ -197,8 +197,8 @@ void PrConexion::comienzo()
     const QVariant libre = escenario.Correr(motor::Segun("UPDATE Producto SET Pr_Descripcion = 'OTRA' RETURNING true",
                                                          "SELECT Reservar_Plan('0001', false)"));
     QVERIFY(libre.toBool());
-    QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM NoHay"), ErrorEjecucion);
-    QVERIFY_EXCEPTION_THROWN(base.Execute(consulta), ErrorEjecucion); // doomed all the same
+    QVERIFY_THROWS_EXCEPTION(ErrorEjecucion, base.Execute("SELECT * FROM NoHay"));
+    QVERIFY_THROWS_EXCEPTION(ErrorEjecucion, base.Execute(consulta)); // doomed all the same
     base.RollbackTrans();
     const QStringList traza = escenario.Traza();
     QCOMPARE(traza.mid(0, 2), (QStringList{"-\t" + motor::Segun("BEGIN IMMEDIATE", "BEGIN"), "1\t" + consulta}));
@@ -209,10 +209,10 @@ void PrConexion::comienzo()
     otro->Correr("BEGIN IMMEDIATE");
     EnEvento([&] {
         base.BeginTrans();
-        QVERIFY_EXCEPTION_THROWN(base.Execute("SELECT * FROM Plan_Mantenimiento"), qvx::ErrorDeComienzo);
+        QVERIFY_THROWS_EXCEPTION(qvx::ErrorDeComienzo, base.Execute("SELECT * FROM Plan_Mantenimiento"));
         otro->Correr("ROLLBACK");
         // Who goes on all the same changes nothing outside it.
-        QVERIFY_EXCEPTION_THROWN(base.Execute("DELETE Producto WHERE Pr_Cve_Producto = '1'"), ErrorEjecucion);
+        QVERIFY_THROWS_EXCEPTION(ErrorEjecucion, base.Execute("DELETE Producto WHERE Pr_Cve_Producto = '1'"));
     });
     QCOMPARE(escenario.Traza(), QStringList{"!\tBEGIN IMMEDIATE  <database is locked>"});
 }

@@ -1,10 +1,10 @@
 #include "app/catalogos/AvisoDeGastos.h"
 
 #include "app/Textos.h"
+#include "app/Trampas.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "plan/Gastos.h"
-#include "session/Sesion.h"
 
 #include <QEvent>
 #include <QLoggingCategory>
@@ -55,7 +55,7 @@ QString AvisoDeGastos::Texto() const
 // Nobody asked for it: where it cannot be counted, the next command says what is wrong with the database.
 void AvisoDeGastos::Contar()
 {
-    qvx::Conexion &conexion = qvx::Sesion::Actual().Conexion();
+    qvx::Conexion &conexion = Base();
     if (conexion.EnTransaccion()) {
         espera.start();
         return;

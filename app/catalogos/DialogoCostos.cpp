@@ -7,7 +7,6 @@
 #include "controls/Formulario.h"
 #include "controls/colorQVX.h"
 #include "data/Conexion.h"
-#include "data/ErrorEjecucion.h"
 #include "plan/RegistrosDeCatalogo.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
@@ -19,25 +18,9 @@
 namespace
 {
 
-constexpr QSize Tamano{1240, 640};
-
-qvx::Conexion &Base()
-{
-    return qvx::Sesion::Actual().Conexion();
-}
+constexpr QSize TamanoDeCostos{1240, 640};
 
 } // namespace
-
-// Reports the errors of what the operator does.
-template <class Pasos>
-void DialogoCostos::ConTrampa(Pasos &&pasos)
-{
-    try {
-        pasos();
-    } catch (const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", "ERR-ID:1000040");
-    }
-}
 
 DialogoCostos::DialogoCostos(const QString &tipoEquipo, QWidget *duena)
     : QDialog(duena)
@@ -56,17 +39,18 @@ DialogoCostos::DialogoCostos(const QString &tipoEquipo, QWidget *duena)
         lista->Buscar(texto);
         Sumar();
     });
-    connect(ui->selPlanes, &SelectorDePlanes::Cambio, this, [this] { ConTrampa([this] { Leer(); }); });
+    connect(ui->selPlanes, &SelectorDePlanes::Cambio, this, [this] { ConTrampa(*this, 1000040, [this] { Leer(); }); });
     connect(ui->cmdTodo, &QPushButton::clicked, this, [this] { Marcar(true); });
     connect(ui->cmdNada, &QPushButton::clicked, this, [this] { Marcar(false); });
-    connect(ui->cmdActualizar, &QPushButton::clicked, this, [this] { ConTrampa([this] { Actualizar(); }); });
+    connect(ui->cmdActualizar, &QPushButton::clicked, this,
+            [this] { ConTrampa(*this, 1000040, [this] { Actualizar(); }); });
     connect(ui->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
     puede = qvx::LeerDerechos(Base()).planes;
     ui->selPlanes->Ofrecer(tipoEquipo);
     Leer();
     AjustarColumnas(*ui->lvCostos);
     ui->lvCostos->setFocus();
-    resize(qvx::Formulario::Cabida(*this, Tamano));
+    resize(qvx::Formulario::Cabida(*this, TamanoDeCostos));
 }
 
 DialogoCostos::~DialogoCostos() = default;

@@ -29,8 +29,6 @@ protected:
     bool eventFilter(QObject *objeto, QEvent *evento) override;
 
 private:
-    template <class Pasos>
-    void ConTrampa(Pasos &&pasos);
     void Leer();
     void Sumar();
     void Marcar(bool marcar);

@@ -1,5 +1,6 @@
 #include "app/catalogos/DialogoGastos.h"
 
+#include "app/Trampas.h"
 #include "app/catalogos/FiltroDeLista.h"
 #include "app/catalogos/ListaDePlan.h"
 #include "app/catalogos/ModeloGastos.h"
@@ -7,7 +8,6 @@
 #include "controls/Formulario.h"
 #include "controls/colorQVX.h"
 #include "data/Conexion.h"
-#include "data/ErrorEjecucion.h"
 #include "plan/RegistrosDeCatalogo.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
@@ -19,25 +19,9 @@
 namespace
 {
 
-constexpr QSize Tamano{1240, 600};
-
-qvx::Conexion &Base()
-{
-    return qvx::Sesion::Actual().Conexion();
-}
+constexpr QSize TamanoDeGastos{1240, 600};
 
 } // namespace
-
-// Reports the errors of what the operator does.
-template <class Pasos>
-void DialogoGastos::ConTrampa(Pasos &&pasos)
-{
-    try {
-        pasos();
-    } catch (const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", "ERR-ID:1000043");
-    }
-}
 
 DialogoGastos::DialogoGastos(const QString &tipoEquipo, QWidget *duena)
     : QDialog(duena)
@@ -51,18 +35,19 @@ DialogoGastos::DialogoGastos(const QString &tipoEquipo, QWidget *duena)
     ui->lvGastos->sortByColumn(ModeloGastos::Folio, Qt::AscendingOrder);
     ui->lvGastos->ensurePolished(); // rows measured before the first show would keep the height of another look
     connect(ui->txtBuscar, &QLineEdit::textChanged, lista, &FiltroDeLista::Buscar);
-    connect(ui->selPlanes, &SelectorDePlanes::Cambio, this, [this] { ConTrampa([this] { Leer(); }); });
+    connect(ui->selPlanes, &SelectorDePlanes::Cambio, this, [this] { ConTrampa(*this, 1000043, [this] { Leer(); }); });
     connect(ui->lvGastos->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &DialogoGastos::AlSeleccionar);
     connect(ui->cboGasto, &QComboBox::activated, this, &DialogoGastos::AlElegir);
-    connect(ui->cmdCompletar, &QPushButton::clicked, this, [this] { ConTrampa([this] { Completar(); }); });
+    connect(ui->cmdCompletar, &QPushButton::clicked, this,
+            [this] { ConTrampa(*this, 1000043, [this] { Completar(); }); });
     connect(ui->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
     puede = qvx::LeerDerechos(Base()).planes;
     ui->selPlanes->Ofrecer(tipoEquipo);
     Leer();
     AjustarColumnas(*ui->lvGastos);
     ui->lvGastos->setFocus();
-    resize(qvx::Formulario::Cabida(*this, Tamano));
+    resize(qvx::Formulario::Cabida(*this, TamanoDeGastos));
 }
 
 DialogoGastos::~DialogoGastos() = default;

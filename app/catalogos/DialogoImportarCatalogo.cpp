@@ -1,5 +1,6 @@
 #include "app/catalogos/DialogoImportarCatalogo.h"
 
+#include "app/Trampas.h"
 #include "app/catalogos/ModeloDeImportacion.h"
 #include "controls/DeAmbos.h"
 #include "controls/Formulario.h"
@@ -7,7 +8,6 @@
 #include "data/ErrorEjecucion.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
-#include "session/Sistema.h"
 #include "ui_DialogoImportarCatalogo.h"
 
 #include <QFileInfo>
@@ -25,23 +25,6 @@ constexpr int ColumnasPorFila = 3;
 constexpr int FilasQueMiden = 200; // the width of a column
 constexpr int LetrasDeCelda = 48;  // of the widest column
 
-qvx::Conexion &Base()
-{
-    return qvx::Sesion::Actual().Conexion();
-}
-
-// Does the steps; what they raise is told. ventana: whose message it is; identificador: of the place in the code.
-template <class Pasos>
-void ConTrampa(const QWidget &ventana, const QString &identificador, Pasos &&pasos)
-{
-    try {
-        pasos();
-    } catch (const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", ventana.window()->winId(), "QVX",
-                               "ERR-ID:" + identificador);
-    }
-}
-
 QString ClaveDeAjuste(const qvx::TablaDeCatalogo &tabla)
 {
     return "importar/" + tabla.nombre;
@@ -53,7 +36,7 @@ bool DialogoImportarCatalogo::Importar(QWidget *duena, const qvx::TablaDeCatalog
                                        const QString &nombre)
 {
     bool escrito = false;
-    ConTrampa(*duena, "1000030", [&] {
+    ConTrampa(*duena, 1000030, [&] {
         const qvx::DeAmbos<DialogoImportarCatalogo> dialogo(new DialogoImportarCatalogo(duena, tabla, datos, nombre));
         escrito = dialogo->exec() == QDialog::Accepted;
     });
@@ -66,7 +49,7 @@ bool DialogoImportarCatalogo::ImportarArchivo(QWidget *duena, const qvx::TablaDe
         {"Importar " + tabla.titulo.toLower(), "Archivo CSV|*.csv *.txt", "", "", false}, duena->window());
     QByteArray datos;
     if (!ruta.isEmpty())
-        ConTrampa(*duena, "1000031", [&] { datos = csv::LeerArchivo(ruta); });
+        ConTrampa(*duena, 1000031, [&] { datos = csv::LeerArchivo(ruta); });
     return !datos.isEmpty() && Importar(duena, tabla, datos, QFileInfo(ruta).fileName());
 }
 
@@ -267,7 +250,7 @@ void DialogoImportarCatalogo::GuardarErrores()
         {"Guardar errores", "Archivo CSV|*.csv", "Errores.csv", "", true}, this);
     if (ruta.isEmpty())
         return;
-    ConTrampa(*this, "1000034", [&] {
+    ConTrampa(*this, 1000034, [&] {
         csv::Escribir(ruta, importacion.Errores(), {});
         ui->lblAviso->setText("Los errores quedaron en " + ruta + ".");
     });
@@ -277,7 +260,7 @@ void DialogoImportarCatalogo::GuardarErrores()
 void DialogoImportarCatalogo::Escribir()
 {
     bool escrito = false;
-    ConTrampa(*this, "1000032", [&] {
+    ConTrampa(*this, 1000032, [&] {
         qvx::EscribirCambios(Base(), qvx::Sesion::Actual().Firmante(), tabla, importacion.Cambios());
         escrito = true;
     });
@@ -285,7 +268,7 @@ void DialogoImportarCatalogo::Escribir()
         Recordar();
         return accept();
     }
-    ConTrampa(*this, "1000033", [&] {
+    ConTrampa(*this, 1000033, [&] {
         situacion = qvx::LeerSituacion(Base(), tabla);
         Juzgar();
     });

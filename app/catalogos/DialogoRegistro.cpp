@@ -1,14 +1,13 @@
 #include "app/catalogos/DialogoRegistro.h"
 
+#include "app/Trampas.h"
 #include "app/catalogos/Nombres.h"
 #include "controls/Formulario.h"
 #include "controls/colorQVX.h"
-#include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "plan/Catalogos.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
-#include "session/Sistema.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -21,7 +20,7 @@
 
 using qvx::RegistroDeCatalogo;
 using qvx::Sesion;
-using Clase = qvx::ColumnaDeCatalogo::Clase;
+using ClaseDeColumna = qvx::ColumnaDeCatalogo::Clase;
 
 namespace
 {
@@ -46,7 +45,7 @@ QComboBox *Lista(const QList<QPair<QString, QString>> &ofertas, const QString &v
 QList<QPair<QString, QString>> EntradasDe(const QString &codigo)
 {
     QList<QPair<QString, QString>> entradas;
-    for (const auto &entrada : qvx::LeerEntradas(Sesion::Actual().Conexion(), codigo, {}))
+    for (const auto &entrada : qvx::LeerEntradas(Base(), codigo, {}))
         entradas.append({qvx::SinBlancosAlFinal(entrada.clave), entrada.clave + " - " + entrada.descripcion});
     return entradas;
 }
@@ -69,8 +68,7 @@ DialogoRegistro::DialogoRegistro(QWidget *duena, const qvx::TablaDeCatalogo &tab
     , tabla(tabla_)
     , antes(registro)
     , nuevo(registro.clave.isEmpty())
-    , situacion(
-          qvx::LeerSituacion(Sesion::Actual().Conexion(), tabla, nuevo ? QStringList() : QStringList(registro.clave)))
+    , situacion(qvx::LeerSituacion(Base(), tabla, nuevo ? QStringList() : QStringList(registro.clave)))
     , txtClave(new QLineEdit(nuevo ? qvx::ClavePropuesta(situacion) : registro.clave))
     , lblObjecion(new QLabel(" "))
 {
@@ -117,13 +115,13 @@ QWidget *DialogoRegistro::Campo(int columna)
     const qvx::ColumnaDeCatalogo &que = tabla.columnas.at(columna);
     const QString valor = antes.valores.value(columna);
     QWidget *campo = nullptr;
-    if (que.clase == Clase::ClaseDeProducto)
+    if (que.clase == ClaseDeColumna::ClaseDeProducto)
         campo = Lista(nombres::ClasesDeProducto(), valor);
-    else if (que.clase == Clase::Unidad)
+    else if (que.clase == ClaseDeColumna::Unidad)
         campo = Lista(EntradasDe("UNIDAD"), valor);
     else
         campo = new QLineEdit(valor);
-    if (que.clase == Clase::Numero)
+    if (que.clase == ClaseDeColumna::Numero)
         static_cast<QLineEdit *>(campo)->setAlignment(Qt::AlignRight);
     campo->setObjectName(nombres::Control(que));
     campo->setAccessibleName(que.titulo);
@@ -163,7 +161,7 @@ RegistroDeCatalogo DialogoRegistro::Escrito() const
             escrito.valores.append(lista->currentData().toString());
         else
             escrito.valores.append(static_cast<const QLineEdit *>(control)->text().trimmed());
-    const int numero = tabla.Lugar(Clase::Numero);
+    const int numero = tabla.Lugar(ClaseDeColumna::Numero);
     if (numero >= 0 && escrito.valores.at(numero).isEmpty())
         escrito.valores[numero] = "0";
     return escrito;
@@ -192,14 +190,12 @@ void DialogoRegistro::Aceptar()
         lblObjecion->setText("Elija el tipo de equipo cuyo plan se copia, o quite la marca.");
         return cboOrigen->setFocus();
     }
-    if (const int numero = tabla.Lugar(Clase::Numero); numero >= 0)
+    if (const int numero = tabla.Lugar(ClaseDeColumna::Numero); numero >= 0)
         cambio.despues->valores[numero] = qvx::NumeroATexto(*qvx::TextoANumero(cambio.despues->valores.at(numero)));
     if (cambio.antes == cambio.despues)
         return reject();
-    try {
-        qvx::EscribirCambios(Sesion::Actual().Conexion(), Sesion::Actual().Firmante(), tabla, {cambio});
+    ConTrampa(*this, 1000007, [&] {
+        qvx::EscribirCambios(Base(), Sesion::Actual().Firmante(), tabla, {cambio});
         accept();
-    } catch (const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX", "ERR-ID:1000007");
-    }
+    });
 }

@@ -1,14 +1,13 @@
 #include "app/catalogos/DialogoUsos.h"
 
+#include "app/Trampas.h"
 #include "app/catalogos/Nombres.h"
 #include "controls/Formulario.h"
 #include "controls/ModeloTabla.h"
 #include "controls/VistaTabla.h"
 #include "controls/colorQVX.h"
-#include "data/ErrorEjecucion.h"
 #include "session/Interaccion.h"
 #include "session/Sesion.h"
-#include "session/Sistema.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -22,10 +21,9 @@ using qvx::Uso;
 namespace
 {
 
-using Clase = qvx::ColumnaDeTabla::Clase;
-
-const QList<qvx::ColumnaDeTabla> Columnas{{"Tipo de equipo"},          {"Parte"},  {"Folio"}, {"Servicio"}, {"Cómo"},
-                                          {"Cantidad", Clase::Numero}, {"Unidad"}, {"Estado"}};
+const QList<qvx::ColumnaDeTabla> Columnas{
+    {"Tipo de equipo"}, {"Parte"}, {"Folio"}, {"Servicio"}, {"Cómo"}, {"Cantidad", qvx::ColumnaDeTabla::Clase::Numero},
+    {"Unidad"},         {"Estado"}};
 constexpr int ColumnaParte = 1;
 
 QString Como(const Uso &uso)
@@ -91,7 +89,7 @@ DialogoUsos::DialogoUsos(QWidget *duena, const qvx::TablaDeCatalogo &tabla_, con
     : QDialog(duena)
     , tabla(tabla_)
     , registro(registro_)
-    , usos(qvx::UsosDe(Sesion::Actual().Conexion(), tabla, registro.clave))
+    , usos(qvx::UsosDe(Base(), tabla, registro.clave))
     , modelo(new qvx::ModeloTabla(Columnas, 0, this))
     , lblExplicacion(new QLabel(this))
     , lvUsos(new qvx::VistaTabla("lvUsos", "Usos", this))
@@ -156,12 +154,9 @@ void DialogoUsos::OfrecerReemplazo(const RegistroDeCatalogo &nuevo)
     hacer->setObjectName("cmdReemplazar");
     hacer->setEnabled(!usos.isEmpty());
     connect(hacer, &QPushButton::clicked, this, [this, nuevo] {
-        try {
-            qvx::Reemplazar(Sesion::Actual().Conexion(), Sesion::Actual().Firmante(), tabla, registro, nuevo, usos);
+        ConTrampa(*this, 1000008, [&] {
+            qvx::Reemplazar(Base(), Sesion::Actual().Firmante(), tabla, registro, nuevo, usos);
             accept();
-        } catch (const qvx::ErrorEjecucion &error) {
-            qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", winId(), "QVX",
-                                   "ERR-ID:1000008");
-        }
+        });
     });
 }

@@ -1,5 +1,6 @@
 #include "app/catalogos/PaginaCatalogos.h"
 
+#include "app/Trampas.h"
 #include "app/catalogos/DialogoExportarCatalogo.h"
 #include "app/catalogos/DialogoImportarCatalogo.h"
 #include "app/catalogos/DialogoRegistro.h"
@@ -8,7 +9,6 @@
 #include "controls/ModeloTabla.h"
 #include "controls/Teclas.h"
 #include "controls/VistaTabla.h"
-#include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "plan/Catalogos.h"
 #include "session/Interaccion.h"
@@ -34,7 +34,7 @@
 using qvx::RegistroDeCatalogo;
 using qvx::Sesion;
 using qvx::TablaDeCatalogo;
-using Clase = qvx::ColumnaDeCatalogo::Clase;
+using ClaseDeColumna = qvx::ColumnaDeCatalogo::Clase;
 
 namespace
 {
@@ -47,10 +47,10 @@ QList<qvx::ColumnaDeTabla> Columnas(const TablaDeCatalogo &tabla)
 {
     QList<qvx::ColumnaDeTabla> columnas{{"Clave", qvx::ColumnaDeTabla::Clase::Texto, true}};
     for (const auto &columna : tabla.columnas)
-        columnas.append(
-            {columna.titulo,
-             columna.clase == Clase::Numero ? qvx::ColumnaDeTabla::Clase::Dinero : qvx::ColumnaDeTabla::Clase::Texto,
-             columna.clase == Clase::Texto});
+        columnas.append({columna.titulo,
+                         columna.clase == ClaseDeColumna::Numero ? qvx::ColumnaDeTabla::Clase::Dinero
+                                                                 : qvx::ColumnaDeTabla::Clase::Texto,
+                         columna.clase == ClaseDeColumna::Texto});
     columnas.append({"Estado"});
     return columnas;
 }
@@ -60,10 +60,11 @@ QVariantList Fila(const TablaDeCatalogo &tabla, const RegistroDeCatalogo &regist
     QVariantList fila{registro.clave};
     for (int i = 0; i < tabla.columnas.size(); ++i) {
         const QString &valor = registro.valores.at(i);
-        if (tabla.columnas.at(i).clase == Clase::Numero)
+        if (tabla.columnas.at(i).clase == ClaseDeColumna::Numero)
             fila.append(valor.toDouble());
         else
-            fila.append(tabla.columnas.at(i).clase == Clase::ClaseDeProducto ? nombres::ClaseDeProducto(valor) : valor);
+            fila.append(tabla.columnas.at(i).clase == ClaseDeColumna::ClaseDeProducto ? nombres::ClaseDeProducto(valor)
+                                                                                      : valor);
     }
     return fila << nombres::Estado(registro.estado);
 }
@@ -71,7 +72,7 @@ QVariantList Fila(const TablaDeCatalogo &tabla, const RegistroDeCatalogo &regist
 // The code under which the search dialog shows the entries that can stand for one.
 QString CodigoDeBusqueda(const TablaDeCatalogo &tabla, const RegistroDeCatalogo &registro)
 {
-    const int clase = tabla.Lugar(Clase::ClaseDeProducto);
+    const int clase = tabla.Lugar(ClaseDeColumna::ClaseDeProducto);
     return qvx::CodigoDeCatalogo(tabla.nombre, clase < 0 ? QString() : registro.valores.at(clase));
 }
 
@@ -241,15 +242,9 @@ void PaginaCatalogos::Elegir(const QString &clave)
     PonerEstado();
 }
 
-// An error is told once and leaves the page as it is.
 void PaginaCatalogos::ConTrampa(const std::function<void()> &pasos)
 {
-    try {
-        pasos();
-    } catch (const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje(error.Descripcion(), qvx::mensaje::Critico, "Quorvex", window()->winId(), "QVX",
-                               "ERR-ID:1000009");
-    }
+    ::ConTrampa(*this, 1000009, pasos);
 }
 
 void PaginaCatalogos::showEvent(QShowEvent *evento)
@@ -271,7 +266,7 @@ void PaginaCatalogos::AlCambiarDeCatalogo()
     connect(lvRegistros->selectionModel(), &QItemSelectionModel::currentChanged, this, &PaginaCatalogos::PonerEstado);
     txtBuscar->clear();
     ConTrampa([this] {
-        puedeCambiar = qvx::LeerDerechos(Sesion::Actual().Conexion()).catalogos;
+        puedeCambiar = qvx::LeerDerechos(Base()).catalogos;
         lblDerecho->setVisible(!puedeCambiar);
         lblDerecho->setText("Usted puede mirar los catálogos. Los cambia quien tiene en el servidor el rol "
                             "quorvex_catalogos: pídalo a quien lo administra.");
@@ -292,7 +287,7 @@ void PaginaCatalogos::Actualizar()
 
 void PaginaCatalogos::Leer()
 {
-    const auto todos = qvx::LeerRegistros(Sesion::Actual().Conexion(), Tabla());
+    const auto todos = qvx::LeerRegistros(Base(), Tabla());
     const int cuales = cboEstado->currentIndex(); // as the box lists them: active, retired, all
     QList<QVariantList> filas;
     registros.clear();
@@ -364,7 +359,7 @@ void PaginaCatalogos::DarDeBaja()
             return;
         RegistroDeCatalogo despues = registro;
         despues.estado = qvx::estado::Baja;
-        qvx::EscribirCambios(Sesion::Actual().Conexion(), Sesion::Actual().Firmante(), Tabla(), {{registro, despues}});
+        qvx::EscribirCambios(Base(), Sesion::Actual().Firmante(), Tabla(), {{registro, despues}});
         Terminar(registro.clave);
     });
 }
@@ -375,7 +370,7 @@ void PaginaCatalogos::Reactivar()
         const RegistroDeCatalogo registro = *Elegido();
         RegistroDeCatalogo despues = registro;
         despues.estado = qvx::estado::Activo;
-        qvx::EscribirCambios(Sesion::Actual().Conexion(), Sesion::Actual().Firmante(), Tabla(), {{registro, despues}});
+        qvx::EscribirCambios(Base(), Sesion::Actual().Firmante(), Tabla(), {{registro, despues}});
         Terminar(registro.clave);
     });
 }
@@ -388,7 +383,7 @@ void PaginaCatalogos::Eliminar()
     ConTrampa([this] {
         const RegistroDeCatalogo registro = *Elegido();
         const qvx::CambioDeCatalogo cambio{registro, std::nullopt};
-        const auto situacion = qvx::LeerSituacion(Sesion::Actual().Conexion(), Tabla(), {registro.clave});
+        const auto situacion = qvx::LeerSituacion(Base(), Tabla(), {registro.clave});
         const QString nombre = "«" + registro.clave + " " + registro.Descripcion() + "»";
         if (const auto objecion = qvx::Objetar(Tabla(), situacion, cambio)) {
             qvx::Sistema().Mensaje(nombre + ": " + objecion->motivo, qvx::mensaje::Exclamacion, "Quorvex",
@@ -400,7 +395,7 @@ void PaginaCatalogos::Eliminar()
                                    window()->winId(), "QVX", "ERR-ID:1000011")
             != qvx::mensaje::Si)
             return;
-        qvx::EscribirCambios(Sesion::Actual().Conexion(), Sesion::Actual().Firmante(), Tabla(), {cambio});
+        qvx::EscribirCambios(Base(), Sesion::Actual().Firmante(), Tabla(), {cambio});
         Terminar({});
     });
 }
@@ -419,8 +414,7 @@ void PaginaCatalogos::Reemplazar()
             qvx::Utilerias().BuscarEnCatalogo(CodigoDeBusqueda(Tabla(), registro), 0, {}, QFont(font()), this);
         if (otra.isEmpty())
             return;
-        const auto nuevo = qvx::LeerSituacion(Sesion::Actual().Conexion(), Tabla(), {otra})
-                               .registros.value(qvx::SinBlancosAlFinal(otra));
+        const auto nuevo = qvx::LeerSituacion(Base(), Tabla(), {otra}).registros.value(qvx::SinBlancosAlFinal(otra));
         if (const QString objecion = qvx::ObjecionAlReemplazo(Tabla(), registro, nuevo); !objecion.isEmpty()) {
             qvx::Sistema().Mensaje(objecion, qvx::mensaje::Exclamacion, "Quorvex", window()->winId(), "QVX",
                                    "ERR-ID:1000012");
@@ -460,8 +454,7 @@ void PaginaCatalogos::ExportarXlsx()
 void PaginaCatalogos::Exportar(bool libro)
 {
     ConTrampa([this, libro] {
-        DialogoExportarCatalogo::Exportar(this, Tabla(), qvx::LeerRegistros(Sesion::Actual().Conexion(), Tabla()),
-                                          libro);
+        DialogoExportarCatalogo::Exportar(this, Tabla(), qvx::LeerRegistros(Base(), Tabla()), libro);
     });
 }
 
@@ -471,7 +464,7 @@ QString PaginaCatalogos::CrearDesdeBusqueda(const QString &codigo, const QString
     const TablaDeCatalogo &tabla = *qvx::TablaDeCatalogoPorNombre(catalogo.tabla);
     RegistroDeCatalogo registro{{}, QStringList(tabla.columnas.size()), qvx::estado::Activo};
     registro.valores[0] = escrito;
-    if (const int clase = tabla.Lugar(Clase::ClaseDeProducto); clase >= 0)
+    if (const int clase = tabla.Lugar(ClaseDeColumna::ClaseDeProducto); clase >= 0)
         registro.valores[clase] = catalogo.clase;
     return DialogoRegistro::Preguntar(duena, tabla, registro).clave;
 }

@@ -1,8 +1,8 @@
 #include "app/catalogos/SelectorDePlanes.h"
 
+#include "app/Trampas.h"
 #include "data/Texto.h"
 #include "plan/Catalogos.h"
-#include "session/Sesion.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -50,7 +50,7 @@ SelectorDePlanes::SelectorDePlanes(QWidget *padre)
 void SelectorDePlanes::Ofrecer(const QString &actual)
 {
     enPantalla = qvx::SinBlancosAlFinal(actual);
-    for (const qvx::EntradaCatalogo &tipo : qvx::LeerEntradas(qvx::Sesion::Actual().Conexion(), "TIPO_EQUIPO", "")) {
+    for (const qvx::EntradaCatalogo &tipo : qvx::LeerEntradas(Base(), "TIPO_EQUIPO", "")) {
         const QString clave = qvx::SinBlancosAlFinal(tipo.clave);
         auto *renglon = new QListWidgetItem(tipo.clave + " " + tipo.descripcion, lstTipos);
         renglon->setData(Qt::UserRole, clave);

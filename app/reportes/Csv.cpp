@@ -15,11 +15,6 @@ namespace
 
 constexpr int FilasDeMuestra = 50; // that a delimiter is judged by
 
-[[noreturn]] void Rechazar(const QString &motivo)
-{
-    throw qvx::ErrorEjecucion(qvx::errores::Datos, motivo);
-}
-
 // Rows one by one.
 class Lector
 {
@@ -79,7 +74,7 @@ private:
             if (lugar < texto.size() && EnElFin())
                 PasarFinDeLinea();
             else if (!Pasar(QLatin1Char('"')))
-                Rechazar(QString("En el renglón %1 se abre una comilla que no se cierra.").arg(abierta));
+                qvx::Rechazar(QString("En el renglón %1 se abre una comilla que no se cierra.").arg(abierta));
             else if (Aqui() != QLatin1Char('"')) {
                 celda += QStringView(texto).mid(inicio, lugar - inicio - 1);
                 break;
@@ -91,7 +86,7 @@ private:
             celda += QStringView(texto).mid(inicio, lugar - inicio);
         }
         if (!EnElFin() && Aqui() != delimitador)
-            Rechazar(
+            qvx::Rechazar(
                 QString("En el renglón %1 sigue texto a la comilla que cierra: las comillas de dentro de una celda "
                         "van dobles.")
                     .arg(renglon));

@@ -23,11 +23,6 @@ constexpr std::array<char16_t, 32> Altas = {0x20AC, 0,      0x201A, 0x0192, 0x20
                                             0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                             0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
-[[noreturn]] void Rechazar(const QString &motivo)
-{
-    throw qvx::ErrorEjecucion(qvx::errores::Datos, motivo);
-}
-
 std::optional<QString> DeUtf8(const QByteArray &octetos)
 {
     QStringDecoder lector(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
@@ -59,12 +54,12 @@ std::optional<QString> Decodificar(const QByteArray &octetos, Codificacion codif
 void RevisarQueSeaTexto(const QByteArray &octetos)
 {
     if (octetos.startsWith("PK\x03\x04"))
-        Rechazar("No es texto, sino un libro de hoja de cálculo: guárdelo como CSV UTF-8, o copie sus celdas y "
-                 "péguelas.");
+        qvx::Rechazar("No es texto, sino un libro de hoja de cálculo: guárdelo como CSV UTF-8, o copie sus celdas y "
+                      "péguelas.");
     if (octetos.startsWith("\xFF\xFE") || octetos.startsWith("\xFE\xFF"))
-        Rechazar("El texto está en UTF-16: guárdelo como CSV UTF-8.");
+        qvx::Rechazar("El texto está en UTF-16: guárdelo como CSV UTF-8.");
     if (octetos.contains('\0'))
-        Rechazar("No es un archivo de texto: guarde la hoja de cálculo como CSV UTF-8.");
+        qvx::Rechazar("No es un archivo de texto: guarde la hoja de cálculo como CSV UTF-8.");
 }
 
 int RenglonQueNoEs(const QByteArray &octetos, Codificacion codificacion)
@@ -90,11 +85,12 @@ struct stat Mirar(const QString &ruta)
     struct stat hallado {
     };
     if (stat(QFile::encodeName(ruta).constData(), &hallado) != 0)
-        Rechazar("No se pudo leer el archivo " + ruta + ": " + qt_error_string(errno));
+        qvx::Rechazar("No se pudo leer el archivo " + ruta + ": " + qt_error_string(errno));
     if (!S_ISREG(hallado.st_mode))
-        Rechazar("En " + ruta + " no hay un archivo, sino una carpeta, un tubo o un dispositivo: no se lee.");
+        qvx::Rechazar("En " + ruta + " no hay un archivo, sino una carpeta, un tubo o un dispositivo: no se lee.");
     if (hallado.st_size > TamanoMaximo)
-        Rechazar(QString("El archivo %1 pasa de %2 MB: divídalo en varios.").arg(ruta).arg(TamanoMaximo / 1024 / 1024));
+        qvx::Rechazar(
+            QString("El archivo %1 pasa de %2 MB: divídalo en varios.").arg(ruta).arg(TamanoMaximo / 1024 / 1024));
     return hallado;
 }
 
@@ -107,14 +103,14 @@ QByteArray LeerArchivo(const QString &ruta)
     QFile archivo;
     const int descriptor = open(QFile::encodeName(ruta).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0 || !archivo.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        Rechazar("No se pudo leer el archivo " + ruta + ": " + qt_error_string(errno));
+        qvx::Rechazar("No se pudo leer el archivo " + ruta + ": " + qt_error_string(errno));
     const QByteArray octetos = archivo.read(antes.st_size + 1);
     if (archivo.error() != QFileDevice::NoError)
-        Rechazar("No se pudo leer el archivo " + ruta + ": " + archivo.errorString());
+        qvx::Rechazar("No se pudo leer el archivo " + ruta + ": " + archivo.errorString());
     struct stat despues {
     };
     if (fstat(descriptor, &despues) != 0 || !Igual(antes, despues) || !Igual(antes, Mirar(ruta)))
-        Rechazar("Otro programa cambió el archivo " + ruta + " mientras se leía: espere a que termine y repita.");
+        qvx::Rechazar("Otro programa cambió el archivo " + ruta + " mientras se leía: espere a que termine y repita.");
     return octetos;
 }
 
@@ -129,10 +125,11 @@ QString Texto(const QByteArray &octetos, Codificacion codificacion)
     if (auto texto = Decodificar(octetos, codificacion))
         return *texto;
     if (codificacion == Codificacion::Windows1252)
-        Rechazar(QString("El renglón %1 no es texto en Windows-1252: guarde la hoja de cálculo como CSV UTF-8.")
-                     .arg(RenglonQueNoEs(octetos, codificacion)));
-    Rechazar(QString("El renglón %1 no está en UTF-8: elija Windows-1252, o guarde la hoja de cálculo como CSV UTF-8.")
-                 .arg(RenglonQueNoEs(octetos, codificacion)));
+        qvx::Rechazar(QString("El renglón %1 no es texto en Windows-1252: guarde la hoja de cálculo como CSV UTF-8.")
+                          .arg(RenglonQueNoEs(octetos, codificacion)));
+    qvx::Rechazar(
+        QString("El renglón %1 no está en UTF-8: elija Windows-1252, o guarde la hoja de cálculo como CSV UTF-8.")
+            .arg(RenglonQueNoEs(octetos, codificacion)));
 }
 
 } // namespace csv

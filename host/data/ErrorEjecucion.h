@@ -41,6 +41,12 @@ private:
     QByteArray octetos;
 };
 
+// Raises a data error with a sentence for the operator.
+[[noreturn]] inline void Rechazar(const QString &motivo)
+{
+    throw ErrorEjecucion(errores::Datos, motivo);
+}
+
 // A transaction could not begin, which came to light with its first statement.
 class Q_DECL_EXPORT ErrorDeComienzo : public ErrorEjecucion
 {

@@ -19,7 +19,7 @@ QString EnUnRenglon(QString texto)
     return texto.replace(QLatin1Char('\\'), "\\\\").replace(QLatin1Char('\n'), "\\n").replace(QLatin1Char('\r'), "\\r");
 }
 
-[[noreturn]] void Rechazar(const QString &motivo)
+[[noreturn]] void RechazarTraza(const QString &motivo)
 {
     throw ErrorEjecucion(errores::Datos, "No se puede escribir la traza: " + motivo);
 }
@@ -33,14 +33,14 @@ Traza::Traza(const QString &archivo_)
         open(QFile::encodeName(archivo_).constData(),
              O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (descriptor < 0)
-        Rechazar(errno == ELOOP ? QString("«%1» es un enlace").arg(archivo_) : qt_error_string(errno));
+        RechazarTraza(errno == ELOOP ? QString("«%1» es un enlace").arg(archivo_) : qt_error_string(errno));
     archivo.open(descriptor, QIODevice::Append | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
     struct stat hallado {
     };
     if (fstat(descriptor, &hallado) != 0 || !S_ISREG(hallado.st_mode))
-        Rechazar("«" + archivo_ + "» no es un archivo");
+        RechazarTraza("«" + archivo_ + "» no es un archivo");
     if (fchmod(descriptor, S_IRUSR | S_IWUSR) != 0)
-        Rechazar(qt_error_string(errno));
+        RechazarTraza(qt_error_string(errno));
 }
 
 void Traza::Anotar(const QString &marca, const QString &texto)

@@ -114,7 +114,7 @@ private:
 };
 
 // With the service that the lines are of: its folio, its part and its description.
-const QString DeRenglones =
+const QString DelRenglon =
     " FROM Plan_Mantenimiento_Detalle d LEFT JOIN Plan_Mantenimiento s ON s.Te_Cve_Tipo_Equipo = d.Te_Cve_Tipo_Equipo "
     "AND s.Pm_ID = d.Pm_ID LEFT JOIN Tipo_Servicio t ON t.Ts_Cve_Tipo_Servicio = s.Ts_Cve_Tipo_Servicio WHERE ";
 const QString Servicio = "d.Te_Cve_Tipo_Equipo, d.Pm_ID, d.Tep_ID, t.Ts_Descripcion";
@@ -135,7 +135,7 @@ void BuscarRenglones(Conexion &conexion, std::map<QString, QList<Suelto>> &porTi
 {
     const auto ajenos = [&](const QString &columna, const QString &tabla, const QString &clave, const QString &que) {
         auto filas =
-            conexion.Execute("SELECT " + Servicio + ", d.Pmd_ID, d." + columna + " AS Clave" + DeRenglones + "d."
+            conexion.Execute("SELECT " + Servicio + ", d.Pmd_ID, d." + columna + " AS Clave" + DelRenglon + "d."
                              + columna + " <> '' AND NOT EXISTS (SELECT 1 FROM " + tabla + " c WHERE c." + clave
                              + " = d." + columna + ") ORDER BY d.Te_Cve_Tipo_Equipo, d.Pm_ID, d.Pmd_ID");
         AgregarRenglones(porTipo, std::move(filas), [&](const Recordset &fila) {
@@ -146,7 +146,7 @@ void BuscarRenglones(Conexion &conexion, std::map<QString, QList<Suelto>> &porTi
     ajenos("Pr_Cve_Producto", "Producto", "Pr_Cve_Producto", "El producto");
     ajenos("Pmd_Tipo_Gasto", "Tipo_Gasto", "Tg_Cve_Tipo_Gasto", "El tipo de gasto");
     AgregarRenglones(porTipo,
-                     conexion.Execute("SELECT " + Servicio + ", COUNT(*) AS Cuantas" + DeRenglones
+                     conexion.Execute("SELECT " + Servicio + ", COUNT(*) AS Cuantas" + DelRenglon
                                       + "d.Pmd_Tipo = '02' AND d.Pmd_Tipo_Gasto = '' GROUP BY " + Servicio
                                       + " ORDER BY d.Te_Cve_Tipo_Equipo, d.Pm_ID"),
                      [](const Recordset &fila) {

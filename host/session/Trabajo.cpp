@@ -16,7 +16,7 @@ namespace
 constexpr qint64 Espera = 200;
 constexpr qint64 EntreDibujos = 100;
 
-Trabajo *actual = nullptr;
+Trabajo *enCurso = nullptr;
 
 int Nivel()
 {
@@ -31,31 +31,31 @@ void DibujarVentanas()
 
 } // namespace
 
-Trabajo::Trabajo(Aplicacion &aplicacion_) : aplicacion(aplicacion_), anterior(actual), nivel(Nivel())
+Trabajo::Trabajo(Aplicacion &aplicacion_) : aplicacion(aplicacion_), anterior(enCurso), nivel(Nivel())
 {
     if (anterior)
         anterior->Ceder();
     reloj.start();
     siguiente = Espera;
-    actual = this;
+    enCurso = this;
 }
 
 Trabajo::~Trabajo()
 {
     Ceder();
     Soltar(true);
-    actual = anterior;
+    enCurso = anterior;
 }
 
 bool Trabajo::Empieza()
 {
-    return !actual || Nivel() > actual->nivel;
+    return !enCurso || Nivel() > enCurso->nivel;
 }
 
 void Trabajo::AntesDeSentencia()
 {
-    if (actual && !actual->dibujando)
-        actual->Contar();
+    if (enCurso && !enCurso->dibujando)
+        enCurso->Contar();
 }
 
 void Trabajo::Contar()
@@ -77,17 +77,17 @@ void Trabajo::Contar()
 
 void Trabajo::Dibujar()
 {
-    if (!actual) // nothing is running that others could disturb
+    if (!enCurso) // nothing is running that others could disturb
         return DibujarVentanas();
-    if (actual->dibujando)
+    if (enCurso->dibujando)
         return;
-    const QScopedValueRollback guarda(actual->dibujando, true);
+    const QScopedValueRollback guarda(enCurso->dibujando, true);
     DibujarVentanas();
 }
 
 bool Trabajo::Dibujando()
 {
-    return actual && actual->dibujando && Nivel() == actual->nivel;
+    return enCurso && enCurso->dibujando && Nivel() == enCurso->nivel;
 }
 
 // What the window system says that the person did, its wish to close a window among it, waits in the toolkit already;
@@ -114,7 +114,7 @@ bool Trabajo::Retener(QObject *receptor, QEvent *evento)
         if (!evento->isInputEvent())
             return false;
     }
-    actual->retenidos.push_back({receptor, std::unique_ptr<QEvent>(evento->clone())});
+    enCurso->retenidos.push_back({receptor, std::unique_ptr<QEvent>(evento->clone())});
     evento->ignore();
     return true;
 }

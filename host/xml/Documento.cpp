@@ -3,6 +3,7 @@
 #include "data/ErrorEjecucion.h"
 #include "system/ArchivoEntero.h"
 #include "xml/EsquemaXml.h"
+#include "xml/TextoXml.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -32,11 +33,6 @@ const xmlChar *Octetos(const QByteArray &texto)
     return reinterpret_cast<const xmlChar *>(texto.constData());
 }
 
-QString Texto(const xmlChar *octetos)
-{
-    return QString::fromUtf8(reinterpret_cast<const char *>(octetos));
-}
-
 int Nivel(const xmlNode *nodo)
 {
     int nivel = 0;
@@ -58,11 +54,6 @@ std::optional<uint> CaracterProhibido(const QString &texto)
             ++i;
     }
     return std::nullopt;
-}
-
-[[noreturn]] void Rechazar(const QString &descripcion)
-{
-    throw ErrorEjecucion(errores::Datos, descripcion);
 }
 
 // The library reports some errors of encodings past the reader, on the standard error: they are in its answer too.

@@ -1,6 +1,7 @@
 #include "xml/EsquemaXml.h"
 
 #include "data/ErrorEjecucion.h"
+#include "xml/TextoXml.h"
 
 #include <QRegularExpression>
 #include <libxml/tree.h>
@@ -11,11 +12,6 @@ namespace qvx
 
 namespace
 {
-
-QString Texto(const xmlChar *octetos)
-{
-    return QString::fromUtf8(reinterpret_cast<const char *>(octetos));
-}
 
 QString Valor(const xmlNode *nodo, const char *atributo)
 {
