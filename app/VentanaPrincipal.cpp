@@ -75,7 +75,8 @@ void VentanaPrincipal::AlCambiarDePagina(int pagina)
         PonerCatalogos();
     if (pagina == PaginaDelPlan && std::exchange(porReleer, false))
         Releer();
-    tabPaginas->currentWidget()->setFocus();
+    QWidget *foco = tabPaginas->currentWidget()->focusWidget(); // where it was left
+    (foco ? foco : tabPaginas->currentWidget())->setFocus();
     cambio.start(0);
 }
 
@@ -202,7 +203,7 @@ void VentanaPrincipal::PonerMenu()
         QAction *accion = ver->addAction("&" + tabPaginas->tabText(pagina), this,
                                          [this, pagina] { tabPaginas->setCurrentIndex(pagina); });
         accion->setObjectName(QString("mnuPagina%1").arg(pagina + 1));
-        accion->setShortcut(QKeySequence(QString("Ctrl+%1").arg(pagina + 1)));
+        accion->setShortcut(QKeySequence(QString("Alt+%1").arg(pagina + 1)));
     }
     QMenu *herramientas = menuBar()->addMenu("&Herramientas");
     herramientas->setObjectName("mnuHerramientas");

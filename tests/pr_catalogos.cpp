@@ -117,7 +117,7 @@ void PrCatalogos::reglas()
                             {"", "9'0|PERNO|RE|PZA|1|AC", -1, "sin apóstrofo"},
                             {"", " 90|PERNO|RE|PZA|1|AC", -1, "espacios en los extremos"},
                             {"", "3|PERNO|RE|PZA|1|AC", -1, "se escribe 0000000003"},
-                            {"", "HR|PERNO|RE|PZA|1|AC", 0, ""},
+                            {"", "R-1|PERNO|RE|PZA|1|AC", -1, "solo cifras"},
                             {"", "9000000009|PERNO|RE|PZA|1|AC", -1, "que está dado de baja"},
                             {"", QString(21, '9') + "|PERNO|RE|PZA|1|AC", -1, "hasta 20 caracteres"},
                             {"", "9000000050| |RE|PZA|1|AC", 0, "Falta la descripción"},

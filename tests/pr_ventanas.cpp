@@ -8,9 +8,13 @@
 #include <QAction>
 #include <QComboBox>
 #include <QEventLoop>
+#include <QHash>
+#include <QKeySequence>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTabWidget>
 #include <QTimer>
 
 // The window around the screen: what it says beside the plan itself, "Revisar integridad", which puts back what the
@@ -21,6 +25,7 @@ class PrVentanas : public PruebaPantalla
 
 private Q_SLOTS:
     void sugerencias();
+    void teclas();
     void integridad();
     void corregidoPorOtro();
     void programa();
@@ -58,6 +63,28 @@ void PrVentanas::sugerencias()
     QCOMPARE(Arbol().Count() + Lista().Count(), 0); // emptied at once
     QVERIFY(Barras().startsWith("00000||Importar XML|"));
     QTRY_COMPARE(sugerencia.text(), "Pulse Entrar para ver el plan del tipo de equipo.");
+}
+
+// A key of the window that is one of the screen's too would do neither; and a page is left and found again as it was.
+void PrVentanas::teclas()
+{
+    VentanaPrincipal principal(pantalla, "", "mlopez", "prueba");
+    principal.show();
+    QVERIFY(QTest::qWaitForWindowActive(&principal));
+    QHash<QKeySequence, QString> duenos;
+    for (const QAction *accion : principal.findChildren<QAction *>())
+        for (const QKeySequence &tecla : accion->shortcuts()) {
+            QVERIFY2(!duenos.contains(tecla), qPrintable(duenos.value(tecla) + " and " + accion->objectName()));
+            duenos.insert(tecla, accion->objectName());
+        }
+    auto *clave = Tipo().findChild<QLineEdit *>();
+    clave->setFocus();
+    const auto &paginas = En<QTabWidget>(principal, "tabPaginas");
+    QTest::keyClick(&principal, Qt::Key_2, Qt::AltModifier);
+    QCOMPARE(paginas.currentIndex(), 1);
+    QTest::keyClick(&principal, Qt::Key_1, Qt::AltModifier);
+    QCOMPARE(paginas.currentIndex(), 0);
+    QCOMPARE(principal.focusWidget(), clave);
 }
 
 // Beside the plan's part 0006: a service dropped on the root, with its lines; one of another type whose part is gone; a

@@ -115,6 +115,7 @@ void DialogoImportarCatalogo::Disponer(const QString &nombre)
     }
     setTabOrder(anterior, ui->cboMostrar);
     ui->lvFilas->setModel(modelo);
+    ui->lvFilas->setFocus(); // Enter imports what is seen
     ui->lvFilas->ensurePolished();
     ui->lvFilas->header()->setResizeContentsPrecision(FilasQueMiden);
     resize(qvx::Formulario::Cabida(*this, size()));

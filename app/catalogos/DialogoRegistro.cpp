@@ -76,7 +76,8 @@ DialogoRegistro::DialogoRegistro(QWidget *duena, const qvx::TablaDeCatalogo &tab
     setWindowTitle((nuevo ? "Nuevo registro de " : "Editar registro de ") + tabla.titulo.toLower());
     PonerCampos();
     PonerBotones();
-    QWidget *primero = nuevo ? static_cast<QWidget *>(txtClave) : controles.constFirst();
+    // A proposed key is seldom another.
+    QWidget *primero = txtClave->text().isEmpty() ? txtClave : controles.constFirst();
     primero->setFocus();
     txtClave->selectAll();
     resize(qvx::Formulario::Cabida(*this, sizeHint()));

@@ -196,7 +196,7 @@ QWidget *PaginaCatalogos::Acciones()
     deUno = deCambio.mid(1);
     accBaja = deUno.at(1);
     accReactivar = deUno.at(2);
-    ConBoton(*fila, "Usos", "¿Dónde se &usa?…", QKeySequence("Ctrl+U"), &PaginaCatalogos::VerUsos);
+    accUsos = ConBoton(*fila, "Usos", "¿Dónde se &usa?…", QKeySequence("Ctrl+U"), &PaginaCatalogos::VerUsos);
     fila->addStretch();
     fila->addWidget(HojaDeCalculo());
     return acciones;
@@ -271,7 +271,6 @@ void PaginaCatalogos::AlCambiarDeCatalogo()
         lblDerecho->setText("Usted puede mirar los catálogos. Los cambia quien tiene en el servidor el rol "
                             "quorvex_catalogos: pídalo a quien lo administra.");
         Leer();
-        lvRegistros->AjustarColumnas();
     });
     Elegir({});
 }
@@ -297,7 +296,10 @@ void PaginaCatalogos::Leer()
         registros.append(registro);
         filas.append(Fila(Tabla(), registro));
     }
+    const bool primeras = modelo->rowCount() == 0;
     modelo->Llenar(filas);
+    if (primeras)
+        lvRegistros->AjustarColumnas();
 }
 
 void PaginaCatalogos::PonerEstado()
@@ -307,6 +309,7 @@ void PaginaCatalogos::PonerEstado()
     const RegistroDeCatalogo *elegido = Elegido();
     for (QAction *accion : std::as_const(deCambio))
         accion->setEnabled(puedeCambiar && (elegido || !deUno.contains(accion)));
+    accUsos->setEnabled(elegido != nullptr);
     if (!elegido)
         return;
     const bool activo = elegido->estado == qvx::estado::Activo;

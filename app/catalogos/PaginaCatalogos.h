@@ -88,5 +88,6 @@ private:
     QList<QAction *> deUno;    // of these, what is done to the row chosen
     QAction *accBaja = nullptr;
     QAction *accReactivar = nullptr;
+    QAction *accUsos = nullptr;
     bool puedeCambiar = false;
 };

@@ -77,7 +77,7 @@ bool EsImprimible(const QString &texto)
            && std::all_of(texto.begin(), texto.end(), [](QChar c) { return c.isPrint() || c.isSurrogate(); });
 }
 
-QString ObjecionALaClave(const SituacionDeCatalogo &situacion, const QString &clave)
+QString ObjecionALaClave(const TablaDeCatalogo &tabla, const SituacionDeCatalogo &situacion, const QString &clave)
 {
     if (clave.trimmed().isEmpty())
         return "Falta la clave.";
@@ -85,6 +85,9 @@ QString ObjecionALaClave(const SituacionDeCatalogo &situacion, const QString &cl
         return QString("La clave lleva hasta %1 caracteres.").arg(LargoDeClave);
     if (!EsImprimible(clave) || clave != clave.trimmed() || clave.contains(QLatin1Char('\'')))
         return "La clave lleva letras, cifras y signos, sin apóstrofo ni espacios en los extremos.";
+    if (tabla.claveDeCifras && !std::all_of(clave.begin(), clave.end(), [](QChar c) { return c >= u'0' && c <= u'9'; }))
+        return "La clave de un " + tabla.uno + " lleva solo cifras: los servicios no reconocen otras. "
+               + "Ponga la suya en la descripción, que también se busca.";
     if (clave != ClaveConFormato(clave, situacion.mascara))
         return "Una clave de cifras se escribe " + ClaveConFormato(clave, situacion.mascara) + ".";
     const auto hallado = situacion.registros.constFind(clave);
@@ -243,7 +246,8 @@ const QList<TablaDeCatalogo> &TablasDeCatalogo()
           {"Pr_Unidad_Control_1", "Unidad", Clase::Unidad, {"U.M.", "UM", "Unidad de medida", "Unit"}},
           {"Pr_Costo_Estandar", "Costo", Clase::Numero, {"Costo estándar", "Costo unitario", "Precio", "Cost"}}},
          clave + QStringList{"Producto", "SKU", "Parte", "No. de parte", "Número de parte"},
-         {{"Plan_Mantenimiento_Detalle", "Pr_Cve_Producto"}}},
+         {{"Plan_Mantenimiento_Detalle", "Pr_Cve_Producto"}},
+         true},
         {"Tipo_Gasto",
          "Tipos de gasto",
          "tipo de gasto",
@@ -338,7 +342,7 @@ std::optional<Objecion> Objetar(const TablaDeCatalogo &tabla, const SituacionDeC
         return {};
     }
     if (!cambio.antes) {
-        if (const QString motivo = ObjecionALaClave(situacion, cambio.despues->clave); !motivo.isEmpty())
+        if (const QString motivo = ObjecionALaClave(tabla, situacion, cambio.despues->clave); !motivo.isEmpty())
             return Objecion{ObjecionDeClave, motivo};
     } else if (cambio.despues->clave != cambio.antes->clave) {
         return Objecion{ObjecionDeClave, "Una clave no se cambia: dé de alta otra y reemplace esta."};

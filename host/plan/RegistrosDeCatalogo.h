@@ -46,6 +46,7 @@ struct TablaDeCatalogo {
     QList<ColumnaDeCatalogo> columnas; // the description first
     QStringList sinonimosDeClave;
     QList<UsoDeCatalogo> usos;
+    bool claveDeCifras = false; // the grids of the service editor look no other key up
 
     // Where a column of a class stands among columnas, -1 where there is none.
     int Lugar(ColumnaDeCatalogo::Clase clase) const;
