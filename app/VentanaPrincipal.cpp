@@ -71,11 +71,11 @@ void VentanaPrincipal::PonerPaginas(QWidget *pantalla)
 
 void VentanaPrincipal::AlCambiarDePagina(int pagina)
 {
+    QWidget *foco = tabPaginas->currentWidget()->focusWidget(); // where it was left
     if (pagina == PaginaDeCatalogos && !catalogos)
         PonerCatalogos();
     if (pagina == PaginaDelPlan && std::exchange(porReleer, false))
         Releer();
-    QWidget *foco = tabPaginas->currentWidget()->focusWidget(); // where it was left
     (foco ? foco : tabPaginas->currentWidget())->setFocus();
     cambio.start(0);
 }

@@ -303,6 +303,7 @@ void PrHojas::dialogo()
         QCOMPARE(productos(), antes);
 
         elegir(*dialogo, "cboColumna_Pr_Costo_Estandar", "Importe");
+        QVERIFY(En<QLabel>(*dialogo, "lblAviso").text().endsWith("aquí no se guarda: Costo."));
         Averia averia(*escenario, "UPDATE ON Producto WHEN OLD.Pr_Cve_Producto = '9000000003'");
         importar(*dialogo);
         QCOMPARE(Mensajes(), QStringList{"16|Quorvex|QVX|ERR-ID:1000032|falla"});

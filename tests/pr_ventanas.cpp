@@ -82,6 +82,7 @@ void PrVentanas::teclas()
     const auto &paginas = En<QTabWidget>(principal, "tabPaginas");
     QTest::keyClick(&principal, Qt::Key_2, Qt::AltModifier);
     QCOMPARE(paginas.currentIndex(), 1);
+    QCOMPARE(principal.focusWidget()->objectName(), "lstCatalogos");
     QTest::keyClick(&principal, Qt::Key_1, Qt::AltModifier);
     QCOMPARE(paginas.currentIndex(), 0);
     QCOMPARE(principal.focusWidget(), clave);

@@ -216,9 +216,13 @@ void DialogoImportarCatalogo::Juzgar()
         return NoLeer("No se sabe si " + cifras.dudoso + " lleva decimales o miles: elija en Decimales.");
     importacion =
         JuzgarImportacion(tabla, situacion, hoja, static_cast<csv::Decimal>(ui->cboDecimal->currentData().toInt()));
+    // A sheet of another catalogue has the columns of this one, and more.
+    const QStringList sinUsar = TitulosSinUsar(hoja);
     Mostrar(importacion.Cuantas(Clase::Erronea) > 0 ? "Corrija los errores en la hoja y vuelva a importarla."
             : importacion.Cambios().isEmpty()       ? "No hay nada que cambiar."
-                                                    : "");
+            : sinUsar.isEmpty()
+                ? ""
+                : "¿Es este el catálogo? La hoja trae lo que aquí no se guarda: " + sinUsar.join(", ") + ".");
 }
 
 // Nothing can be judged until the person says how.

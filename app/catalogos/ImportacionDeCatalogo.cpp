@@ -313,6 +313,16 @@ HojaLeida Corresponder(const qvx::TablaDeCatalogo &tabla, const QList<csv::Fila>
     return hoja;
 }
 
+QStringList TitulosSinUsar(const HojaLeida &hoja)
+{
+    QStringList titulos;
+    const QList<int> usados = hoja.correspondencia.values();
+    for (int columna = 0; hoja.conTitulos && columna < hoja.titulos.size(); ++columna)
+        if (!usados.contains(columna) && !hoja.titulos.at(columna).trimmed().isEmpty())
+            titulos.append(hoja.titulos.at(columna));
+    return titulos;
+}
+
 csv::Cifras CifrasDe(const qvx::TablaDeCatalogo &tabla, const HojaLeida &hoja)
 {
     QStringList numeros;

@@ -29,6 +29,8 @@ struct HojaLeida {
 // the first row has headings; when nothing is said it has when it names a column.
 HojaLeida Corresponder(const qvx::TablaDeCatalogo &tabla, const QList<csv::Fila> &filas,
                        const QMap<QString, QString> &recordados = {}, std::optional<bool> conTitulos = {});
+// Headings that no column of the catalogue was found for.
+QStringList TitulosSinUsar(const HojaLeida &hoja);
 // How the columns that hold numbers are written.
 csv::Cifras CifrasDe(const qvx::TablaDeCatalogo &tabla, const HojaLeida &hoja);
 

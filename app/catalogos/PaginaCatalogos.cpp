@@ -111,6 +111,7 @@ void PaginaCatalogos::PonerCatalogos()
     for (const TablaDeCatalogo &tabla : qvx::TablasDeCatalogo())
         lstCatalogos->addItem(tabla.titulo);
     lstCatalogos->setCurrentRow(0);
+    setFocusProxy(lstCatalogos);
     connect(lstCatalogos, &QListWidget::currentRowChanged, this, &PaginaCatalogos::AlCambiarDeCatalogo);
 }
 
