@@ -1,0 +1,181 @@
+#include "app/buscar/DialogoBuscar.h"
+
+#include "app/Trampas.h"
+#include "app/catalogos/Nombres.h"
+#include "controls/Formulario.h"
+#include "controls/Teclas.h"
+#include "controls/colorQVX.h"
+#include "ui_DialogoBuscar.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLocale>
+
+namespace
+{
+
+using qvx::Hallazgo;
+
+constexpr QSize TamanoDeBusqueda{980, 560};
+constexpr int MaximoPorClase = 200;
+constexpr int EsperaAlEscribir = 120; // ms without a key
+constexpr int PapelLugar = Qt::UserRole;
+enum Columna { DeParte, DeClase, DeFolio, DeTexto, DeEstado };
+
+QString NombreDeClase(Hallazgo::Clase clase)
+{
+    switch (clase) {
+    case Hallazgo::Clase::Parte:
+        return "Parte";
+    case Hallazgo::Clase::Servicio:
+        return "Servicio";
+    case Hallazgo::Clase::Producto:
+        return "Producto";
+    }
+    return {};
+}
+
+} // namespace
+
+DialogoBuscar::DialogoBuscar(const QString &tipoEquipo_, QWidget *duena)
+    : QDialog(duena), ui(std::make_unique<Ui::DialogoBuscar>()), tipoEquipo(tipoEquipo_)
+{
+    ui->setupUi(this);
+    coloresQVX::colorQVX::AplicarA(*this);
+    ui->lvHallazgos->ensurePolished();
+    if (!tipoEquipo.isEmpty())
+        ui->cboDonde->addItem("En el plan " + tipoEquipo, tipoEquipo);
+    ui->cboDonde->addItem("En todos los planes", QString());
+    escritura.setSingleShot(true);
+    escritura.setInterval(EsperaAlEscribir);
+    despues.setSingleShot(true);
+    Conectar();
+    Contar(false);
+    resize(qvx::Formulario::Cabida(*this, TamanoDeBusqueda));
+}
+
+DialogoBuscar::~DialogoBuscar() = default;
+
+void DialogoBuscar::Conectar()
+{
+    ui->txtBuscar->installEventFilter(this);
+    connect(ui->txtBuscar, &QLineEdit::textChanged, &escritura, qOverload<>(&QTimer::start));
+    connect(ui->cboDonde, &QComboBox::currentIndexChanged, this, [this] { Buscar(); });
+    connect(&escritura, &QTimer::timeout, this, [this] { Buscar(); });
+    connect(&despues, &QTimer::timeout, this, [this] { BuscarLoDemas(); });
+    connect(ui->lvHallazgos, &QTreeWidget::itemActivated, this, [this] { Elegir(); });
+    connect(ui->lvHallazgos, &QTreeWidget::currentItemChanged, this,
+            [this](const QTreeWidgetItem *actual) { ui->cmdVer->setEnabled(actual && actual->parent()); });
+    connect(ui->cmdVer, &QPushButton::clicked, this, [this] { Elegir(); });
+    connect(ui->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+QString DialogoBuscar::TipoBuscado() const
+{
+    return ui->cboDonde->currentData().toString();
+}
+
+// The parts are there at once; services and products of large databases take longer.
+void DialogoBuscar::Buscar()
+{
+    escritura.stop();
+    despues.stop();
+    hallados.clear();
+    grupos.clear();
+    recortado = false;
+    ui->lvHallazgos->clear();
+    const qvx::PalabrasBuscadas palabras(ui->txtBuscar->text());
+    ConTrampa(*this, 1000070,
+              [&] { Mostrar(qvx::Busqueda(Base(), palabras, TipoBuscado(), MaximoPorClase).Partes()); });
+    Contar(!palabras.Vacias());
+    if (!palabras.Vacias())
+        despues.start(0);
+}
+
+void DialogoBuscar::BuscarLoDemas()
+{
+    qvx::Busqueda busqueda(Base(), qvx::PalabrasBuscadas(ui->txtBuscar->text()), TipoBuscado(), MaximoPorClase);
+    ConTrampa(*this, 1000071, [&] {
+        Mostrar(busqueda.Servicios());
+        Mostrar(busqueda.Productos());
+    });
+    Contar(false);
+}
+
+QTreeWidgetItem *DialogoBuscar::GrupoDe(const Hallazgo &hallazgo)
+{
+    QTreeWidgetItem *&grupo = grupos[hallazgo.tipoEquipo];
+    if (grupo)
+        return grupo;
+    // In the order of their keys, whatever found them first.
+    int lugar = 0;
+    while (lugar < ui->lvHallazgos->topLevelItemCount()
+           && ui->lvHallazgos->topLevelItem(lugar)->data(0, PapelLugar).toString() < hallazgo.tipoEquipo)
+        ++lugar;
+    grupo = new QTreeWidgetItem(QStringList(hallazgo.tipoEquipo + "  " + hallazgo.nombreTipo));
+    grupo->setData(0, PapelLugar, hallazgo.tipoEquipo);
+    QFont negrita = ui->lvHallazgos->font();
+    negrita.setBold(true);
+    grupo->setFont(0, negrita);
+    ui->lvHallazgos->insertTopLevelItem(lugar, grupo);
+    grupo->setFirstColumnSpanned(true);
+    grupo->setExpanded(true);
+    return grupo;
+}
+
+void DialogoBuscar::Mostrar(const QList<Hallazgo> &hallazgos)
+{
+    recortado = recortado || hallazgos.size() >= MaximoPorClase;
+    for (const Hallazgo &hallazgo : hallazgos) {
+        auto *fila = new QTreeWidgetItem(
+            GrupoDe(hallazgo),
+            {hallazgo.ruta.isEmpty() ? "(sin parte) " + hallazgo.parte : hallazgo.parte + "  " + hallazgo.ruta,
+             NombreDeClase(hallazgo.clase), hallazgo.folio,
+             hallazgo.clase == Hallazgo::Clase::Parte ? QString() : hallazgo.texto, nombres::Estado(hallazgo.estado)});
+        fila->setData(0, PapelLugar, hallados.size());
+        hallados.append(hallazgo);
+    }
+    if (!ui->lvHallazgos->currentItem() && !hallados.isEmpty())
+        ui->lvHallazgos->setCurrentItem(ui->lvHallazgos->topLevelItem(0)->child(0));
+    ui->lvHallazgos->header()->setStretchLastSection(false);
+    ui->lvHallazgos->header()->setSectionResizeMode(DeParte, QHeaderView::Stretch);
+    for (const int columna : {DeClase, DeFolio, DeTexto, DeEstado})
+        ui->lvHallazgos->resizeColumnToContents(columna);
+}
+
+// faltan: services and products are still being looked for.
+void DialogoBuscar::Contar(bool faltan)
+{
+    const auto cuantos = QLocale().toString(hallados.size());
+    QString texto = hallados.size() == 1 ? QString("1 hallazgo.") : cuantos + " hallazgos.";
+    if (faltan)
+        texto = "Buscando… " + texto;
+    else if (ui->txtBuscar->text().trimmed().isEmpty())
+        texto = "Escriba lo que busca; no importan los acentos ni las mayúsculas.";
+    else if (recortado)
+        texto = "Los primeros " + cuantos + " hallazgos: escriba más palabras para ver menos.";
+    else if (hallados.isEmpty())
+        texto = "Nada tiene todas esas palabras. Quite alguna, o busque en todos los planes.";
+    ui->lblCuenta->setText(texto);
+    ui->cmdVer->setEnabled(ui->lvHallazgos->currentItem() && ui->lvHallazgos->currentItem()->parent());
+}
+
+void DialogoBuscar::Elegir()
+{
+    if (escritura.isActive()) // what is shown is of fewer letters than were typed
+        return Buscar();
+    const QTreeWidgetItem *fila = ui->lvHallazgos->currentItem();
+    if (!fila || !fila->parent())
+        return;
+    elegido = hallados.at(fila->data(0, PapelLugar).toInt());
+    accept();
+}
+
+bool DialogoBuscar::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (evento->type() == QEvent::KeyPress && comunesQVX::MueveLaLista(static_cast<QKeyEvent *>(evento)->key())) {
+        QCoreApplication::sendEvent(ui->lvHallazgos, evento);
+        return true;
+    }
+    return QDialog::eventFilter(objeto, evento);
+}
