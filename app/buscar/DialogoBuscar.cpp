@@ -17,6 +17,7 @@ namespace
 using qvx::Hallazgo;
 
 constexpr QSize TamanoDeBusqueda{980, 560};
+constexpr int AnchoDeParte = 280; // at least
 constexpr int MaximoPorClase = 200;
 constexpr int EsperaAlEscribir = 120; // ms without a key
 constexpr int PapelLugar = Qt::UserRole;
@@ -43,6 +44,7 @@ DialogoBuscar::DialogoBuscar(const QString &tipoEquipo_, QWidget *duena)
     ui->setupUi(this);
     coloresQVX::colorQVX::AplicarA(*this);
     ui->lvHallazgos->ensurePolished();
+    ui->lvHallazgos->setTextElideMode(Qt::ElideLeft); // of a path, its end is the part
     if (!tipoEquipo.isEmpty())
         ui->cboDonde->addItem("En el plan " + tipoEquipo, tipoEquipo);
     ui->cboDonde->addItem("En todos los planes", QString());
@@ -137,10 +139,17 @@ void DialogoBuscar::Mostrar(const QList<Hallazgo> &hallazgos)
     }
     if (!ui->lvHallazgos->currentItem() && !hallados.isEmpty())
         ui->lvHallazgos->setCurrentItem(ui->lvHallazgos->topLevelItem(0)->child(0));
-    ui->lvHallazgos->header()->setStretchLastSection(false);
-    ui->lvHallazgos->header()->setSectionResizeMode(DeParte, QHeaderView::Stretch);
-    for (const int columna : {DeClase, DeFolio, DeTexto, DeEstado})
+    QHeaderView *titulos = ui->lvHallazgos->header();
+    titulos->setStretchLastSection(false);
+    int otras = 0;
+    for (const int columna : {DeClase, DeFolio, DeTexto, DeEstado}) {
         ui->lvHallazgos->resizeColumnToContents(columna);
+        otras += titulos->sectionSize(columna);
+    }
+    const bool cabe = otras + AnchoDeParte <= ui->lvHallazgos->viewport()->width();
+    titulos->setSectionResizeMode(DeParte, cabe ? QHeaderView::Stretch : QHeaderView::Interactive);
+    if (!cabe)
+        titulos->resizeSection(DeParte, AnchoDeParte);
 }
 
 // faltan: services and products are still being looked for.

@@ -37,10 +37,10 @@ bool EsNumero(const QString &palabra)
     return std::all_of(palabra.begin(), palabra.end(), [](QChar letra) { return letra >= u'0' && letra <= u'9'; });
 }
 
-Descripciones DescripcionesDe(Conexion &conexion, const QString &sql)
+Descripciones DescripcionesDe(Conexion &conexion, const QString &sql, const QVariantList &valores = {})
 {
     Descripciones todas;
-    for (auto fila = conexion.Execute(sql, {}); !fila.Eof(); fila.MoveNext())
+    for (auto fila = conexion.Execute(sql, valores); !fila.Eof(); fila.MoveNext())
         todas.insert(SinBlancosAlFinal(fila.Texto(0)), fila.Texto(1));
     return todas;
 }
@@ -103,7 +103,7 @@ QList<Hallazgo> Busqueda::Partes()
     if (!tipoEquipo.isEmpty())
         valores << tipoEquipo;
     for (const QString &palabra : palabras.Todas()) {
-        condicion += "(lower(p.Tep_Descripcion) LIKE ? OR p.Tep_ID LIKE ?) AND ";
+        condicion += "(p.Tep_Descripcion LIKE ? OR p.Tep_ID LIKE ?) AND ";
         valores << Patron(palabra) << Patron(palabra);
     }
     const QString sql = "SELECT p.Te_Cve_Tipo_Equipo, t.Te_Descripcion, p.Tep_ID, p.Tep_Descripcion, p.Es_Cve_Estado "

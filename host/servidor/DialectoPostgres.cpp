@@ -39,7 +39,12 @@ const QString Interbloqueo = "40P01";
 class Postgres : public Dialecto
 {
 public:
-    QString Reescribir(const QString &forma) const override { return ReescribirComun(forma); }
+    // To the embedded engine's LIKE upper and lower case are one.
+    QString Reescribir(const QString &forma) const override
+    {
+        static const QRegularExpression parecido("\\bLIKE\\b", QRegularExpression::CaseInsensitiveOption);
+        return ReescribirComun(forma).replace(parecido, "ILIKE");
+    }
 
     QString InicioDeTransaccion() const override { return "BEGIN"; }
 

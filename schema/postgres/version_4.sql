@@ -43,3 +43,7 @@ BEGIN
     END LOOP;
 END
 $$;
+
+-- Where a product is used, in all plans.
+
+CREATE INDEX Pmd_Por_Producto ON Plan_Mantenimiento_Detalle (Pr_Cve_Producto);

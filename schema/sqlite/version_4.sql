@@ -12,3 +12,7 @@ INSERT INTO Catalogo_Cambio (Ca_Tabla) VALUES
 -- What whoever is signed in may change. Who can write a file may change all of it.
 
 CREATE VIEW Derecho AS SELECT 1 AS De_Planes, 1 AS De_Catalogos;
+
+-- Where a product is used, in all plans.
+
+CREATE INDEX Pmd_Por_Producto ON Plan_Mantenimiento_Detalle (Pr_Cve_Producto);
