@@ -12,6 +12,7 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextDocument>
+#include <QTextTable>
 
 // The resources of a static library are only there when they are named.
 static void TomarManual()
@@ -23,8 +24,9 @@ namespace
 {
 
 constexpr QSize TamanoDelManual(1060, 700);
-constexpr int AnchoDelIndice = 250;
-constexpr int AnchoDePagina = 720;
+constexpr int AnchoDelIndice = 270;
+constexpr int Orillas = 70; // beside the page: margins and the bar
+constexpr int AireDeCelda = 4;
 constexpr int PapelBloque = Qt::UserRole;
 constexpr int NivelesDelIndice = 3;
 
@@ -32,15 +34,20 @@ constexpr int NivelesDelIndice = 3;
 class Lectura : public QTextBrowser
 {
 public:
+    explicit Lectura(int anchoDeImagen_) : anchoDeImagen(anchoDeImagen_) {}
+
     QVariant loadResource(int clase, const QUrl &nombre) override
     {
         if (clase != QTextDocument::ImageResource || !nombre.scheme().isEmpty())
             return {};
         QImage imagen(":/manual/img/" + nombre.fileName());
-        if (imagen.width() > AnchoDePagina)
-            imagen = imagen.scaledToWidth(AnchoDePagina, Qt::SmoothTransformation);
+        if (imagen.width() > anchoDeImagen)
+            imagen = imagen.scaledToWidth(anchoDeImagen, Qt::SmoothTransformation);
         return imagen;
     }
+
+private:
+    int anchoDeImagen;
 };
 
 QString TextoDelManual()
@@ -65,7 +72,9 @@ QString Ancla(const QString &titulo)
 } // namespace
 
 VentanaDelManual::VentanaDelManual(QWidget *duena)
-    : QDialog(duena), lstCapitulos(new QListWidget), txtManual(new Lectura)
+    : QDialog(duena)
+    , lstCapitulos(new QListWidget)
+    , txtManual(new Lectura(qvx::Formulario::Cabida(*this, TamanoDelManual).width() - AnchoDelIndice - Orillas))
 {
     setObjectName("VentanaDelManual");
     setWindowTitle("Manual de Quorvex");
@@ -73,12 +82,14 @@ VentanaDelManual::VentanaDelManual(QWidget *duena)
     lstCapitulos->setObjectName("lstCapitulos");
     lstCapitulos->setAccessibleName("Capítulos del manual");
     lstCapitulos->setFixedWidth(AnchoDelIndice);
+    lstCapitulos->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     txtManual->setObjectName("txtManual");
     txtManual->setAccessibleName("Manual");
     txtManual->setOpenLinks(false);
     txtManual->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
     txtManual->ensurePolished(); // headings take their size from the letter
     txtManual->setMarkdown(TextoDelManual());
+    PonerTablas();
     PonerIndice();
     connect(lstCapitulos, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem *elegido) {
         if (elegido)
@@ -89,6 +100,21 @@ VentanaDelManual::VentanaDelManual(QWidget *duena)
     disposicion->addWidget(lstCapitulos);
     disposicion->addWidget(txtManual, 1);
     resize(qvx::Formulario::Cabida(*this, TamanoDelManual));
+}
+
+// As thin as the rest of the program's.
+void VentanaDelManual::PonerTablas()
+{
+    for (QTextFrame *marco : txtManual->document()->rootFrame()->childFrames()) {
+        auto *tabla = qobject_cast<QTextTable *>(marco);
+        if (!tabla)
+            continue;
+        QTextTableFormat formato = tabla->format();
+        formato.setCellPadding(AireDeCelda);
+        formato.setBorderCollapse(true);
+        formato.setBorderBrush(palette().mid());
+        tabla->setFormat(formato);
+    }
 }
 
 void VentanaDelManual::PonerIndice()

@@ -17,6 +17,7 @@ public:
     void Abrir(const QString &capitulo);
 
 private:
+    void PonerTablas();
     void PonerIndice();
     void IrA(int bloque);
     void Seguir(const QUrl &enlace);

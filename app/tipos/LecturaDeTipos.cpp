@@ -4,6 +4,7 @@
 #include "data/Texto.h"
 
 #include <QHash>
+#include <algorithm>
 
 namespace
 {
@@ -51,43 +52,52 @@ int Entero(const qvx::Recordset &fila, QAnyStringView campo)
 TipoDeEquipo::Cuenta Contar(const qvx::Recordset &fila)
 {
     const int activos = Entero(fila, "Activos");
-    return {activos, Entero(fila, "Todos") - activos};
-}
-
-// The later of two changes, each as date and operator.
-void Cambiar(TipoDeEquipo &tipo, const QString &cambio)
-{
-    const QString cuando = cambio.section(QLatin1Char('|'), 0, 0);
-    if (cuando <= tipo.cambiado)
-        return;
-    tipo.cambiado = cuando;
-    tipo.operador = cambio.section(QLatin1Char('|'), 1);
+    return {activos, Entero(fila, "Todos") - activos, fila["Cambio"]};
 }
 
 } // namespace
 
+QString TipoDeEquipo::UltimoCambio() const
+{
+    constexpr int HastaElMinuto = 16; // letters of the date
+    const QString ultimo = servicios ? std::max(partes.cambio, servicios->cambio) : partes.cambio;
+    return (ultimo.left(HastaElMinuto) + QLatin1Char(' ') + ultimo.section(QLatin1Char('|'), 1)).trimmed();
+}
+
 QList<TipoDeEquipo> LeerTiposDeEquipo(qvx::Conexion &conexion)
 {
     QList<TipoDeEquipo> tipos;
-    QHash<QString, int> lugares;
-    for (auto filas = conexion.Execute(LosTipos, {}); !filas.Eof(); filas.MoveNext()) {
-        TipoDeEquipo tipo;
-        tipo.clave = qvx::SinBlancosAlFinal(filas.Texto(0));
-        tipo.descripcion = filas.Texto(1);
-        tipo.estado = qvx::SinBlancosAlFinal(filas.Texto(2));
-        tipo.partes = Contar(filas);
-        Cambiar(tipo, filas["Cambio"]);
-        lugares.insert(tipo.clave, static_cast<int>(tipos.size()));
-        tipos.append(tipo);
-    }
-    for (auto filas = conexion.Execute(LosServicios, {}); !filas.Eof(); filas.MoveNext()) {
-        const int lugar = lugares.value(qvx::SinBlancosAlFinal(filas.Texto(0)), -1);
-        if (lugar < 0) // of a type that is gone
-            continue;
-        tipos[lugar].servicios = Contar(filas);
-        Cambiar(tipos[lugar], filas["Cambio"]);
-    }
+    for (auto filas = conexion.Execute(LosTipos, {}); !filas.Eof(); filas.MoveNext())
+        tipos.append({qvx::SinBlancosAlFinal(filas.Texto(0)), filas.Texto(1), qvx::SinBlancosAlFinal(filas.Texto(2)),
+                      Contar(filas), std::nullopt, std::nullopt});
     return tipos;
+}
+
+void LeerServicios(qvx::Conexion &conexion, QList<TipoDeEquipo> &tipos)
+{
+    QHash<QString, TipoDeEquipo::Cuenta> cuentas;
+    for (auto filas = conexion.Execute(LosServicios, {}); !filas.Eof(); filas.MoveNext())
+        cuentas.insert(qvx::SinBlancosAlFinal(filas.Texto(0)), Contar(filas));
+    for (TipoDeEquipo &tipo : tipos) {
+        const TipoDeEquipo::Cuenta cuenta = cuentas.value(tipo.clave);
+        if (tipo.servicios != cuenta)
+            tipo.cifras.reset();
+        tipo.servicios = cuenta;
+    }
+}
+
+void Conservar(const QList<TipoDeEquipo> &antes, QList<TipoDeEquipo> &tipos)
+{
+    QHash<QString, const TipoDeEquipo *> porClave;
+    for (const TipoDeEquipo &tipo : antes)
+        porClave.insert(tipo.clave, &tipo);
+    for (TipoDeEquipo &tipo : tipos) {
+        const TipoDeEquipo *anterior = porClave.value(tipo.clave);
+        if (!anterior || tipo.partes != anterior->partes)
+            continue;
+        tipo.servicios = anterior->servicios;
+        tipo.cifras = anterior->cifras;
+    }
 }
 
 void LeerCifras(qvx::Conexion &conexion, QList<TipoDeEquipo> &tipos, int desde, int hasta)

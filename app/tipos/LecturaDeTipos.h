@@ -21,11 +21,12 @@ struct CifrasDeTipo {
     bool operator==(const CifrasDeTipo &) const = default;
 };
 
-// An equipment type and how much of a plan it has.
+// An equipment type and how much of a plan it has. What was not read yet is not there.
 struct TipoDeEquipo {
     struct Cuenta {
         int activos = 0;
         int deBaja = 0;
+        QString cambio; // when one of them was last changed and by whom, "2026-03-14 09:26:53|mlopez", "" for never
 
         bool operator==(const Cuenta &) const = default;
     };
@@ -33,16 +34,20 @@ struct TipoDeEquipo {
     QString descripcion;
     QString estado;
     Cuenta partes;
-    Cuenta servicios;
-    QString cambiado; // when a part or a service was last changed, "" for never; and by whom
-    QString operador;
-    std::optional<CifrasDeTipo> cifras; // while they are not read there are none
+    std::optional<Cuenta> servicios;
+    std::optional<CifrasDeTipo> cifras;
 
-    bool operator==(const TipoDeEquipo &) const = default;
+    // "2026-03-14 09:26 mlopez".
+    QString UltimoCambio() const;
 };
 
-// By key, without their figures, in two statements. Raises data errors.
+// By key, with their parts, in one statement. Raises data errors.
 QList<TipoDeEquipo> LeerTiposDeEquipo(qvx::Conexion &conexion);
+// Counts their services, in one statement; the figures of those whose services have changed are gone. Raises data
+// errors.
+void LeerServicios(qvx::Conexion &conexion, QList<TipoDeEquipo> &tipos);
 // Reads the figures of the equipment types from one place to another, both included, in one statement. Raises data
 // errors.
 void LeerCifras(qvx::Conexion &conexion, QList<TipoDeEquipo> &tipos, int desde, int hasta);
+// Takes over, of those whose parts have not changed, what was read before.
+void Conservar(const QList<TipoDeEquipo> &antes, QList<TipoDeEquipo> &tipos);

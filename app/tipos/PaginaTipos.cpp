@@ -33,6 +33,7 @@ constexpr int ColumnaClave = 0;
 constexpr int ColumnaDescripcion = 1;
 constexpr int PrimeraCifra = 7;
 constexpr int UltimaCifra = 11;
+constexpr int HastaElMinuto = 16;     // letters of a date with its time
 constexpr int ServiciosPorVez = 5000; // some 50 ms
 constexpr int Espera = 200;           // milliseconds, for the end of a transaction
 
@@ -47,12 +48,11 @@ QList<qvx::ColumnaDeTabla> Columnas()
             {"Servicios", Clase::Numero},
             {"De baja", Clase::Numero},
             {"Sin fecha", Clase::Numero},
-            {"Con pérdida", Clase::Numero},
-            {"Costo anual", Clase::Dinero},
-            {"Horas al año", Clase::Numero},
+            {"Pérdida", Clase::Numero},
+            {"Costo/año", Clase::Dinero},
+            {"Horas/año", Clase::Numero},
             {"Por lectura", Clase::Numero},
-            {"Último cambio"},
-            {"De quién"}};
+            {"Último cambio"}};
 }
 
 double Redondo(double numero, double partes)
@@ -64,30 +64,15 @@ QVariantList Fila(const TipoDeEquipo &tipo)
 {
     constexpr double Centavos = 100;
     constexpr double Decimos = 10;
-    QVariantList fila{tipo.clave,         tipo.descripcion,       nombres::Estado(tipo.estado), tipo.partes.activos,
-                      tipo.partes.deBaja, tipo.servicios.activos, tipo.servicios.deBaja};
-    if (tipo.cifras)
-        fila << tipo.cifras->sinFecha << tipo.cifras->conPerdida << Redondo(tipo.cifras->costoAnual, Centavos)
-             << Redondo(tipo.cifras->horasAnuales, Decimos) << tipo.cifras->porLectura;
-    else
-        fila << QVariant() << QVariant() << QVariant() << QVariant() << QVariant();
-    return fila << tipo.cambiado << tipo.operador;
-}
-
-// The figures of those of which nothing has changed are theirs still.
-void Conservar(const QList<TipoDeEquipo> &antes, QList<TipoDeEquipo> &ahora)
-{
-    QHash<QString, const TipoDeEquipo *> porClave;
-    for (const TipoDeEquipo &tipo : antes)
-        porClave.insert(tipo.clave, &tipo);
-    for (TipoDeEquipo &tipo : ahora) {
-        const TipoDeEquipo *anterior = porClave.value(tipo.clave);
-        if (!anterior)
-            continue;
-        tipo.cifras = anterior->cifras;
-        if (tipo != *anterior)
-            tipo.cifras.reset();
-    }
+    QVariantList fila{tipo.clave, tipo.descripcion, nombres::Estado(tipo.estado), tipo.partes.activos,
+                      tipo.partes.deBaja};
+    fila << (tipo.servicios ? QVariantList{tipo.servicios->activos, tipo.servicios->deBaja}
+                            : QVariantList{QVariant(), QVariant()});
+    const auto &cifras = tipo.cifras;
+    fila << (cifras ? QVariantList{cifras->sinFecha, cifras->conPerdida, Redondo(cifras->costoAnual, Centavos),
+                                   Redondo(cifras->horasAnuales, Decimos), cifras->porLectura}
+                    : QVariantList(UltimaCifra - PrimeraCifra + 1));
+    return fila << tipo.UltimoCambio();
 }
 
 } // namespace
@@ -168,38 +153,57 @@ void PaginaTipos::Actualizar()
 
 void PaginaTipos::Leer(bool todo)
 {
-    const QString clave = Elegida();
     const bool primera = tipos.isEmpty();
     QList<TipoDeEquipo> leidos = LeerTiposDeEquipo(Base());
     if (!todo)
         Conservar(tipos, leidos);
     tipos = leidos;
+    conServicios = false;
+    Llenar();
+    if (primera)
+        lvTipos->AjustarColumnas();
+    cuenta.start(0);
+}
+
+void PaginaTipos::Llenar()
+{
+    const QString clave = Elegida();
     QList<QVariantList> filas;
     for (const TipoDeEquipo &tipo : std::as_const(tipos))
         filas.append(Fila(tipo));
     modelo->Llenar(filas);
-    if (primera)
-        lvTipos->AjustarColumnas();
     Elegir(clave);
-    cuenta.start(0);
 }
 
-// The next figures. Inside a transaction of the screen, whose question waits for an answer, they would hold up plans.
+// What is not known yet, a statement at a time: services, then figures. Inside a transaction of the screen, whose
+// question waits for an answer, they would hold up plans.
 void PaginaTipos::Contar()
 {
+    if (!isVisible()) // goes on when it is shown again
+        return;
+    if (Base().EnTransaccion())
+        return cuenta.start(Espera);
+    if (!conServicios) {
+        LeerServicios(Base(), tipos);
+        conServicios = true;
+        Llenar();
+        return cuenta.start(0);
+    }
     int desde = 0;
     while (desde < tipos.size() && tipos.at(desde).cifras)
         ++desde;
     if (desde == tipos.size())
         return Terminar();
-    if (!isVisible()) // goes on when it is shown again
-        return;
-    if (Base().EnTransaccion())
-        return cuenta.start(Espera);
+    ContarDesde(desde);
+    cuenta.start(0);
+}
+
+void PaginaTipos::ContarDesde(int desde)
+{
     int hasta = desde;
-    qint64 servicios = tipos.at(desde).servicios.activos;
+    int servicios = tipos.at(desde).servicios->activos;
     for (int lugar = desde + 1; lugar < tipos.size() && servicios < serviciosPorVez; ++lugar) {
-        servicios += tipos.at(lugar).servicios.activos;
+        servicios += tipos.at(lugar).servicios->activos;
         if (!tipos.at(lugar).cifras)
             hasta = lugar;
     }
@@ -207,7 +211,6 @@ void PaginaTipos::Contar()
     for (int lugar = desde; lugar <= hasta; ++lugar)
         modelo->Cambiar(lugar, Fila(tipos.at(lugar)));
     PonerEstado();
-    cuenta.start(0);
 }
 
 // Rows take their places by figures when all of them are known.

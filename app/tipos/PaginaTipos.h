@@ -40,7 +40,9 @@ protected:
 private:
     QWidget *Busqueda();
     void Leer(bool todo);
+    void Llenar();
     void Contar();
+    void ContarDesde(int desde);
     void Terminar();
     void Elegir(const QString &clave);
     QString Elegida() const;
@@ -54,6 +56,7 @@ private:
     QLabel *lblCifras;
     QPushButton *cmdAbrir;
     QList<TipoDeEquipo> tipos;
-    QTimer cuenta; // the next figures
+    bool conServicios = false; // they were counted since the types were read
+    QTimer cuenta;             // the next step
     int serviciosPorVez;
 };
