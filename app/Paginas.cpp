@@ -50,6 +50,7 @@ void Paginas::AlCambiar(int lugar)
         auto *disposicion = new QVBoxLayout(widget(lugar));
         disposicion->setContentsMargins(0, 0, 0, 0);
         disposicion->addWidget(hecha);
+        hecha->show(); // the layout would do so later, and whoever asked for the page uses it now
         widget(lugar)->setFocusProxy(hecha);
         hechas[lugar] = hecha;
     }

@@ -50,6 +50,7 @@ void PantallaDelPlan::Escuchar()
     });
     connect(tipo, &textoQVX::txtQVX::Resuelto, this, [this, mirar] {
         resuelta = true;
+        Q_EMIT Abierta();
         mirar();
     });
     connect(tipo, &textoQVX::txtQVX::Resuelto, this, contar);

@@ -43,6 +43,8 @@ public:
     QString Sugerencia() const;
 
 Q_SIGNALS:
+    // A key was looked up: whatever the screen was to open on, it has opened.
+    void Abierta();
     // The suggestion may be another.
     void Cambio();
 

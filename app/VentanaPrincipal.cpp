@@ -49,11 +49,9 @@ VentanaPrincipal::VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo_
     setStatusBar(barra);
     PonerPaginas();
     PonerMenus();
-    connect(plan, &PantallaDelPlan::Cambio, this, [this] {
-        if (plan->Resuelta())
-            tipoEquipo.clear();
-        barra->Sugerir(paginas->Actual().nombre == PaginaDelPlan ? plan->Sugerencia() : QString());
-    });
+    connect(plan, &PantallaDelPlan::Abierta, this, [this] { tipoEquipo.clear(); });
+    connect(plan, &PantallaDelPlan::Cambio, this,
+            [this] { barra->Sugerir(paginas->Actual().nombre == PaginaDelPlan ? plan->Sugerencia() : QString()); });
     resize(qvx::Formulario::Cabida(*this, TamanoDeInicio));
     if (auto *forma = qobject_cast<qvx::Formulario *>(pantalla))
         connect(forma, &qvx::Formulario::Descargado, this, &QWidget::close);
