@@ -4,6 +4,7 @@
 #include "app/Ajustes.h"
 #include "app/Componente.h"
 #include "app/InteraccionDelEscritorio.h"
+#include "app/Reporte.h"
 #include "app/VentanaPrincipal.h"
 #include "data/Conexion.h"
 #include "session/Sesion.h"
@@ -56,6 +57,8 @@ void Escritorio::Cambiar(const QString &direccion)
                                    + error.Descripcion(),
                                qvx::mensaje::Exclamacion, "Quorvex", ventana->winId(), "QVX", "ERR-ID:1000065");
     };
+    if (ventana->Ocupada())
+        return;
     std::unique_ptr<qvx::Conexion> conexion;
     Argumentos otros;
     try {
@@ -77,7 +80,12 @@ void Escritorio::Cambiar(const QString &direccion)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const auto otraVez = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
     Terminar();
-    Empezar(otros, std::move(conexion), std::make_unique<InteraccionDelEscritorio>());
+    const int fin = ConReporte([&] {
+        Empezar(otros, std::move(conexion), std::make_unique<InteraccionDelEscritorio>());
+        return salida::Hecho;
+    });
+    if (fin != salida::Hecho) // nothing is left to work with
+        QCoreApplication::exit(fin);
 }
 
 void Escritorio::Terminar()

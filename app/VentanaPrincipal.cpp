@@ -225,7 +225,7 @@ void VentanaPrincipal::Retomar(const QString &direccion_, bool enServidor_)
 
 void VentanaPrincipal::Recordar()
 {
-    if (direccion.isEmpty())
+    if (direccion.isEmpty() || !isVisible()) // closed already, and its screen with it
         return;
     ajustes::RecordarVentana(*this);
     ajustes::Abrir().setValue(PaginaAbierta, paginas->Actual().nombre);

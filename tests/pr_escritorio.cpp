@@ -194,6 +194,7 @@ void PrEscritorio::memoria()
         QVERIFY(QTest::qWaitForWindowActive(&principal));
         pasos(principal);
         principal.close();
+        principal.close(); // as the end of the program does
     };
     escenario->CerrarPantalla();
     abrir("", [&](VentanaPrincipal &principal) {
@@ -216,7 +217,10 @@ void PrEscritorio::memoria()
         const QHeaderView &titulos = *En<qvx::VistaTabla>(principal, "lvTipos").header();
         QCOMPARE(titulos.visualIndex(2), 0);
         QCOMPARE(Renglones(principal).value(0).left(4), "0902"); // by description
+        En<QAction>(*pantalla, "Cerrar").trigger();              // the screen's own way out
+        QVERIFY(!principal.isVisible());
     });
+    QCOMPARE(ajustes::PlanDe("/una/base.db"), "0900");
     escenario->CerrarPantalla();
     abrir("0902", [&](VentanaPrincipal &principal) {
         QCOMPARE(Abierta(principal), "Plan");
@@ -272,8 +276,17 @@ void PrEscritorio::otraBase()
 void PrEscritorio::manual()
 {
     VentanaPrincipal principal(pantalla, "", "mlopez", "prueba");
+    principal.Retomar("/una/base.db", motor::EsPostgres());
     principal.show();
     QVERIFY(QTest::qWaitForWindowActive(&principal));
+    Pagina(principal, "mnuAcercaDe");
+    const QString acerca = Mensajes().join('|');
+    QVERIFY2(QRegularExpression("Quorvex 1\\..*prueba\nVersión de su esquema: 4\n.*Qt 6\\..*"
+                                    + motor::Segun("SQLite 3\\.", "PostgreSQL 15\\."),
+                                QRegularExpression::DotMatchesEverythingOption)
+                 .match(acerca)
+                 .hasMatch(),
+             qPrintable(acerca));
     Pagina(principal, "mnuManual");
     auto &libro = *principal.findChild<VentanaDelManual *>();
     auto &capitulos = En<QListWidget>(libro, "lstCapitulos");
