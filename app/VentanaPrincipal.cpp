@@ -211,7 +211,6 @@ void VentanaPrincipal::Retomar(const QString &direccion_, bool enServidor_)
 {
     direccion = direccion_;
     enServidor = enServidor_;
-    ajustes::RecordarBase(direccion);
     ajustes::ReponerVentana(*this, TamanoDeInicio);
     if (!tipoEquipo.isEmpty())
         return;
@@ -225,8 +224,9 @@ void VentanaPrincipal::Retomar(const QString &direccion_, bool enServidor_)
 
 void VentanaPrincipal::Recordar()
 {
-    if (direccion.isEmpty() || !isVisible()) // closed already, and its screen with it
+    if (direccion.isEmpty() || !isVisible()) // was remembered when it was closed
         return;
+    ajustes::RecordarBase(direccion);
     ajustes::RecordarVentana(*this);
     ajustes::Abrir().setValue(PaginaAbierta, paginas->Actual().nombre);
     if (tipoEquipo.isEmpty()) // else the screen was not shown
