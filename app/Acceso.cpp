@@ -71,15 +71,21 @@ qvx::CambioDeEsquema CambiarEsquema(const Argumentos &argumentos)
                                    : qvx::ActualizarEsquema(*argumentos.servidor);
 }
 
+QString OperadorDe(const Argumentos &argumentos, qvx::Conexion &conexion)
+{
+    const QString operador = argumentos.servidor ? qvx::OperadorDelServidor(conexion) : argumentos.operador;
+    if (const QString error = Argumentos::RevisarOperador(operador); !error.isEmpty())
+        throw qvx::ErrorEjecucion(qvx::errores::Datos, error);
+    return operador;
+}
+
 std::unique_ptr<qvx::Sesion> IniciarSesion(const Argumentos &argumentos, std::unique_ptr<qvx::Conexion> conexion,
                                            std::unique_ptr<qvx::Interaccion> interaccion)
 {
-    if (!argumentos.servidor)
-        return std::make_unique<qvx::Sesion>(std::move(conexion), argumentos.operador, std::move(interaccion));
     qvx::Conexion &base = *conexion; // lives as long as the session
-    const QString operador = qvx::OperadorDelServidor(base);
-    if (const QString error = Argumentos::RevisarOperador(operador); !error.isEmpty())
-        throw qvx::ErrorEjecucion(qvx::errores::Datos, error);
+    const QString operador = OperadorDe(argumentos, base);
+    if (!argumentos.servidor)
+        return std::make_unique<qvx::Sesion>(std::move(conexion), operador, std::move(interaccion));
     return std::make_unique<qvx::Sesion>(std::move(conexion), operador, std::move(interaccion),
                                          [&base] { return qvx::HoraDelServidor(base); });
 }

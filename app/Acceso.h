@@ -39,6 +39,8 @@ std::unique_ptr<qvx::Conexion> AbrirBaseConVentana(const Argumentos &argumentos)
 // Creates the schema on the server that the command line names, or brings it to this program's version.
 qvx::CambioDeEsquema CambiarEsquema(const Argumentos &argumentos);
 
+// Who signs the changes. Raises an ErrorEjecucion for a name that cannot.
+QString OperadorDe(const Argumentos &argumentos, qvx::Conexion &conexion);
 // Signs in: on a server its user is the operator, and its clock counts.
 std::unique_ptr<qvx::Sesion> IniciarSesion(const Argumentos &argumentos, std::unique_ptr<qvx::Conexion> conexion,
                                            std::unique_ptr<qvx::Interaccion> interaccion);

@@ -130,7 +130,8 @@ void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
     if (!argumentos.error.isEmpty())
         return;
     try {
-        argumentos.servidor.emplace(lector.value("servidor"));
+        argumentos.direccion = lector.value("servidor");
+        argumentos.servidor.emplace(argumentos.direccion);
         argumentos.error = Argumentos::RevisarOperador(argumentos.servidor->Usuario());
     } catch (const qvx::ErrorEjecucion &error) {
         argumentos.error = error.Descripcion();
@@ -142,6 +143,25 @@ void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
 QString Argumentos::BaseDelUsuario()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/quorvex/quorvex.db";
+}
+
+QString Argumentos::OperadorDelSistema()
+{
+    return qEnvironmentVariable("USER", "operador");
+}
+
+Argumentos Argumentos::Hacia(const QString &base) const
+{
+    Argumentos otros;
+    otros.baseDada = true;
+    otros.operador = operador.isEmpty() ? OperadorDelSistema() : operador;
+    if (base.startsWith("postgres://") || base.startsWith("postgresql://")) {
+        otros.direccion = base;
+        otros.servidor.emplace(base);
+    } else {
+        otros.baseDatos = base;
+    }
+    return otros;
 }
 
 // The operator is written between quotes into every audited row.
@@ -208,8 +228,7 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     } else if (!argumentos.servidor) {
         argumentos.baseDada = lector.isSet("base-datos");
         argumentos.baseDatos = argumentos.baseDada ? lector.value("base-datos") : BaseDelUsuario();
-        argumentos.operador =
-            lector.isSet("operador") ? lector.value("operador") : qEnvironmentVariable("USER", "operador");
+        argumentos.operador = lector.isSet("operador") ? lector.value("operador") : OperadorDelSistema();
         argumentos.error = argumentos.baseDatos.isEmpty() ? QString("--base-datos necesita un archivo.")
                                                           : RevisarOperador(argumentos.operador);
     }

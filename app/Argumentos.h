@@ -14,6 +14,7 @@ struct Argumentos {
     QString baseDatos;                     // file; the user's data folder when neither it nor a server is given
     bool baseDada = false;                 // the command line names the file
     std::optional<qvx::Servidor> servidor; // in its place
+    QString direccion;                     // of the server, as it was given
     QString tipoEquipo;                    // equipment type to open on, "" for none
     QString operador;                      // the system's user when not given; not of a server, which knows its own
     bool sinEjemplos = false;
@@ -49,6 +50,13 @@ struct Argumentos {
     static QString Ayuda();
 
     static QString BaseDelUsuario();
+    // Of whoever signs changes in a file and gave no name.
+    static QString OperadorDelSistema();
+    // The same window on another database, a file or the address of a server, and nothing else. Raises an
+    // ErrorEjecucion for an address that is none.
+    Argumentos Hacia(const QString &base) const;
+    // The file, or the address of the server.
+    QString Base() const { return servidor ? direccion : baseDatos; }
     // Why somebody of this name cannot sign changes, "" when he can.
     static QString RevisarOperador(const QString &operador);
 };

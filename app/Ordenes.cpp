@@ -2,14 +2,12 @@
 
 #include "app/Acceso.h"
 #include "app/Argumentos.h"
-#include "app/Componente.h"
+#include "app/Escritorio.h"
 #include "app/InteraccionDelEscritorio.h"
 #include "app/Reporte.h"
-#include "app/VentanaPrincipal.h"
 #include "data/Momento.h"
 #include "plan/Guion.h"
 #include "plan/Integridad.h"
-#include "session/Sesion.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -67,14 +65,8 @@ int Mostrar(const Argumentos &dados)
     auto conexion = AbrirBaseConVentana(argumentos);
     if (!conexion)
         return salida::Fallido;
-    const auto sesion = IniciarSesion(argumentos, std::move(conexion), std::move(personas));
-    VentanaPrincipal ventana(CrearPantalla(), argumentos.tipoEquipo, sesion->Operador(),
-                             argumentos.servidor ? argumentos.servidor->Nombre() : argumentos.baseDatos);
-    // Served to a browser there is no window manager: the window takes the whole screen.
-    if (qEnvironmentVariableIsSet("QVX_PANTALLA_COMPLETA"))
-        ventana.showFullScreen();
-    else
-        ventana.show();
+    Escritorio escritorio;
+    escritorio.Empezar(argumentos, std::move(conexion), std::move(personas));
     return QApplication::exec();
 }
 

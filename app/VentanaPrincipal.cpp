@@ -1,223 +1,201 @@
 #include "app/VentanaPrincipal.h"
 
+#include "app/AcercaDe.h"
+#include "app/Ajustes.h"
+#include "app/BarraDeEstado.h"
 #include "app/DialogoIntegridad.h"
-#include "app/InteraccionDelEscritorio.h"
+#include "app/MenuArchivo.h"
+#include "app/MenuEdicion.h"
+#include "app/OrdenDeMenu.h"
+#include "app/Paginas.h"
+#include "app/PantallaDelPlan.h"
 #include "app/Trampas.h"
-#include "app/catalogos/AvisoDeGastos.h"
+#include "app/VentanaDelManual.h"
+#include "app/buscar/DialogoBuscar.h"
 #include "app/catalogos/DialogoCostos.h"
 #include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/PaginaCatalogos.h"
+#include "app/tipos/PaginaTipos.h"
 #include "controls/Formulario.h"
-#include "controls/TreeView.h"
 #include "controls/colorQVX.h"
-#include "controls/txtQVX.h"
-#include "session/Aplicacion.h"
+#include "data/Conexion.h"
 #include "session/Interaccion.h"
-#include "session/Sesion.h"
+#include "session/Sistema.h"
 
-#include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
-#include <QLabel>
-#include <QLocale>
 #include <QMenuBar>
-#include <QStatusBar>
-#include <QTabWidget>
-#include <QVBoxLayout>
-#include <functional>
 #include <utility>
 
 namespace
 {
 
-enum Pagina { PaginaDelPlan, PaginaDeCatalogos };
-
-// Names are no markup.
-QLabel *Rotulo(const QString &texto)
-{
-    auto *rotulo = new QLabel(texto);
-    rotulo->setTextFormat(Qt::PlainText);
-    return rotulo;
-}
+constexpr QSize TamanoDeInicio(1280, 760);
+constexpr auto PaginaAbierta = "ventana/pagina";
+const QString PaginaDeTipos = "Tipos";
+const QString PaginaDelPlan = "Plan";
+const QString PaginaDeCatalogos = "Catalogos";
 
 } // namespace
 
-VentanaPrincipal::VentanaPrincipal(QWidget *pantalla_, const QString &tipoEquipo_, const QString &operador,
+VentanaPrincipal::VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo_, const QString &operador,
                                    const QString &baseDatos)
-    : tipoEquipo(tipoEquipo_), tabPaginas(new QTabWidget(this)), pantalla(pantalla_)
+    : tipoEquipo(tipoEquipo_)
+    , nombreDeBase(baseDatos)
+    , plan(new PantallaDelPlan(pantalla, this))
+    , paginas(new Paginas(this))
+    , barra(new BarraDeEstado(operador, baseDatos, this))
 {
     coloresQVX::colorQVX::AplicarA(*this);
     setWindowTitle("Plan de mantenimiento por tipo de equipo");
     pantalla->setProperty("Padre", QVariant::fromValue(static_cast<QObject *>(this)));
-    PonerPaginas(pantalla);
-    PonerMenu();
-    statusBar()->addWidget(Rotulo("Operador: " + operador));
-    PonerSugerencia();
-    PonerAvance();
-    statusBar()->addPermanentWidget(Rotulo(baseDatos));
-    resize(qvx::Formulario::Cabida(*this, {1280, 760}));
+    setStatusBar(barra);
+    PonerPaginas();
+    PonerMenus();
+    connect(plan, &PantallaDelPlan::Abierta, this, [this] { tipoEquipo.clear(); });
+    connect(plan, &PantallaDelPlan::Cambio, this,
+            [this] { barra->Sugerir(paginas->Actual().nombre == PaginaDelPlan ? plan->Sugerencia() : QString()); });
+    resize(qvx::Formulario::Cabida(*this, TamanoDeInicio));
     if (auto *forma = qobject_cast<qvx::Formulario *>(pantalla))
         connect(forma, &qvx::Formulario::Descargado, this, &QWidget::close);
 }
 
-void VentanaPrincipal::PonerPaginas(QWidget *pantalla)
+VentanaPrincipal::~VentanaPrincipal() = default;
+
+// One page, one line: what is not here has no tab, no command and no key.
+void VentanaPrincipal::PonerPaginas()
 {
-    tabPaginas->setObjectName("tabPaginas");
-    tabPaginas->setDocumentMode(true);
-    tabPaginas->addTab(pantalla, "Plan");
-    tabPaginas->addTab(new QWidget, "Catálogos");
-    setCentralWidget(tabPaginas);
-    connect(tabPaginas, &QTabWidget::currentChanged, this, &VentanaPrincipal::AlCambiarDePagina);
+    paginas->Agregar({PaginaDeTipos, "&Tipos de equipo", "mnuPaginaTipos", QKeySequence(Qt::Key_F6), "Tipos de equipo",
+                      [this] { return HacerTipos(); }});
+    paginas->Agregar(
+        {PaginaDelPlan, "&Plan", "mnuPagina1", QKeySequence(Qt::Key_F7), "Partes", [this] { return plan->Forma(); }});
+    paginas->Agregar({PaginaDeCatalogos, "&Catálogos", "mnuPagina2", QKeySequence(Qt::Key_F9), "Catálogos",
+                      [this] { return HacerCatalogos(); }});
+    setCentralWidget(paginas);
+    connect(paginas, &Paginas::Mostrada, this, &VentanaPrincipal::AlMostrarPagina);
+    paginas->Mostrar(PaginaDelPlan);
 }
 
-void VentanaPrincipal::AlCambiarDePagina(int pagina)
+QWidget *VentanaPrincipal::HacerTipos()
 {
-    QWidget *foco = tabPaginas->currentWidget()->focusWidget(); // where it was left
-    if (pagina == PaginaDeCatalogos && !catalogos)
-        PonerCatalogos();
-    if (pagina == PaginaDelPlan && std::exchange(porReleer, false))
-        Releer();
-    (foco ? foco : tabPaginas->currentWidget())->setFocus();
-    cambio.start(0);
+    auto *tipos = new PaginaTipos(enServidor);
+    connect(tipos, &PaginaTipos::PlanPedido, this, [this](const QString &tipo) { MostrarEnPlan(tipo); });
+    return tipos;
 }
 
-void VentanaPrincipal::PonerCatalogos()
+QWidget *VentanaPrincipal::HacerCatalogos()
 {
-    QWidget *lugar = tabPaginas->widget(PaginaDeCatalogos);
-    auto *disposicion = new QVBoxLayout(lugar);
-    disposicion->setContentsMargins(0, 0, 0, 0);
-    catalogos = new PaginaCatalogos(lugar);
-    disposicion->addWidget(catalogos);
-    lugar->setFocusProxy(catalogos);
-    connect(catalogos, &PaginaCatalogos::Cambiado, this, [this] { porReleer = true; });
+    auto *catalogos = new PaginaCatalogos;
+    connect(catalogos, &PaginaCatalogos::Cambiado, this, &VentanaPrincipal::PlanCambiado);
     connect(catalogos, &PaginaCatalogos::CopiaPedida, this, &VentanaPrincipal::CopiarPlan);
+    return catalogos;
 }
 
-// The screen's own command, with its questions; which type the plan goes to is known.
+void VentanaPrincipal::AlMostrarPagina(const QString &nombre)
+{
+    if (nombre == PaginaDelPlan && std::exchange(porReleer, false))
+        plan->Releer();
+    Q_EMIT plan->Cambio();
+}
+
 void VentanaPrincipal::CopiarPlan(const QString &nuevo, const QString &origen)
 {
-    tabPaginas->setCurrentIndex(PaginaDelPlan);
-    auto *copiar = pantalla->findChild<QAction *>("B3");
-    if (!tipo || !copiar)
+    paginas->Mostrar(PaginaDelPlan);
+    plan->Copiar(nuevo, origen);
+}
+
+QString VentanaPrincipal::TipoEnPantalla() const
+{
+    return plan->Tipo();
+}
+
+bool VentanaPrincipal::Ocupada() const
+{
+    return QApplication::activeModalWidget() || Base().EnTransaccion();
+}
+
+bool VentanaPrincipal::MostrarEnPlan(const QString &tipo, const QString &parte, const QString &servicio)
+{
+    if (Ocupada())
+        return false;
+    tipoEquipo.clear();
+    paginas->Mostrar(PaginaDelPlan);
+    return plan->Mostrar(tipo, parte, servicio);
+}
+
+void VentanaPrincipal::Buscar()
+{
+    DialogoBuscar dialogo(plan->HayTipo() ? plan->Tipo() : QString(), this);
+    if (dialogo.exec() != QDialog::Accepted)
         return;
-    tipo->Elegir(origen);
-    if (auto *personas = dynamic_cast<InteraccionDelEscritorio *>(&qvx::Sesion::Actual().Interaccion()))
-        personas->Anticipar("TIPO_EQUIPO", nuevo);
-    copiar->trigger();
+    const qvx::Hallazgo &hallado = *dialogo.Elegido();
+    if (!MostrarEnPlan(hallado.tipoEquipo, hallado.parte, hallado.folio))
+        qvx::Sistema().Mensaje(
+            "El plan no enseña lo que se encontró: el tipo de equipo o una parte de arriba está dado de "
+            "baja, o la parte ya no existe. Véalo en Herramientas, Revisar integridad.",
+            qvx::mensaje::Exclamacion, "Quorvex", winId(), "QVX", "ERR-ID:1000072");
 }
 
-// The screen's equipment type, anew.
-void VentanaPrincipal::Releer()
+void VentanaPrincipal::PlanCambiado()
 {
-    if (tipo && !tipo->Text().isEmpty())
-        tipo->Elegir(tipo->Text());
+    porReleer = true;
+    if (paginas->Actual().nombre == PaginaDelPlan && std::exchange(porReleer, false))
+        plan->Releer();
 }
 
-// What to do next, as the screen's controls stand.
-void VentanaPrincipal::PonerSugerencia()
+void VentanaPrincipal::PonerMenus()
 {
-    sugerencia = Entre("lblSugerencia");
-    tipo = pantalla->findChild<textoQVX::txtQVX *>("txtTipoEquipo");
-    nombreTipo = pantalla->findChild<textoQVX::txtQVX *>("txtNTipoEquipo");
-    partes = pantalla->findChild<comunesQVX::TreeView *>("tvPartes");
-    if (!tipo || !nombreTipo || !partes)
-        return;
-    cambio.setSingleShot(true);
-    connect(&cambio, &QTimer::timeout, this, [this] {
-        if (tipo && nombreTipo && partes)
-            sugerencia->setText(Sugerencia());
-    });
-    const auto mirar = [this] { cambio.start(0); };
-    connect(tipo, &textoQVX::txtQVX::Change, this, [this, mirar] {
-        tipoResuelto = false;
-        mirar();
-    });
-    connect(tipo, &textoQVX::txtQVX::Resuelto, this, [this, mirar] {
-        tipoResuelto = true;
-        mirar();
-    });
-    gastos = new AvisoDeGastos(this);
-    const auto contar = [this] { gastos->Mirar(tipoResuelto ? TipoEnPantalla() : QString()); };
-    connect(gastos, &AvisoDeGastos::Cambio, this, mirar);
-    connect(tipo, &textoQVX::txtQVX::Resuelto, this, contar);
-    connect(partes->model(), &QAbstractItemModel::rowsInserted, this, contar);
-    connect(partes->model(), &QAbstractItemModel::rowsInserted, this, mirar);
-    connect(partes->model(), &QAbstractItemModel::rowsRemoved, this, mirar);
-    connect(partes->selectionModel(), &QItemSelectionModel::selectionChanged, this, mirar);
-    mirar();
+    auto *archivo = new MenuArchivo(*this);
+    connect(archivo, &MenuArchivo::BasePedida, this, &VentanaPrincipal::BasePedida);
+    menuBar()->addMenu(archivo);
+    auto *edicion = new MenuEdicion(*this);
+    edicion->addSeparator();
+    AgregarOrden(*edicion, *this, "mnuBuscar", "&Buscar en los planes…", QKeySequence("Ctrl+F"), [this] { Buscar(); });
+    menuBar()->addMenu(edicion);
+    PonerVer();
+    PonerHerramientas();
+    PonerAyuda();
 }
 
-QString VentanaPrincipal::Sugerencia() const
-{
-    if (tabPaginas->currentIndex() != PaginaDelPlan)
-        return {};
-    if (tipo->Text().isEmpty())
-        return "Elija un tipo de equipo: escriba su clave o pulse F3.";
-    if (!tipoResuelto)
-        return "Pulse Entrar para ver el plan del tipo de equipo.";
-    if (nombreTipo->Text().isEmpty())
-        return "El tipo de equipo «" + tipo->Text() + "» no existe o está dado de baja: corrija la clave o pulse F3.";
-    if (partes->Count() <= 1)
-        return "Este tipo de equipo no tiene plan todavía: elija RAIZ y pulse Nuevo, o pulse Importar XML.";
-    if (const QString pendiente = gastos->Texto(); !pendiente.isEmpty())
-        return pendiente;
-    return partes->SelectedItem() ? QString() : QString("Elija una parte para ver sus servicios.");
-}
-
-// A label that takes the room between the operator and the database, whatever it says.
-QLabel *VentanaPrincipal::Entre(const QString &nombre)
-{
-    QLabel *rotulo = Rotulo({});
-    rotulo->setObjectName(nombre);
-    rotulo->setIndent(24);
-    rotulo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    statusBar()->addWidget(rotulo, 1);
-    return rotulo;
-}
-
-// While a job runs, how far it is stands in the place of what to do next.
-void VentanaPrincipal::PonerAvance()
-{
-    QLabel *avance = Entre("lblAvance");
-    avance->hide();
-    const auto *aplicacion = qobject_cast<qvx::Aplicacion *>(QCoreApplication::instance());
-    if (!aplicacion)
-        return;
-    connect(aplicacion, &qvx::Aplicacion::Avance, avance, [this, avance](int sentencias) {
-        avance->setText("Trabajando… " + QLocale().toString(sentencias)
-                        + (sentencias == 1 ? " sentencia" : " sentencias"));
-        sugerencia->hide();
-        avance->show();
-    });
-    connect(aplicacion, &qvx::Aplicacion::Reposo, avance, [this, avance] {
-        avance->clear();
-        avance->hide();
-        sugerencia->show();
-    });
-}
-
-void VentanaPrincipal::PonerMenu()
+void VentanaPrincipal::PonerVer()
 {
     QMenu *ver = menuBar()->addMenu("&Ver");
     ver->setObjectName("mnuVer");
-    for (int pagina = 0; pagina < tabPaginas->count(); ++pagina) {
-        QAction *accion = ver->addAction("&" + tabPaginas->tabText(pagina), this,
-                                         [this, pagina] { tabPaginas->setCurrentIndex(pagina); });
-        accion->setObjectName(QString("mnuPagina%1").arg(pagina + 1));
-        accion->setShortcut(QKeySequence(QString("Alt+%1").arg(pagina + 1)));
-    }
-    QMenu *herramientas = menuBar()->addMenu("&Herramientas");
-    herramientas->setObjectName("mnuHerramientas");
-    const auto agregar = [&](const QString &nombre, const QString &texto, const std::function<void()> &abrir) {
-        herramientas->addAction(texto, this, abrir)->setObjectName(nombre);
-    };
-    agregar("mnuRevisarIntegridad", "&Revisar integridad…", [this] { AbrirDialogo<DialogoIntegridad>(1000006); });
-    agregar("mnuActualizarCostos", "&Actualizar costos…",
-            [this] { AbrirDialogo<DialogoCostos>(1000045, TipoEnPantalla()); });
-    agregar("mnuCompletarGastos", "&Completar tipos de gasto…",
-            [this] { AbrirDialogo<DialogoGastos>(1000046, TipoEnPantalla()); });
+    for (const Pagina &pagina : paginas->Todas())
+        AgregarOrden(*ver, *this, pagina.orden, pagina.titulo, pagina.tecla,
+                     [this, nombre = pagina.nombre] { paginas->Mostrar(nombre); });
+    ver->addSeparator();
+    // On the screen the tree has this key for itself.
+    QAction *actualizar = AgregarOrden(*ver, *this, "mnuActualizar", "&Actualizar", QKeySequence(Qt::Key_F5),
+                                       [this] { ActualizarPagina(); });
+    actualizar->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    for (int lugar = 0; lugar < paginas->count(); ++lugar)
+        if (paginas->Todas().at(lugar).nombre != PaginaDelPlan)
+            paginas->widget(lugar)->addAction(actualizar);
 }
 
-// The screen then reads its equipment type again: what it shows may have been changed.
+void VentanaPrincipal::ActualizarPagina()
+{
+    const QString nombre = paginas->Actual().nombre;
+    if (nombre == PaginaDelPlan)
+        plan->Releer();
+    else
+        QMetaObject::invokeMethod(paginas->Hecha(nombre), "Actualizar");
+}
+
+void VentanaPrincipal::PonerHerramientas()
+{
+    QMenu *herramientas = menuBar()->addMenu("&Herramientas");
+    herramientas->setObjectName("mnuHerramientas");
+    AgregarOrden(*herramientas, *this, "mnuRevisarIntegridad", "&Revisar integridad…", {},
+                 [this] { AbrirDialogo<DialogoIntegridad>(1000006); });
+    AgregarOrden(*herramientas, *this, "mnuActualizarCostos", "&Actualizar costos…", {},
+                 [this] { AbrirDialogo<DialogoCostos>(1000045, TipoEnPantalla()); });
+    AgregarOrden(*herramientas, *this, "mnuCompletarGastos", "&Completar tipos de gasto…", {},
+                 [this] { AbrirDialogo<DialogoGastos>(1000046, TipoEnPantalla()); });
+}
+
+// The screen then reads its plan again: what it shows may have been changed.
 template <class Dialogo, class... Datos>
 void VentanaPrincipal::AbrirDialogo(int identificador, const Datos &...datos)
 {
@@ -225,17 +203,59 @@ void VentanaPrincipal::AbrirDialogo(int identificador, const Datos &...datos)
         Dialogo dialogo(datos..., this);
         dialogo.exec();
         if (dialogo.HuboCambios())
-            Releer();
+            PlanCambiado();
     });
 }
 
-QString VentanaPrincipal::TipoEnPantalla() const
+void VentanaPrincipal::PonerAyuda()
 {
-    return tipo ? tipo->Text() : QString();
+    QMenu *ayuda = menuBar()->addMenu("A&yuda");
+    ayuda->setObjectName("mnuAyuda");
+    AgregarOrden(*ayuda, *this, "mnuManual", "&Manual", QKeySequence(Qt::Key_F1),
+                 [this] { AbrirManual(paginas->Actual().capitulo); });
+    AgregarOrden(*ayuda, *this, "mnuTeclas", "&Teclas", {}, [this] { AbrirManual("Teclas"); });
+    ayuda->addSeparator();
+    AgregarOrden(*ayuda, *this, "mnuAcercaDe", "&Acerca de Quorvex", {},
+                 [this] { ::MostrarAcercaDe(*this, nombreDeBase, enServidor); });
+}
+
+void VentanaPrincipal::AbrirManual(const QString &capitulo)
+{
+    if (!manual)
+        manual = new VentanaDelManual(this);
+    manual->Abrir(capitulo);
+}
+
+void VentanaPrincipal::Retomar(const QString &direccion_, bool enServidor_)
+{
+    direccion = direccion_;
+    enServidor = enServidor_;
+    ajustes::ReponerVentana(*this, TamanoDeInicio);
+    if (!tipoEquipo.isEmpty())
+        return;
+    tipoEquipo = ajustes::PlanDe(direccion);
+    const QString abierta = ajustes::Abrir().value(PaginaAbierta).toString();
+    if (tipoEquipo.isEmpty())
+        paginas->Mostrar(PaginaDeTipos);
+    else if (paginas->Hay(abierta))
+        paginas->Mostrar(abierta);
+}
+
+void VentanaPrincipal::Recordar()
+{
+    if (direccion.isEmpty() || !isVisible()) // was remembered when it was closed
+        return;
+    ajustes::RecordarBase(direccion);
+    ajustes::RecordarVentana(*this);
+    ajustes::Abrir().setValue(PaginaAbierta, paginas->Actual().nombre);
+    if (tipoEquipo.isEmpty()) // else the screen was not shown
+        ajustes::RecordarPlan(direccion, plan->HayTipo() ? plan->Tipo() : QString());
 }
 
 void VentanaPrincipal::closeEvent(QCloseEvent *evento)
 {
-    pantalla->close();
+    Recordar();
+    if (QWidget *pantalla = plan->Forma())
+        pantalla->close();
     evento->accept();
 }

@@ -2,24 +2,12 @@
 
 #include <QMainWindow>
 #include <QPointer>
-#include <QTimer>
 
-class QAction;
-class QLabel;
-class QTabWidget;
-
-namespace comunesQVX
-{
-class TreeView;
-}
-
-namespace textoQVX
-{
-class txtQVX;
-}
-
-class AvisoDeGastos;
-class PaginaCatalogos;
+class BarraDeEstado;
+class PantallaDelPlan;
+class Paginas;
+class QMenu;
+class VentanaDelManual;
 
 // The window of the stand-alone host, a page for each thing that a planner does. The screen is one of them, and the
 // window its parent object ("Transaccion", "iParametros").
@@ -31,39 +19,61 @@ class VentanaPrincipal : public QMainWindow
 
 public:
     VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo, const QString &operador, const QString &baseDatos);
+    ~VentanaPrincipal() override;
 
     QString Transaccion() const { return "KT580"; }
+    // What the screen is to open on. It asks each time that it is shown: what the planner has chosen since stays.
     QString iParametros() const { return tipoEquipo; }
+
+    // Takes up where the person left this database, and remembers what he leaves: page, plan, size and place.
+    // direccion: its file, or the address of its server. An equipment type that was given goes before the plan that was
+    // open; without either it begins with all equipment types.
+    void Retomar(const QString &direccion, bool enServidor);
+
+    // The key in the screen's box, "" for none.
+    QString TipoEnPantalla() const;
+    // A form is open, or a transaction: commands wait.
+    bool Ocupada() const;
+
+public Q_SLOTS:
+    // Opens the screen with the plan of an equipment type, and chooses the part and the service where they are named.
+    // False when they are not there, and while the window is busy.
+    bool MostrarEnPlan(const QString &tipo, const QString &parte = {}, const QString &servicio = {});
+    // Something that the screen shows was changed: it reads its plan anew, at once or when it is shown, and what was
+    // open and chosen in it is so again.
+    void PlanCambiado();
+
+Q_SIGNALS:
+    // Another database is to be opened: a file, or the address of a server.
+    void BasePedida(const QString &direccion);
 
 protected:
     void closeEvent(QCloseEvent *evento) override;
 
 private:
-    void PonerPaginas(QWidget *pantalla);
-    void AlCambiarDePagina(int pagina);
-    void PonerCatalogos();
+    void PonerPaginas();
+    QWidget *HacerTipos();
+    QWidget *HacerCatalogos();
+    void AlMostrarPagina(const QString &nombre);
     void CopiarPlan(const QString &nuevo, const QString &origen);
-    void Releer();
-    QLabel *Entre(const QString &nombre);
-    void PonerAvance();
-    void PonerSugerencia();
-    QString Sugerencia() const;
-    void PonerMenu();
+    void Buscar();
+    void PonerMenus();
+    void PonerVer();
+    void PonerHerramientas();
+    void PonerAyuda();
     template <class Dialogo, class... Datos>
     void AbrirDialogo(int identificador, const Datos &...datos);
-    QString TipoEnPantalla() const;
+    void ActualizarPagina();
+    void AbrirManual(const QString &capitulo);
+    void Recordar();
 
-    QString tipoEquipo;
-    QTabWidget *tabPaginas;
-    QWidget *pantalla;
-    PaginaCatalogos *catalogos = nullptr; // made when it is first shown
-    bool porReleer = false;               // what the screen shows of the catalogues was changed
-    // Controls of the screen; gone with it.
-    QPointer<textoQVX::txtQVX> tipo;
-    QPointer<textoQVX::txtQVX> nombreTipo;
-    QPointer<comunesQVX::TreeView> partes;
-    QLabel *sugerencia = nullptr;
-    AvisoDeGastos *gastos = nullptr;
-    QTimer cambio;             // one look at the screen for any number of its changes
-    bool tipoResuelto = false; // the key in the box was looked up
+    QString tipoEquipo; // until the screen has opened on it
+    QString direccion;  // of the database, "" while nothing is remembered
+    QString nombreDeBase;
+    bool enServidor = false;
+    PantallaDelPlan *plan;
+    Paginas *paginas;
+    BarraDeEstado *barra;
+    QPointer<VentanaDelManual> manual;
+    bool porReleer = false; // what the screen shows was changed
 };

@@ -5,6 +5,7 @@
 #include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/DialogoImportarCatalogo.h"
 #include "app/catalogos/PaginaCatalogos.h"
+#include "app/tipos/PaginaTipos.h"
 #include "controls/Controles.h"
 #include "controls/InteraccionQt.h"
 #include "controls/ListView.h"
@@ -151,6 +152,18 @@ void RetratarCostos(const Escenario &escenario)
 }
 
 // The page of the catalogues, a row of it, where it is used, and what a spreadsheet would make of it.
+void RetratarTipos()
+{
+    PaginaTipos pagina(true);
+    coloresQVX::colorQVX::AplicarA(pagina);
+    pagina.resize(1300, 420);
+    pagina.show();
+    if (!QTest::qWaitForWindowActive(&pagina))
+        qFatal("La ventana no se activó");
+    QTest::qWait(200); // the figures
+    Guardar(pagina, "tipos");
+}
+
 void RetratarCatalogos()
 {
     PaginaCatalogos pagina;
@@ -219,6 +232,7 @@ int main(int argc, char **argv)
     RetratarPlan(escenario, pantalla);
     RetratarPartes(escenario, pantalla);
     escenario.CerrarPantalla();
+    RetratarTipos();
     RetratarCatalogos();
     RetratarCostos(escenario);
     return 0;

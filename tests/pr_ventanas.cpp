@@ -80,11 +80,11 @@ void PrVentanas::teclas()
     auto *clave = Tipo().findChild<QLineEdit *>();
     clave->setFocus();
     const auto &paginas = En<QTabWidget>(principal, "tabPaginas");
-    QTest::keyClick(&principal, Qt::Key_2, Qt::AltModifier);
-    QCOMPARE(paginas.currentIndex(), 1);
+    QTest::keyClick(&principal, Qt::Key_F9);
+    QCOMPARE(paginas.tabText(paginas.currentIndex()), "Catálogos");
     QCOMPARE(principal.focusWidget()->objectName(), "lstCatalogos");
-    QTest::keyClick(&principal, Qt::Key_1, Qt::AltModifier);
-    QCOMPARE(paginas.currentIndex(), 0);
+    QTest::keyClick(&principal, Qt::Key_F7);
+    QCOMPARE(paginas.tabText(paginas.currentIndex()), "Plan");
     QCOMPARE(principal.focusWidget(), clave);
 }
 

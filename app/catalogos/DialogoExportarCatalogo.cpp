@@ -1,5 +1,6 @@
 #include "app/catalogos/DialogoExportarCatalogo.h"
 
+#include "app/Ajustes.h"
 #include "app/catalogos/ExportacionDeCatalogo.h"
 #include "controls/DeAmbos.h"
 #include "controls/colorQVX.h"
@@ -11,7 +12,6 @@
 
 #include <QFileInfo>
 #include <QPushButton>
-#include <QSettings>
 
 namespace
 {
@@ -76,9 +76,9 @@ DialogoExportarCatalogo::DialogoExportarCatalogo(QWidget *duena)
     ui->cboDelimitador->addItem("Tabulador", QString("\t"));
     ui->cboDecimal->addItem("Punto 1234.50");
     ui->cboDecimal->addItem("Coma 1234,50");
-    const QSettings ajustes("quorvex", "quorvex");
-    ui->cboDelimitador->setCurrentIndex(qMax(0, ui->cboDelimitador->findData(ajustes.value(Delimitador))));
-    ui->cboDecimal->setCurrentIndex(ajustes.value(ConComa).toBool() ? 1 : 0);
+    const QSettings recordados = ajustes::Abrir();
+    ui->cboDelimitador->setCurrentIndex(qMax(0, ui->cboDelimitador->findData(recordados.value(Delimitador))));
+    ui->cboDecimal->setCurrentIndex(recordados.value(ConComa).toBool() ? 1 : 0);
     auto *aceptar = ui->botones->addButton("&Aceptar", QDialogButtonBox::AcceptRole);
     aceptar->setObjectName("cmdAceptar");
     ui->botones->addButton("&Cancelar", QDialogButtonBox::RejectRole)->setObjectName("cmdCancelar");
@@ -99,7 +99,7 @@ csv::Formato DialogoExportarCatalogo::Formato() const
 
 void DialogoExportarCatalogo::Recordar() const
 {
-    QSettings ajustes("quorvex", "quorvex");
-    ajustes.setValue(Delimitador, QString(Formato().delimitador));
-    ajustes.setValue(ConComa, Formato().decimal == csv::Decimal::Coma);
+    QSettings recordados = ajustes::Abrir();
+    recordados.setValue(Delimitador, QString(Formato().delimitador));
+    recordados.setValue(ConComa, Formato().decimal == csv::Decimal::Coma);
 }

@@ -1,5 +1,6 @@
 #include "app/catalogos/DialogoImportarCatalogo.h"
 
+#include "app/Ajustes.h"
 #include "app/Trampas.h"
 #include "app/catalogos/ModeloDeImportacion.h"
 #include "controls/DeAmbos.h"
@@ -12,7 +13,6 @@
 
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QSettings>
 
 namespace
 {
@@ -20,7 +20,6 @@ namespace
 using Clase = FilaImportada::Clase;
 using Muestra = ModeloDeImportacion::Muestra;
 
-constexpr auto Organizacion = "quorvex"; // of the person's settings
 constexpr int ColumnasPorFila = 3;
 constexpr int FilasQueMiden = 200; // the width of a column
 constexpr int LetrasDeCelda = 48;  // of the widest column
@@ -282,7 +281,7 @@ void DialogoImportarCatalogo::Escribir()
 QMap<QString, QString> DialogoImportarCatalogo::Recordadas() const
 {
     QMap<QString, QString> recordadas;
-    const QVariantMap guardadas = QSettings(Organizacion, Organizacion).value(ClaveDeAjuste(tabla)).toMap();
+    const QVariantMap guardadas = ajustes::Abrir().value(ClaveDeAjuste(tabla)).toMap();
     for (auto i = guardadas.begin(); i != guardadas.end(); ++i)
         recordadas.insert(i.key(), i->toString());
     return recordadas;
@@ -296,5 +295,5 @@ void DialogoImportarCatalogo::Recordar() const
         if (hoja.conTitulos)
             guardadas.insert(conocidas.at(i.key()).nombre, hoja.titulos.at(i.value()));
     if (!guardadas.isEmpty())
-        QSettings(Organizacion, Organizacion).setValue(ClaveDeAjuste(tabla), guardadas);
+        ajustes::Abrir().setValue(ClaveDeAjuste(tabla), guardadas);
 }

@@ -1,5 +1,6 @@
 #include "app/catalogos/PaginaCatalogos.h"
 
+#include "app/Ajustes.h"
 #include "app/Trampas.h"
 #include "app/catalogos/DialogoExportarCatalogo.h"
 #include "app/catalogos/DialogoImportarCatalogo.h"
@@ -100,6 +101,18 @@ PaginaCatalogos::PaginaCatalogos(QWidget *padre)
     disposicion->setSpacing(10);
     disposicion->addWidget(lstCatalogos);
     disposicion->addLayout(derecha, 1);
+}
+
+PaginaCatalogos::~PaginaCatalogos()
+{
+    RecordarColumnas();
+}
+
+// Of the catalogue that is still shown.
+void PaginaCatalogos::RecordarColumnas() const
+{
+    if (modelo)
+        ajustes::RecordarColumnas(mostrado, *lvRegistros);
 }
 
 void PaginaCatalogos::PonerCatalogos()
@@ -260,9 +273,12 @@ void PaginaCatalogos::showEvent(QShowEvent *evento)
 void PaginaCatalogos::AlCambiarDeCatalogo()
 {
     auto *anterior = modelo;
+    RecordarColumnas();
     registros.clear();
+    mostrado = Tabla().nombre;
     modelo = new qvx::ModeloTabla(Columnas(Tabla()), 0, this);
     lvRegistros->Poner(modelo, ColumnaDescripcion, ColumnaClave);
+    ajustes::ReponerColumnas(mostrado, *lvRegistros);
     delete anterior;
     connect(lvRegistros->selectionModel(), &QItemSelectionModel::currentChanged, this, &PaginaCatalogos::PonerEstado);
     txtBuscar->clear();

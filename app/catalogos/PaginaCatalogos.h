@@ -25,13 +25,14 @@ class PaginaCatalogos : public QWidget
 
 public:
     explicit PaginaCatalogos(QWidget *padre = nullptr);
+    ~PaginaCatalogos() override;
 
     // Makes an entry of the catalogue that a search dialog shows, with the person; gives its key, "" for none. escrito:
     // what was looked for. Raises data errors.
     static QString CrearDesdeBusqueda(const QString &codigo, const QString &escrito, QWidget *duena);
 
     // Reads the catalogue anew, and stays on its row where there still is one.
-    void Actualizar();
+    Q_INVOKABLE void Actualizar();
 
 Q_SIGNALS:
     // A catalogue was changed: what a screen shows of it is no longer what the database holds.
@@ -58,6 +59,7 @@ private:
     const qvx::RegistroDeCatalogo *Elegido() const;
     void Elegir(const QString &clave);
     void AlCambiarDeCatalogo();
+    void RecordarColumnas() const;
     void Leer();
     void PonerEstado();
     void ConTrampa(const std::function<void()> &pasos);
@@ -83,6 +85,7 @@ private:
     QLabel *lblCuenta;
     QLabel *lblDerecho;
     qvx::ModeloTabla *modelo = nullptr; // of the catalogue that is shown
+    QString mostrado;                   // its name
     QList<qvx::RegistroDeCatalogo> registros;
     QList<QAction *> deCambio; // what only who may change catalogues can do
     QList<QAction *> deUno;    // of these, what is done to the row chosen

@@ -179,3 +179,8 @@ void EscribirXlsx(const QString &ruta, const Hoja &hoja)
     archivo.Salida().write(octetos);
     archivo.Terminar();
 }
+
+QString VersionDeXlsx()
+{
+    return lxw_version();
+}

@@ -36,6 +36,13 @@ void ModeloTabla::Llenar(QList<QVariantList> filas_)
     endResetModel();
 }
 
+void ModeloTabla::Cambiar(int numero, const QVariantList &fila)
+{
+    filas[numero] = fila;
+    if (const int visible = Visible(numero); visible >= 0)
+        Q_EMIT dataChanged(index(visible, 0), index(visible, columnCount() - 1));
+}
+
 void ModeloTabla::Buscar(const QString &texto)
 {
     palabras = Plegado(texto).split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -123,7 +130,7 @@ QVariant ModeloTabla::data(const QModelIndex &indice, int papel) const
     if (papel != Qt::DisplayRole)
         return {};
     const QVariant &valor = filas.at(visibles.at(indice.row())).at(columna);
-    if (EsTexto(columna))
+    if (EsTexto(columna) || !valor.isValid())
         return valor;
     return NumeroConFormato(valor.toDouble(),
                             columnas.at(columna).clase == Clase::Dinero ? FormatoDinero : FormatoNumero);

@@ -23,8 +23,10 @@ public:
     // maximo: rows shown at once, 0 for all.
     ModeloTabla(QList<ColumnaDeTabla> columnas, int maximo, QObject *padre);
 
-    // filas: a text or a number for each column.
+    // filas: a text or a number for each column; a number that is not known yet is no value, and shown empty.
     void Llenar(QList<QVariantList> filas);
+    // Puts other numbers into a row, whose texts stay. It keeps its place until the rows are sorted again.
+    void Cambiar(int numero, const QVariantList &fila);
     // Words in any order, letter case and accents, each anywhere in the columns that are searched; "" shows all.
     void Buscar(const QString &texto);
     // admite: of the number of a row, whether it may be shown.

@@ -8,7 +8,7 @@ namespace qvx
 class ModeloTabla;
 
 // Shows the rows of a ModeloTabla, one chosen at a time; a click on a title sorts. One column takes the room that the
-// others leave.
+// others leave, until the person lays the columns out.
 class VistaTabla : public QTreeView
 {
     Q_OBJECT
@@ -19,14 +19,22 @@ public:
 
     // estirada: the column that takes the room; orden: the one that the rows come sorted by, -1 for their own order.
     void Poner(ModeloTabla *modelo, int estirada, int orden);
-    // The columns as wide as what they show.
+    // The columns as wide as what they show, unless the person has laid them out.
     void AjustarColumnas();
+    // Whether he has: widths, order or sorting; and to what, for another time. False for what does not fit these
+    // columns.
+    bool Dispuesta() const { return dispuesta; }
+    QByteArray Disposicion() const;
+    bool Disponer(const QByteArray &disposicion);
 
 protected:
     void showEvent(QShowEvent *evento) override;
 
 private:
+    void AlTocarTitulos();
+
     int estirada = 0;
+    bool dispuesta = false;
 };
 
 } // namespace qvx

@@ -269,6 +269,11 @@ Documento::Arbol Documento::Leer(const QString &archivo, QList<ErrorXml> &errore
     return leido;
 }
 
+QString VersionDeXml()
+{
+    return LIBXML_DOTTED_VERSION;
+}
+
 bool Documento::Cargar(const QString &archivo, const EsquemaXml &esquema)
 {
     fallas.clear();

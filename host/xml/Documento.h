@@ -13,6 +13,9 @@ namespace qvx
 
 class EsquemaXml;
 
+// Of the library that reads and writes documents: "2.9.14".
+QString VersionDeXml();
+
 // What is wrong with a document, and where: line (0: unknown) and element ("" : the document itself).
 struct ErrorXml {
     int renglon = 0;

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QSettings>
+#include <QStringList>
+
+class QWidget;
+
+namespace qvx
+{
+class VistaTabla;
+}
+
+// What is remembered of the person who works here, in his own folder: sizes and places, what was open. Never a
+// password, and nothing of the plant.
+namespace ajustes
+{
+
+QSettings Abrir();
+
+// A window where and as large as it was, on a screen that there is and no larger than it; predeterminado: its size the
+// first time.
+void RecordarVentana(const QWidget &ventana);
+void ReponerVentana(QWidget &ventana, const QSize &predeterminado);
+
+// Of a list how the person laid its columns out.
+void RecordarColumnas(const QString &lista, const qvx::VistaTabla &vista);
+void ReponerColumnas(const QString &lista, qvx::VistaTabla &vista);
+
+// The databases that were open, files and addresses of servers, the last one first.
+QStringList Recientes();
+void RecordarBase(const QString &direccion);
+void OlvidarBase(const QString &direccion);
+
+// The equipment type whose plan was open in a database, "" for none.
+QString PlanDe(const QString &direccion);
+void RecordarPlan(const QString &direccion, const QString &tipoEquipo);
+
+} // namespace ajustes

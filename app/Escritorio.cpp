@@ -1,0 +1,99 @@
+#include "app/Escritorio.h"
+
+#include "app/Acceso.h"
+#include "app/Ajustes.h"
+#include "app/Componente.h"
+#include "app/InteraccionDelEscritorio.h"
+#include "app/Reporte.h"
+#include "app/VentanaPrincipal.h"
+#include "data/Conexion.h"
+#include "session/Sesion.h"
+#include "session/Sistema.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QScopeGuard>
+
+namespace
+{
+
+// A file by its whole path, wherever the program is started.
+QString DireccionDe(const Argumentos &argumentos)
+{
+    return argumentos.servidor ? argumentos.direccion : QFileInfo(argumentos.baseDatos).absoluteFilePath();
+}
+
+} // namespace
+
+Escritorio::Escritorio() = default;
+
+Escritorio::~Escritorio()
+{
+    Terminar();
+}
+
+void Escritorio::Empezar(const Argumentos &nuevos, std::unique_ptr<qvx::Conexion> conexion,
+                         std::unique_ptr<qvx::Interaccion> personas)
+{
+    argumentos = nuevos;
+    sesion = IniciarSesion(argumentos, std::move(conexion), std::move(personas));
+    ventana =
+        std::make_unique<VentanaPrincipal>(CrearPantalla(), argumentos.tipoEquipo, sesion->Operador(),
+                                           argumentos.servidor ? argumentos.servidor->Nombre() : argumentos.baseDatos);
+    ventana->Retomar(DireccionDe(argumentos), argumentos.servidor.has_value());
+    // The command that asks for it belongs to the window that goes.
+    connect(ventana.get(), &VentanaPrincipal::BasePedida, this, &Escritorio::Cambiar, Qt::QueuedConnection);
+    // Served to a browser there is no window manager: the window takes the whole screen.
+    if (qEnvironmentVariableIsSet("QVX_PANTALLA_COMPLETA"))
+        ventana->showFullScreen();
+    else
+        ventana->show();
+}
+
+void Escritorio::Cambiar(const QString &direccion)
+{
+    const auto avisar = [this](const qvx::ErrorEjecucion &error) {
+        qvx::Sistema().Mensaje("No se abrió la otra base de datos: sigue abierta la que estaba.\n\n"
+                                   + error.Descripcion(),
+                               qvx::mensaje::Exclamacion, "Quorvex", ventana->winId(), "QVX", "ERR-ID:1000065");
+    };
+    if (ventana->Ocupada())
+        return;
+    std::unique_ptr<qvx::Conexion> conexion;
+    Argumentos otros;
+    try {
+        otros = argumentos.Hacia(direccion);
+        ExigirBase(otros);
+        conexion = AbrirBaseConVentana(otros);
+        if (!conexion)
+            return;
+        OperadorDe(otros, *conexion); // while the present one is still open
+    } catch (const SinAcceso &error) {
+        qvx::Sistema().Detallar(error.Detalles());
+        return avisar(error);
+    } catch (const qvx::ErrorEjecucion &error) {
+        if (!QFileInfo::exists(direccion) && !otros.servidor)
+            ajustes::OlvidarBase(direccion);
+        return avisar(error);
+    }
+    // Between two windows there is none, and the program goes on.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const auto otraVez = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
+    Terminar();
+    const int fin = ConReporte([&] {
+        Empezar(otros, std::move(conexion), std::make_unique<InteraccionDelEscritorio>());
+        return salida::Hecho;
+    });
+    if (fin != salida::Hecho) // nothing is left to work with
+        QCoreApplication::exit(fin);
+}
+
+void Escritorio::Terminar()
+{
+    if (ventana)
+        ventana->close();
+    ventana.reset();
+    // The screen is destroyed by an event of its own, and belongs to this session.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    sesion.reset();
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/Argumentos.h"
+
+#include <QObject>
+#include <memory>
+
+class VentanaPrincipal;
+
+namespace qvx
+{
+class Conexion;
+class Interaccion;
+class Sesion;
+} // namespace qvx
+
+// What is open: one database at a time, its session and its window.
+class Escritorio : public QObject
+{
+    Q_OBJECT
+
+public:
+    Escritorio();
+    ~Escritorio() override;
+
+    // Signs in and shows the window. Raises an ErrorEjecucion.
+    void Empezar(const Argumentos &argumentos, std::unique_ptr<qvx::Conexion> conexion,
+                 std::unique_ptr<qvx::Interaccion> personas);
+    // Opens another database in the place of the one that is open, which stays when the other cannot be opened: the
+    // person is told why.
+    void Cambiar(const QString &direccion);
+
+    VentanaPrincipal *Ventana() const { return ventana.get(); }
+
+private:
+    void Terminar();
+
+    Argumentos argumentos;
+    std::unique_ptr<qvx::Sesion> sesion;
+    std::unique_ptr<VentanaPrincipal> ventana;
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QKeySequence>
+#include <functional>
+
+class QAction;
+class QMenu;
+class VentanaPrincipal;
+
+// A command of the window's menu, off while the window is busy. nombre: of the action.
+QAction *AgregarOrden(QMenu &menu, const VentanaPrincipal &ventana, const QString &nombre, const QString &texto,
+                      const QKeySequence &tecla, const std::function<void()> &hacer);
