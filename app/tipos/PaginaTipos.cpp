@@ -24,6 +24,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -153,14 +154,14 @@ void PaginaTipos::Actualizar()
 
 void PaginaTipos::Leer(bool todo)
 {
-    const bool primera = tipos.isEmpty();
+    porAjustar = porAjustar || tipos.isEmpty();
     QList<TipoDeEquipo> leidos = LeerTiposDeEquipo(Base());
     if (!todo)
         Conservar(tipos, leidos);
     tipos = leidos;
     conServicios = false;
     Llenar();
-    if (primera)
+    if (porAjustar)
         lvTipos->AjustarColumnas();
     cuenta.start(0);
 }
@@ -213,9 +214,11 @@ void PaginaTipos::ContarDesde(int desde)
     PonerEstado();
 }
 
-// Rows take their places by figures when all of them are known.
+// Rows take their places by figures, and columns the width of theirs, when all of them are known.
 void PaginaTipos::Terminar()
 {
+    if (std::exchange(porAjustar, false))
+        lvTipos->AjustarColumnas();
     const QHeaderView &titulos = *lvTipos->header();
     if (titulos.sortIndicatorSection() >= PrimeraCifra && titulos.sortIndicatorSection() <= UltimaCifra) {
         const QString clave = Elegida();
