@@ -85,7 +85,7 @@ PaginaTipos::PaginaTipos(bool deUnaVez, QWidget *padre)
     , modelo(new qvx::ModeloTabla(Columnas(), 0, this))
     , lblCuenta(new QLabel)
     , lblCifras(new QLabel)
-    , cmdAbrir(new QPushButton("&Abrir el plan"))
+    , cmdAbrir(new QPushButton("Abrir el &plan"))
     , serviciosPorVez(deUnaVez ? std::numeric_limits<int>::max() : ServiciosPorVez)
 {
     setObjectName("PaginaTipos");
