@@ -34,7 +34,6 @@ constexpr int ColumnaClave = 0;
 constexpr int ColumnaDescripcion = 1;
 constexpr int PrimeraCifra = 7;
 constexpr int UltimaCifra = 11;
-constexpr int HastaElMinuto = 16;     // letters of a date with its time
 constexpr int ServiciosPorVez = 5000; // some 50 ms
 constexpr int Espera = 200;           // milliseconds, for the end of a transaction
 
