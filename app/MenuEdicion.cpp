@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QMenuBar>
 
-MenuEdicion::MenuEdicion(QWidget &ventana_) : QMenu("&Edición", &ventana_), ventana(ventana_)
+MenuEdicion::MenuEdicion(QWidget &ventana_) : QMenu("E&dición", &ventana_), ventana(ventana_)
 {
     setObjectName("mnuEdicion");
     Agregar("mnuDeshacer", "&Deshacer", "Ctrl+Z", "undo", true);

@@ -185,7 +185,7 @@ void VentanaPrincipal::ActualizarPagina()
 
 void VentanaPrincipal::PonerHerramientas()
 {
-    QMenu *herramientas = menuBar()->addMenu("&Herramientas");
+    QMenu *herramientas = menuBar()->addMenu("Herra&mientas");
     herramientas->setObjectName("mnuHerramientas");
     AgregarOrden(*herramientas, *this, "mnuRevisarIntegridad", "&Revisar integridad…", {},
                  [this] { AbrirDialogo<DialogoIntegridad>(1000006); });

@@ -156,7 +156,7 @@ void RetratarTipos()
 {
     PaginaTipos pagina(true);
     coloresQVX::colorQVX::AplicarA(pagina);
-    pagina.resize(1300, 420);
+    pagina.resize(1366, 420);
     pagina.show();
     if (!QTest::qWaitForWindowActive(&pagina))
         qFatal("La ventana no se activó");

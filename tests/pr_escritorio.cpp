@@ -12,8 +12,9 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
-#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSettings>
@@ -39,6 +40,7 @@ private:
     static QStringList Renglones(const QWidget &pagina);
     static void Pagina(const QWidget &ventana, const char *orden) { En<QAction>(ventana, orden).trigger(); }
     static QString Abierta(const QWidget &ventana) { return En<Paginas>(ventana, "tabPaginas").Actual().nombre; }
+    static QString Letra(const QString &texto) { return texto.section('&', 1).left(1).toUpper(); }
     static bool ConSesion() { return qstrcmp(QTest::currentTestFunction(), "otraBase") != 0; }
 
     std::unique_ptr<QTemporaryDir> carpeta;
@@ -297,6 +299,12 @@ void PrEscritorio::manual()
         En<Paginas>(principal, "tabPaginas").Mostrar(pagina.nombre);
         Pagina(principal, "mnuManual");
         QCOMPARE(capitulo(), pagina.capitulo);
+        QString letras; // that Alt takes: none stands for two things
+        for (const QAction *menu : principal.menuBar()->actions())
+            letras += Letra(menu->text());
+        for (const auto *boton : principal.findChildren<QPushButton *>())
+            letras += boton->isVisible() ? Letra(boton->text()) : QString();
+        QCOMPARE(QSet<QChar>(letras.cbegin(), letras.cend()).size(), letras.size());
     }
     QVERIFY(texto.verticalScrollBar()->value() > 0);
     Pagina(principal, "mnuTeclas");

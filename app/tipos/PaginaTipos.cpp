@@ -24,6 +24,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -33,7 +34,6 @@ constexpr int ColumnaClave = 0;
 constexpr int ColumnaDescripcion = 1;
 constexpr int PrimeraCifra = 7;
 constexpr int UltimaCifra = 11;
-constexpr int HastaElMinuto = 16;     // letters of a date with its time
 constexpr int ServiciosPorVez = 5000; // some 50 ms
 constexpr int Espera = 200;           // milliseconds, for the end of a transaction
 
@@ -84,7 +84,7 @@ PaginaTipos::PaginaTipos(bool deUnaVez, QWidget *padre)
     , modelo(new qvx::ModeloTabla(Columnas(), 0, this))
     , lblCuenta(new QLabel)
     , lblCifras(new QLabel)
-    , cmdAbrir(new QPushButton("&Abrir el plan"))
+    , cmdAbrir(new QPushButton("Abrir el &plan"))
     , serviciosPorVez(deUnaVez ? std::numeric_limits<int>::max() : ServiciosPorVez)
 {
     setObjectName("PaginaTipos");
@@ -153,14 +153,14 @@ void PaginaTipos::Actualizar()
 
 void PaginaTipos::Leer(bool todo)
 {
-    const bool primera = tipos.isEmpty();
+    porAjustar = porAjustar || tipos.isEmpty();
     QList<TipoDeEquipo> leidos = LeerTiposDeEquipo(Base());
     if (!todo)
         Conservar(tipos, leidos);
     tipos = leidos;
     conServicios = false;
     Llenar();
-    if (primera)
+    if (porAjustar)
         lvTipos->AjustarColumnas();
     cuenta.start(0);
 }
@@ -213,9 +213,11 @@ void PaginaTipos::ContarDesde(int desde)
     PonerEstado();
 }
 
-// Rows take their places by figures when all of them are known.
+// Rows take their places by figures, and columns the width of theirs, when all of them are known.
 void PaginaTipos::Terminar()
 {
+    if (std::exchange(porAjustar, false))
+        lvTipos->AjustarColumnas();
     const QHeaderView &titulos = *lvTipos->header();
     if (titulos.sortIndicatorSection() >= PrimeraCifra && titulos.sortIndicatorSection() <= UltimaCifra) {
         const QString clave = Elegida();

@@ -57,6 +57,7 @@ private:
     QPushButton *cmdAbrir;
     QList<TipoDeEquipo> tipos;
     bool conServicios = false; // they were counted since the types were read
+    bool porAjustar = false;   // the columns, to all that is read for the first time
     QTimer cuenta;             // the next step
     int serviciosPorVez;
 };
