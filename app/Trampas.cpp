@@ -1,6 +1,7 @@
 #include "app/Trampas.h"
 
 #include "data/ErrorEjecucion.h"
+#include "session/Interaccion.h"
 #include "session/Sistema.h"
 
 void ConTrampa(const QWidget &ventana, int identificador, const std::function<void()> &pasos)

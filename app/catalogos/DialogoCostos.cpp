@@ -1,5 +1,6 @@
 #include "app/catalogos/DialogoCostos.h"
 
+#include "app/Trampas.h"
 #include "app/catalogos/FiltroDeLista.h"
 #include "app/catalogos/ListaDePlan.h"
 #include "app/catalogos/ModeloCostos.h"
