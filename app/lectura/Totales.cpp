@@ -1,0 +1,161 @@
+#include "app/lectura/Totales.h"
+
+#include "data/Texto.h"
+#include "plan/Claves.h"
+
+#include <QSet>
+#include <array>
+
+namespace lectura
+{
+
+namespace
+{
+
+constexpr double DiasDelAno = 365;
+
+// Sums of many services: what binary fractions leave behind would be seen.
+class Sumador
+{
+public:
+    void Agregar(const Servicio &servicio)
+    {
+        ++cuenta.servicios;
+        cuenta.noActivos += servicio.Activo() ? 0 : 1;
+        unaVez.Agregar(servicio, 1);
+        if (servicio.dias > 0)
+            alAno.Agregar(servicio, DiasDelAno / servicio.dias);
+        else if (servicio.lectura > 0)
+            ++cuenta.soloPorLectura;
+        else
+            ++cuenta.sinFrecuencia;
+    }
+    void Agregar(const Sumador &otro)
+    {
+        cuenta.servicios += otro.cuenta.servicios;
+        cuenta.noActivos += otro.cuenta.noActivos;
+        cuenta.soloPorLectura += otro.cuenta.soloPorLectura;
+        cuenta.sinFrecuencia += otro.cuenta.sinFrecuencia;
+        unaVez.Agregar(otro.unaVez);
+        alAno.Agregar(otro.alAno);
+    }
+    Totales Resultado() const
+    {
+        Totales totales = cuenta;
+        totales.unaVez = unaVez.Resultado();
+        totales.alAno = alAno.Resultado();
+        return totales;
+    }
+
+private:
+    struct Sumas {
+        std::array<long double, 7> sumas{};
+
+        void Agregar(const Servicio &servicio, double veces)
+        {
+            const std::array<double, 7> sumandos{
+                1,
+                servicio.horas,
+                servicio.conParo ? servicio.horasParo : 0,
+                servicio.manoObra,
+                servicio.refacciones,
+                servicio.herramientas,
+                servicio.precio,
+            };
+            for (std::size_t i = 0; i < sumas.size(); ++i)
+                sumas.at(i) += static_cast<long double>(sumandos.at(i)) * static_cast<long double>(veces);
+        }
+        void Agregar(const Sumas &otras)
+        {
+            for (std::size_t i = 0; i < sumas.size(); ++i)
+                sumas.at(i) += otras.sumas.at(i);
+        }
+        Totales::Importes Resultado() const
+        {
+            const auto valor = [](long double suma) { return qvx::NumeroATexto(static_cast<double>(suma)).toDouble(); };
+            Totales::Importes importes{
+                valor(sumas[0]), valor(sumas[1]), valor(sumas[2]), valor(sumas[3]), valor(sumas[4]), valor(sumas[5]), 0,
+                valor(sumas[6])};
+            importes.costo = valor(sumas[3] + sumas[4]);
+            importes.utilidad = valor(sumas[6] - sumas[3] - sumas[4]);
+            importes.porcentaje = importes.precio == 0 ? 0 : importes.utilidad / importes.precio * 100;
+            return importes;
+        }
+    };
+
+    Totales cuenta;
+    Sumas unaVez;
+    Sumas alAno;
+};
+
+bool Llega(const qvx::Parte *parte)
+{
+    return parte && parte->alcance == qvx::Parte::Alcance::Llega;
+}
+
+} // namespace
+
+Totales Sumar(const Plan &plan, const QList<int> &cuales)
+{
+    Sumador sumador;
+    for (const int cual : cuales)
+        sumador.Agregar(plan.servicios.at(cual));
+    return sumador.Resultado();
+}
+
+QHash<QString, Totales> SumarPorParte(const Plan &plan)
+{
+    QHash<QString, Sumador> propios;
+    Sumador sueltos;
+    for (const Servicio &servicio : plan.servicios) {
+        const qvx::Parte *parte = plan.arbol.Buscar(servicio.leido.parte);
+        if (parte)
+            propios[parte->clave].Agregar(servicio);
+        if (!Llega(parte))
+            sueltos.Agregar(servicio);
+    }
+    QHash<QString, Sumador> sumas;
+    for (auto propio = propios.cbegin(); propio != propios.cend(); ++propio) {
+        QSet<QString> vistas; // a ring ends where it began
+        for (const qvx::Parte *parte = plan.arbol.Buscar(propio.key()); parte && !vistas.contains(parte->clave);
+             parte = plan.arbol.Buscar(parte->padre)) {
+            vistas.insert(parte->clave);
+            sumas[parte->clave].Agregar(*propio);
+        }
+    }
+    QHash<QString, Totales> totales;
+    for (auto suma = sumas.cbegin(); suma != sumas.cend(); ++suma)
+        totales.insert(suma.key(), suma->Resultado());
+    totales.insert({}, sueltos.Resultado());
+    return totales;
+}
+
+QList<int> ServiciosBajo(const Plan &plan, const QString &parte)
+{
+    const bool todos = qvx::claves::EsRaiz(parte);
+    QHash<QString, bool> debajo; // of each part that was looked at
+    const auto estaDebajo = [&](const QString &clave) {
+        QStringList camino;
+        bool esta = false;
+        for (const qvx::Parte *actual = plan.arbol.Buscar(clave); actual && !camino.contains(actual->clave);
+             actual = plan.arbol.Buscar(actual->padre)) {
+            const auto sabido = debajo.constFind(actual->clave);
+            esta = actual->clave == parte || (sabido != debajo.constEnd() && *sabido);
+            if (esta || sabido != debajo.constEnd())
+                break;
+            camino.append(actual->clave);
+        }
+        for (const QString &vista : std::as_const(camino))
+            debajo.insert(vista, esta);
+        return esta;
+    };
+    QList<int> cuales;
+    for (int i = 0; i < plan.servicios.size(); ++i) {
+        const QString &suya = plan.servicios.at(i).leido.parte;
+        if (todos || (parte.isEmpty() ? !Llega(plan.arbol.Buscar(suya)) : estaDebajo(suya)))
+            cuales.append(i);
+    }
+    return cuales;
+}
+
+} // namespace lectura
