@@ -82,10 +82,10 @@ void DialogoDeLote::Mostrar(const propuestas::Propuesta &propuesta)
     const auto quedan = propuesta.filas.size() - van;
     QString resumen = propuesta.objecion;
     if (resumen.isEmpty()) {
-        resumen = textos.hecho + " " + Cuantos(van, textos.uno, textos.varios) + ".";
+        resumen = textos.hecho + ": " + Cuantos(van, textos.uno, textos.varios) + ".";
         if (quedan > 0)
-            resumen += " " + QString(quedan == 1 ? "Se queda como está " : "Se quedan como están ")
-                       + Cuantos(quedan, textos.uno, textos.varios) + ", por el motivo que dice la lista.";
+            resumen += " Se quedan como están: " + Cuantos(quedan, textos.uno, textos.varios)
+                       + ", por el motivo que dice la lista.";
         if (propuesta.importe != propuesta.importeNuevo)
             resumen += " Sus precios suman " + servicios::Dinero(propuesta.importe) + " y sumarán "
                        + servicios::Dinero(propuesta.importeNuevo) + ".";
