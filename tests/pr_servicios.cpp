@@ -520,8 +520,9 @@ void PrServicios::pagina()
     const auto *totales = En<QTreeView>(hoja, "lvTotales").model();
     QCOMPARE(totales->index(3, 0).data().toString(), "0001 y lo de abajo, al año");
     QCOMPARE(totales->index(3, 7).data().toString(), "$5,727.26"); // 365/30 of 420.65, 365/90 of 150.25
-    QCOMPARE(totales->index(3, 11).data().toString(), "1 solo por lectura, aparte");
-    QCOMPARE(totales->index(5, 11).data().toString(), "1 solo por lectura, aparte; 1 sin frecuencia, aparte");
+    auto &nota = En<QLabel>(hoja, "lblNotaDeTotales");
+    QCOMPARE(nota.text(),
+             "De lo que se muestra, se cuentan 1 que no está activo, al año no cuentan 1 solo por lectura.");
 
     QSignalSpy pedido(&hoja, &PaginaServicios::ServicioPedido);
     tabla.sortByColumn(servicios::Folio, Qt::AscendingOrder);

@@ -3,6 +3,7 @@
 #include "data/Conexion.h"
 #include "data/Momento.h"
 #include "data/Texto.h"
+#include "plan/Claves.h"
 #include "plan/Costos.h"
 #include "plan/RegistrosDeCatalogo.h"
 
@@ -20,12 +21,6 @@ struct Lineas {
     double refacciones = 0;
     double herramientas = 0;
 };
-
-// As many digits as count: sums of binary fractions leave more behind.
-double Redondeado(double numero)
-{
-    return qvx::NumeroATexto(numero).toDouble();
-}
 
 QString ClaveDeServicio(const QString &parte, const QString &folio)
 {
@@ -53,8 +48,9 @@ QHash<QString, Lineas> LeerLineas(qvx::Conexion &conexion, const QString &tipoEq
                               "FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = ? GROUP BY Tep_ID, Pm_ID",
                               {tipoEquipo});
          !filas.Eof(); filas.MoveNext())
-        lineas.insert(ClaveDeServicio(filas.Texto(0), filas.Texto(1)),
-                      {Redondeado(filas.Numero(2)), Redondeado(filas.Numero(3)), Redondeado(filas.Numero(4))});
+        lineas.insert(
+            ClaveDeServicio(filas.Texto(0), filas.Texto(1)),
+            {qvx::Redondeado(filas.Numero(2)), qvx::Redondeado(filas.Numero(3)), qvx::Redondeado(filas.Numero(4))});
     return lineas;
 }
 
@@ -69,12 +65,43 @@ Situacion SituacionDe(const qvx::Parte *parte, const QString &estado)
     return estado == qvx::estado::Activo ? Situacion::Activo : Situacion::ServicioDeBaja;
 }
 
+// Parts as their services need them, each looked for once.
+class PartesVistas
+{
+public:
+    struct Vista {
+        const qvx::Parte *parte = nullptr;
+        QString ruta;
+    };
+    explicit PartesVistas(const qvx::Arbol &arbol_) : arbol(arbol_) {}
+
+    Vista De(const QString &clave)
+    {
+        const auto vista = vistas.constFind(clave);
+        if (vista != vistas.constEnd())
+            return *vista;
+        Vista nueva{arbol.Buscar(clave), {}};
+        // The path of what stands above is known to most; a ring's is not built up.
+        if (!nueva.parte || nueva.parte->alcance != qvx::Parte::Alcance::Llega)
+            nueva.ruta = arbol.Ruta(clave);
+        else if (qvx::claves::EsRaiz(nueva.parte->padre))
+            nueva.ruta = nueva.parte->descripcion;
+        else
+            nueva.ruta = De(nueva.parte->padre).ruta + " / " + nueva.parte->descripcion;
+        return *vistas.insert(clave, nueva);
+    }
+
+private:
+    const qvx::Arbol &arbol;
+    QHash<QString, Vista> vistas;
+};
+
 void Costear(Servicio &servicio, const Lineas &lineas)
 {
     servicio.manoObra = lineas.manoObra;
     servicio.refacciones = lineas.refacciones;
     servicio.herramientas = lineas.herramientas;
-    const qvx::Costeo costeo = qvx::Costear(servicio.precio, Redondeado(lineas.manoObra + lineas.refacciones));
+    const qvx::Costeo costeo = qvx::Costear(servicio.precio, qvx::Redondeado(lineas.manoObra + lineas.refacciones));
     servicio.costo = costeo.costo;
     servicio.utilidad = costeo.utilidad;
     servicio.porcentaje = costeo.porcentaje;
@@ -109,7 +136,7 @@ Plan LeerPlan(qvx::Conexion &conexion, const QString &tipoEquipo)
     LeerTipo(conexion, plan);
     plan.arbol = qvx::ArbolDelPlan(conexion, plan.tipoEquipo);
     const QHash<QString, Lineas> lineas = LeerLineas(conexion, plan.tipoEquipo);
-    QHash<QString, QString> rutas;
+    PartesVistas partes(plan.arbol);
     for (auto filas = conexion.Execute(
              "SELECT s.Tep_ID, s.Pm_ID, s.Version AS Sello, s.Ts_Cve_Tipo_Servicio, t.Ts_Descripcion, s.Pm_Frecuencia, "
              "s.Pm_Lectura, s.Pm_Unidad_Lectura, s.Pm_Tiempo_Estimado, s.Pm_Requiere_Paro, s.Pm_Tiempo_Paro, "
@@ -121,11 +148,9 @@ Plan LeerPlan(qvx::Conexion &conexion, const QString &tipoEquipo)
          !filas.Eof(); filas.MoveNext()) {
         Servicio servicio = Leer(filas, plan.tipoEquipo);
         const QString &parte = servicio.leido.parte;
-        auto ruta = rutas.constFind(parte);
-        if (ruta == rutas.constEnd())
-            ruta = rutas.insert(parte, plan.arbol.Ruta(parte));
-        servicio.ruta = *ruta;
-        servicio.situacion = SituacionDe(plan.arbol.Buscar(parte), servicio.estado);
+        const PartesVistas::Vista vista = partes.De(parte);
+        servicio.ruta = vista.ruta;
+        servicio.situacion = SituacionDe(vista.parte, servicio.estado);
         Costear(servicio, lineas.value(ClaveDeServicio(parte, servicio.leido.folio)));
         plan.servicios.append(std::move(servicio));
     }

@@ -1,10 +1,11 @@
 #include "app/lectura/Totales.h"
 
-#include "data/Texto.h"
 #include "plan/Claves.h"
+#include "plan/Costos.h"
 
 #include <QSet>
 #include <array>
+#include <vector>
 
 namespace lectura
 {
@@ -39,6 +40,7 @@ public:
         unaVez.Agregar(otro.unaVez);
         alAno.Agregar(otro.alAno);
     }
+    bool Vacia() const { return cuenta.servicios == 0; }
     Totales Resultado() const
     {
         Totales totales = cuenta;
@@ -72,7 +74,7 @@ private:
         }
         Totales::Importes Resultado() const
         {
-            const auto valor = [](long double suma) { return qvx::NumeroATexto(static_cast<double>(suma)).toDouble(); };
+            const auto valor = [](long double suma) { return qvx::Redondeado(static_cast<double>(suma)); };
             Totales::Importes importes{
                 valor(sumas[0]), valor(sumas[1]), valor(sumas[2]), valor(sumas[3]), valor(sumas[4]), valor(sumas[5]), 0,
                 valor(sumas[6])};
@@ -93,6 +95,66 @@ bool Llega(const qvx::Parte *parte)
     return parte && parte->alcance == qvx::Parte::Alcance::Llega;
 }
 
+// Sums of parts, which those of what is below them come to.
+class Ramas
+{
+public:
+    explicit Ramas(const qvx::Arbol &arbol)
+    {
+        for (const auto &[clave, parte] : arbol.Partes()) {
+            lugares.insert(clave, static_cast<int>(ramas.size()));
+            ramas.push_back({&parte, -1, {}, {}});
+        }
+        for (Rama &rama : ramas)
+            rama.padre = lugares.value(rama.parte->padre, -1);
+    }
+    void Agregar(const Servicio &servicio)
+    {
+        const int lugar = lugares.value(servicio.leido.parte, -1);
+        if (lugar >= 0)
+            ramas[lugar].propia.Agregar(servicio);
+        if (lugar < 0 || !Llega(ramas[lugar].parte))
+            sueltos.Agregar(servicio);
+    }
+    QHash<QString, Totales> Resultado()
+    {
+        for (std::size_t i = 0; i < ramas.size(); ++i)
+            Subir(i);
+        QHash<QString, Totales> totales;
+        for (const Rama &rama : ramas)
+            if (!rama.suma.Vacia())
+                totales.insert(rama.parte->clave, rama.suma.Resultado());
+        totales.insert({}, sueltos.Resultado());
+        return totales;
+    }
+
+private:
+    struct Rama {
+        const qvx::Parte *parte = nullptr;
+        int padre = -1;
+        Sumador propia;
+        Sumador suma;
+    };
+
+    void Subir(std::size_t desde)
+    {
+        if (ramas[desde].propia.Vacia())
+            return;
+        QSet<int> vistas; // a ring ends where it is met again
+        const bool puedeVolver = !Llega(ramas[desde].parte);
+        for (int actual = static_cast<int>(desde); actual >= 0 && !vistas.contains(actual);
+             actual = ramas[actual].padre) {
+            if (puedeVolver)
+                vistas.insert(actual);
+            ramas[actual].suma.Agregar(ramas[desde].propia);
+        }
+    }
+
+    std::vector<Rama> ramas;
+    QHash<QString, int> lugares;
+    Sumador sueltos;
+};
+
 } // namespace
 
 Totales Sumar(const Plan &plan, const QList<int> &cuales)
@@ -105,29 +167,10 @@ Totales Sumar(const Plan &plan, const QList<int> &cuales)
 
 QHash<QString, Totales> SumarPorParte(const Plan &plan)
 {
-    QHash<QString, Sumador> propios;
-    Sumador sueltos;
-    for (const Servicio &servicio : plan.servicios) {
-        const qvx::Parte *parte = plan.arbol.Buscar(servicio.leido.parte);
-        if (parte)
-            propios[parte->clave].Agregar(servicio);
-        if (!Llega(parte))
-            sueltos.Agregar(servicio);
-    }
-    QHash<QString, Sumador> sumas;
-    for (auto propio = propios.cbegin(); propio != propios.cend(); ++propio) {
-        QSet<QString> vistas; // a ring ends where it began
-        for (const qvx::Parte *parte = plan.arbol.Buscar(propio.key()); parte && !vistas.contains(parte->clave);
-             parte = plan.arbol.Buscar(parte->padre)) {
-            vistas.insert(parte->clave);
-            sumas[parte->clave].Agregar(*propio);
-        }
-    }
-    QHash<QString, Totales> totales;
-    for (auto suma = sumas.cbegin(); suma != sumas.cend(); ++suma)
-        totales.insert(suma.key(), suma->Resultado());
-    totales.insert({}, sueltos.Resultado());
-    return totales;
+    Ramas ramas(plan.arbol);
+    for (const Servicio &servicio : plan.servicios)
+        ramas.Agregar(servicio);
+    return ramas.Resultado();
 }
 
 QList<int> ServiciosBajo(const Plan &plan, const QString &parte)

@@ -16,7 +16,7 @@ double EnCentavos(double importe)
     return std::round(importe * 100) / 100;
 }
 
-QVariantList Fila(const QString &de, double cuantos, const lectura::Totales::Importes &importes, const QString &nota)
+QVariantList Fila(const QString &de, double cuantos, const lectura::Totales::Importes &importes)
 {
     return {de,
             EnCentavos(cuantos),
@@ -28,20 +28,7 @@ QVariantList Fila(const QString &de, double cuantos, const lectura::Totales::Imp
             EnCentavos(importes.costo),
             EnCentavos(importes.precio),
             EnCentavos(importes.utilidad),
-            EnCentavos(importes.porcentaje),
-            nota};
-}
-
-QString Notas(const QStringList &notas)
-{
-    QStringList dichas = notas;
-    dichas.removeAll({});
-    return dichas.join("; ");
-}
-
-QString Nota(int cuantos, const QString &uno, const QString &varios)
-{
-    return cuantos == 0 ? QString() : Cuantos(cuantos, uno, varios);
+            EnCentavos(importes.porcentaje)};
 }
 
 } // namespace
@@ -59,17 +46,25 @@ QList<qvx::ColumnaDeTabla> Columnas()
             {"Costo", Clase::Dinero},
             {"Precio", Clase::Dinero},
             {"Utilidad", Clase::Dinero},
-            {"% utilidad", Clase::Numero},
-            {"Nota"}};
+            {"% utilidad", Clase::Numero}};
 }
 
 QList<QVariantList> Filas(const QString &de, const lectura::Totales &totales)
 {
-    return {Fila(de, totales.servicios, totales.unaVez,
-                 Nota(totales.noActivos, "no está activo y se cuenta", "no están activos y se cuentan")),
-            Fila(de + ", al año", totales.alAno.veces, totales.alAno,
-                 Notas({Nota(totales.soloPorLectura, "solo por lectura, aparte", "solo por lectura, aparte"),
-                        Nota(totales.sinFrecuencia, "sin frecuencia, aparte", "sin frecuencia, aparte")}))};
+    return {Fila(de, totales.servicios, totales.unaVez), Fila(de + ", al año", totales.alAno.veces, totales.alAno)};
+}
+
+QString Nota(const lectura::Totales &totales)
+{
+    QStringList notas;
+    if (totales.noActivos > 0)
+        notas.append("se cuentan " + Cuantos(totales.noActivos, "que no está activo", "que no están activos"));
+    if (totales.soloPorLectura > 0)
+        notas.append("al año no cuentan " + Cuantos(totales.soloPorLectura, "solo por lectura", "solo por lectura"));
+    if (totales.sinFrecuencia > 0)
+        notas.append((totales.soloPorLectura > 0 ? "ni " : "al año no cuentan ")
+                     + Cuantos(totales.sinFrecuencia, "sin frecuencia", "sin frecuencia"));
+    return notas.isEmpty() ? QString() : "De lo que se muestra, " + notas.join(", ") + ".";
 }
 
 } // namespace totales

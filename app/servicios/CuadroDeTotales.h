@@ -8,7 +8,9 @@ namespace totales
 {
 
 QList<qvx::ColumnaDeTabla> Columnas();
-// de: whose totals they are, which says how many of them are not in force.
+// de: whose totals they are.
 QList<QVariantList> Filas(const QString &de, const lectura::Totales &totales);
+// What of the services shown is counted though it is not in force, and what is not counted per year; "" for nothing.
+QString Nota(const lectura::Totales &totales);
 
 } // namespace totales

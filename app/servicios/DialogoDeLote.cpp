@@ -17,7 +17,10 @@ namespace
 {
 
 constexpr QSize TamanoDeLote{980, 600};
+constexpr int ColumnaAntes = 2;
 constexpr int ColumnaDespues = 3;
+constexpr int ColumnaMotivo = 4;
+constexpr int AnchoDeValor = 230;
 
 QLabel *RotuloLargo(const QString &nombre, const QString &texto)
 {
@@ -58,7 +61,8 @@ DialogoDeLote::DialogoDeLote(QWidget *duena, const Textos &textos_, std::functio
     botones->addWidget(cmdAceptar);
     botones->addWidget(cmdCancelar);
     disposicion->addLayout(botones);
-    lista->Poner(modelo, ColumnaDespues, -1);
+    lista->Poner(modelo, ColumnaMotivo, -1);
+    lista->setTextElideMode(Qt::ElideMiddle);
     connect(cmdAceptar, &QPushButton::clicked, this, &DialogoDeLote::Aceptar);
     connect(cmdCancelar, &QPushButton::clicked, this, &QDialog::reject);
     resize(qvx::Formulario::Cabida(*this, TamanoDeLote));
@@ -77,7 +81,7 @@ void DialogoDeLote::Mostrar(const propuestas::Propuesta &propuesta)
         filas.append({fila.clave, fila.nombre, fila.antes, fila.despues, fila.motivo});
     modelo->Llenar(filas);
     if (isVisible())
-        lista->AjustarColumnas();
+        Ajustar();
     const int van = propuesta.Cuantos();
     const auto quedan = propuesta.filas.size() - van;
     QString resumen = propuesta.objecion;
@@ -92,6 +96,21 @@ void DialogoDeLote::Mostrar(const propuestas::Propuesta &propuesta)
     }
     lblResumen->setText(resumen);
     cmdAceptar->setEnabled(van > 0);
+}
+
+// Paths are cut, so that what becomes of each stays in sight.
+void DialogoDeLote::Ajustar()
+{
+    lista->AjustarColumnas();
+    for (const int columna : {ColumnaAntes, ColumnaDespues})
+        if (lista->columnWidth(columna) > AnchoDeValor)
+            lista->setColumnWidth(columna, AnchoDeValor);
+}
+
+void DialogoDeLote::showEvent(QShowEvent *evento)
+{
+    QDialog::showEvent(evento);
+    Ajustar();
 }
 
 bool DialogoDeLote::Preguntar()

@@ -41,7 +41,11 @@ public:
     // It was tried to write, and failed: what the page shows may be out of date.
     bool Fallo() const { return fallo; }
 
+protected:
+    void showEvent(QShowEvent *evento) override;
+
 private:
+    void Ajustar();
     void Aceptar();
 
     Textos textos;

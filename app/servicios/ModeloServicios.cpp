@@ -194,16 +194,16 @@ int ModeloServicios::Servicio(const QModelIndex &indice) const
                       : mostrados.at(indice.row());
 }
 
-QModelIndex ModeloServicios::Indice(int servicio) const
+void ModeloServicios::Recorrer(const std::function<void(int, const QModelIndex &)> &ver) const
 {
-    if (!EnGrupos()) {
-        const auto fila = mostrados.indexOf(servicio);
-        return fila < 0 ? QModelIndex() : index(static_cast<int>(fila), 0);
-    }
+    const auto deUno = [&](const QList<int> &cuales, const QModelIndex &padre) {
+        for (int fila = 0; fila < cuales.size(); ++fila)
+            ver(cuales.at(fila), index(fila, 0, padre));
+    };
+    if (!EnGrupos())
+        return deUno(mostrados, {});
     for (int grupo = 0; grupo < grupos.size(); ++grupo)
-        if (const auto fila = grupos.at(grupo).servicios.indexOf(servicio); fila >= 0)
-            return index(static_cast<int>(fila), 0, index(grupo, 0));
-    return {};
+        deUno(grupos.at(grupo).servicios, index(grupo, 0));
 }
 
 QString ModeloServicios::TextoDeGrupo(const Grupo &grupo, int columna) const

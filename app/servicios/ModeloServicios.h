@@ -4,6 +4,7 @@
 #include "app/servicios/FiltroDeServicios.h"
 
 #include <QAbstractItemModel>
+#include <functional>
 
 // The services of a plan as a table, filtered and sorted; or in groups, of which each tells what its services add up
 // to. A service keeps its place in the plan's list whatever is shown.
@@ -26,9 +27,10 @@ public:
     void PonerEnColumna(int columna, const QString &texto);
     void Agrupar(Grupos grupos);
 
-    // The service of a row, -1 for a group's; and its first column, not valid for one that is not shown.
+    // The service of a row, -1 for a group's.
     int Servicio(const QModelIndex &indice) const;
-    QModelIndex Indice(int servicio) const;
+    // The rows of services, in the order of Mostrados().
+    void Recorrer(const std::function<void(int servicio, const QModelIndex &indice)> &ver) const;
     // The services shown, in their order.
     const QList<int> &Mostrados() const { return mostrados; }
     const lectura::Totales &Total() const { return total; }

@@ -42,7 +42,7 @@ namespace
 
 constexpr int AnchoDeRuta = 280;
 constexpr int AnchoDeNombre = 170;
-constexpr int AnchoDePartes = 300;
+constexpr int AnchoDePartes = 350;
 
 QString AyudaDeFiltro(int columna)
 {
@@ -67,6 +67,7 @@ PaginaServicios::PaginaServicios(QWidget *padre)
     , cboAgrupar(new QComboBox)
     , lblCuenta(new QLabel)
     , lblAviso(new QLabel)
+    , lblNota(new QLabel)
 {
     setObjectName("PaginaServicios");
     PonerTabla();
@@ -75,20 +76,24 @@ PaginaServicios::PaginaServicios(QWidget *padre)
     lblAviso->setObjectName("lblAvisoDelPlan");
     lblAviso->setTextFormat(Qt::PlainText);
     lblAviso->setWordWrap(true);
+    lblNota->setObjectName("lblNotaDeTotales");
+    lblNota->setWordWrap(true);
     auto *tablas = new QSplitter(Qt::Vertical);
     tablas->addWidget(lvServicios);
     tablas->addWidget(lvTotales);
     tablas->setStretchFactor(0, 1);
+    tablas->setCollapsible(0, false);
     auto *lados = new QSplitter(Qt::Horizontal);
     lados->addWidget(tvPartes);
     lados->addWidget(tablas);
     lados->setStretchFactor(1, 1);
-    lados->setSizes({AnchoDePartes, 3 * AnchoDePartes});
+    lados->setSizes({AnchoDePartes, 1000});
     auto *disposicion = new QVBoxLayout(this);
     disposicion->setContentsMargins(12, 12, 12, 8);
     disposicion->addWidget(Busqueda());
     disposicion->addWidget(lblAviso);
     disposicion->addWidget(lados, 1);
+    disposicion->addWidget(lblNota);
     disposicion->addWidget(Acciones());
     setFocusProxy(txtBuscar);
     Avisar();
@@ -170,6 +175,9 @@ void PaginaServicios::PonerArbol()
     tvPartes->setObjectName("tvPartesDelPlan");
     tvPartes->setAccessibleName("Partes del plan");
     tvPartes->setContextMenuPolicy(Qt::ActionsContextMenu);
+    tvPartes->header()->setStretchLastSection(false);
+    tvPartes->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tvPartes->header()->setSectionResizeMode(ModeloPartes::Parte, QHeaderView::Stretch);
     connect(tvPartes->selectionModel(), &QItemSelectionModel::currentChanged, this, &PaginaServicios::AlCambiarParte);
     connect(tvPartes, &ArbolDePartes::ServiciosSoltados, this, &PaginaServicios::AlSoltarServicios);
     connect(tvPartes, &ArbolDePartes::ParteSoltada, this, &PaginaServicios::AlSoltarParte);
@@ -177,7 +185,7 @@ void PaginaServicios::PonerArbol()
 
 void PaginaServicios::PonerTotales()
 {
-    lvTotales->Poner(totales, static_cast<int>(totales::Columnas().size()) - 1, -1);
+    lvTotales->Poner(totales, 0, -1);
     lvTotales->header()->setSectionsClickable(false);
     lvTotales->setSelectionMode(QAbstractItemView::NoSelection);
     lvTotales->setTabKeyNavigation(false);
@@ -264,21 +272,32 @@ QString PaginaServicios::ParteElegida() const
     return partes->Clave(tvPartes->currentIndex());
 }
 
+// Neighbours are chosen as one range: a view asks all ranges about each row that it paints.
 void PaginaServicios::Elegir(const QStringList &folios, const QString &actual)
 {
     const QSet<QString> buscados(folios.begin(), folios.end());
     QItemSelection seleccion;
     QModelIndex cursor;
-    for (const int servicio : modelo->Mostrados()) {
+    QModelIndex desde;
+    QModelIndex hasta;
+    const auto cerrar = [&] {
+        if (desde.isValid())
+            seleccion.append(QItemSelectionRange(desde, hasta));
+        desde = hasta = {};
+    };
+    modelo->Recorrer([&](int servicio, const QModelIndex &indice) {
         const QString &folio = Plan().servicios.at(servicio).leido.folio;
-        if (!buscados.contains(folio) && folio != actual)
-            continue;
-        const QModelIndex indice = modelo->Indice(servicio);
-        if (buscados.contains(folio))
-            seleccion.select(indice, indice);
         if (folio == actual)
             cursor = indice;
-    }
+        const bool elegido = buscados.contains(folio);
+        if (!elegido || indice.parent() != hasta.parent())
+            cerrar();
+        if (elegido) {
+            desde = desde.isValid() ? desde : indice;
+            hasta = indice;
+        }
+    });
+    cerrar();
     if (cursor.isValid())
         lvServicios->selectionModel()->setCurrentIndex(cursor, QItemSelectionModel::NoUpdate);
     lvServicios->selectionModel()->select(seleccion, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
@@ -366,10 +385,6 @@ void PaginaServicios::Leer()
         lvServicios->resizeColumnToContents(columna);
     lvServicios->setColumnWidth(servicios::Ruta, AnchoDeRuta);
     lvServicios->setColumnWidth(servicios::Nombre, qMin(lvServicios->columnWidth(servicios::Nombre), AnchoDeNombre));
-    for (int columna = 0; columna < ModeloPartes::Columnas; ++columna)
-        tvPartes->resizeColumnToContents(columna);
-    tvPartes->setColumnWidth(ModeloPartes::Parte,
-                             qMin(tvPartes->columnWidth(ModeloPartes::Parte), AnchoDePartes * 2 / 3));
     lvTotales->AjustarColumnas();
 }
 
@@ -412,6 +427,8 @@ void PaginaServicios::Sumar()
         filas += totales::Filas(parte.isEmpty() ? QString("Fuera del árbol") : parte + " y lo de abajo", bajo(parte));
     filas += totales::Filas("Todo el plan", bajo(qvx::claves::Raiz));
     totales->Llenar(filas);
+    lblNota->setText(totales::Nota(modelo->Total()));
+    lblNota->setVisible(!lblNota->text().isEmpty());
     if (isVisible())
         lvTotales->AjustarColumnas();
 }

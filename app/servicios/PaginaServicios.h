@@ -103,6 +103,7 @@ private:
     QComboBox *cboAgrupar;
     QLabel *lblCuenta;
     QLabel *lblAviso;
+    QLabel *lblNota;
     QList<QAction *> deServicios; // what is done to the services chosen
     QAction *accAbrir = nullptr;
     QAction *accMoverParte = nullptr;

@@ -45,10 +45,12 @@ void Arbol::RecorrerDesde(const QString &desde)
 {
     QStringList camino;
     QString clave = desde;
-    while (clave != claves::Raiz && partes.count(clave) > 0 && partes.at(clave).alcance == Alcance::SinVer) {
+    for (auto actual = partes.find(clave);
+         clave != claves::Raiz && actual != partes.end() && actual->second.alcance == Alcance::SinVer;
+         actual = partes.find(clave)) {
         camino.append(clave);
-        partes.at(clave).alcance = Alcance::EnCamino;
-        clave = partes.at(clave).padre;
+        actual->second.alcance = Alcance::EnCamino;
+        clave = actual->second.padre;
     }
     if (camino.isEmpty())
         return;
