@@ -1,7 +1,6 @@
 #include "app/lectura/Totales.h"
 
 #include "plan/Claves.h"
-#include "plan/Costos.h"
 
 #include <QSet>
 #include <array>
@@ -15,7 +14,7 @@ namespace
 
 constexpr double DiasDelAno = 365;
 
-// Sums of many services: what binary fractions leave behind would be seen.
+// Sums of many services, with digits to spare for what binary fractions leave behind.
 class Sumador
 {
 public:
@@ -74,7 +73,7 @@ private:
         }
         Totales::Importes Resultado() const
         {
-            const auto valor = [](long double suma) { return qvx::Redondeado(static_cast<double>(suma)); };
+            const auto valor = [](long double suma) { return static_cast<double>(suma); };
             Totales::Importes importes{
                 valor(sumas[0]), valor(sumas[1]), valor(sumas[2]), valor(sumas[3]), valor(sumas[4]), valor(sumas[5]), 0,
                 valor(sumas[6])};

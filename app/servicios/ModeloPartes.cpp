@@ -1,6 +1,7 @@
 #include "app/servicios/ModeloPartes.h"
 
 #include "app/servicios/ColumnasDeServicio.h"
+#include "data/Texto.h"
 #include "plan/Claves.h"
 
 #include <QMimeData>
@@ -104,7 +105,8 @@ QVariant ModeloPartes::data(const QModelIndex &indice, int papel) const
         return {};
     if (indice.column() == Parte)
         return nodo.texto;
-    return indice.column() == Servicios ? servicios::Cifra(nodo.servicios) : servicios::Dinero(nodo.costoAlAno);
+    return indice.column() == Servicios ? servicios::Cifra(nodo.servicios)
+                                        : qvx::NumeroConFormato(nodo.costoAlAno, "$#,##0.00");
 }
 
 QVariant ModeloPartes::headerData(int columna, Qt::Orientation orientacion, int papel) const

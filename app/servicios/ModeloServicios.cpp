@@ -229,9 +229,7 @@ QVariant ModeloServicios::data(const QModelIndex &indice, int papel) const
         letra.setBold(true);
         return letra;
     }
-    if (papel == Qt::ToolTipRole && columna == servicios::Ruta && servicio >= 0)
-        return servicios::Texto(plan.servicios.at(servicio), columna);
-    if (papel != Qt::DisplayRole)
+    if (papel != Qt::DisplayRole && (papel != Qt::ToolTipRole || columna != servicios::Ruta))
         return {};
     return servicio < 0 ? TextoDeGrupo(grupos.at(indice.row()), columna)
                         : servicios::Texto(plan.servicios.at(servicio), columna);
