@@ -1,4 +1,5 @@
 #include "app/lectura/Totales.h"
+#include "app/servicios/ArbolDePartes.h"
 #include "app/servicios/FiltroDeServicios.h"
 #include "app/servicios/PaginaServicios.h"
 #include "app/servicios/Propuestas.h"
@@ -575,6 +576,20 @@ void PrServicios::ordenes()
              (QStringList{"000001", "000002", "000004"}));
     QCOMPARE(tabla.model()->index(0, 0).data().toString(), "MOTOR");
     QCOMPARE(tabla.selectionModel()->selectedRows().size(), 7);
+    // Let go over a part: one that takes nothing says so, another one is only proposed.
+    auto &arbol = En<ArbolDePartes>(hoja, "tvPartesDelPlan");
+    const QStringList movidos = escenario->Tablas();
+    Q_EMIT arbol.ServiciosSoltados("0003", false);
+    QVERIFY(Mensajes().join(' ').contains("ERR-ID:1000089|La parte «0003 SELLO» está dada de baja: elija una parte"));
+    Q_EMIT arbol.ParteSoltada("0001", "0002");
+    QVERIFY(Mensajes().join(' ').contains("cuelga de la que se mueve: elija otra. No se movió nada."));
+    EnElDialogo([&](QWidget &dialogo) {
+        QCOMPARE(En<QTreeView>(dialogo, "lvDestinos").currentIndex().siblingAtColumn(0).data().toString(), "0002");
+        QCOMPARE(En<QLabel>(dialogo, "lblResumen").text(),
+                 "Se duplicarán: 3 servicios. Se quedan como están: 4 servicios, por el motivo que dice la lista.");
+    });
+    Q_EMIT arbol.ServiciosSoltados("0002", true);
+    QCOMPARE(escenario->Tablas(), movidos);
 
     tabla.selectionModel()->setCurrentIndex(tabla.model()->index(0, 0),
                                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);

@@ -1,6 +1,6 @@
 #include "app/servicios/ModeloPartes.h"
 
-#include "app/servicios/ColumnasDeServicio.h"
+#include "app/servicios/ModeloServicios.h"
 #include "data/Texto.h"
 #include "plan/Claves.h"
 
@@ -132,6 +132,12 @@ Qt::ItemFlags ModeloPartes::flags(const QModelIndex &indice) const
 QStringList ModeloPartes::mimeTypes() const
 {
     return {TipoArrastrado};
+}
+
+bool ModeloPartes::canDropMimeData(const QMimeData *datos, Qt::DropAction, int, int, const QModelIndex &padre) const
+{
+    return padre.isValid() && !Clave(padre).isEmpty()
+           && (datos->hasFormat(TipoArrastrado) || datos->hasFormat(ModeloServicios::TipoArrastrado));
 }
 
 QMimeData *ModeloPartes::mimeData(const QModelIndexList &) const

@@ -31,6 +31,9 @@ public:
     Qt::ItemFlags flags(const QModelIndex &indice) const override;
     QStringList mimeTypes() const override;
     QMimeData *mimeData(const QModelIndexList &indices) const override;
+    // Where the view marks the part under the pointer.
+    bool canDropMimeData(const QMimeData *datos, Qt::DropAction accion, int fila, int columna,
+                         const QModelIndex &padre) const override;
 
 private:
     struct Nodo {
