@@ -5,6 +5,7 @@
 #include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/DialogoImportarCatalogo.h"
 #include "app/catalogos/PaginaCatalogos.h"
+#include "app/servicios/PaginaServicios.h"
 #include "app/tipos/PaginaTipos.h"
 #include "controls/Controles.h"
 #include "controls/InteraccionQt.h"
@@ -191,6 +192,29 @@ void RetratarCatalogos()
     Guardar(hoja, "importar_catalogo");
 }
 
+// All services of a plan, and what would become of those of a part that are moved.
+void RetratarServicios()
+{
+    PaginaServicios pagina;
+    coloresQVX::colorQVX::AplicarA(pagina);
+    pagina.PonerTipo("0001");
+    pagina.resize(1280, 700);
+    pagina.show();
+    if (!QTest::qWaitForWindowActive(&pagina))
+        qFatal("La ventana no se activó");
+    auto &partes = En<QTreeView>(pagina, "tvPartesDelPlan");
+    partes.setCurrentIndex(partes.model()->index(0, 0, partes.model()->index(0, 0)));
+    auto &tabla = En<QTreeView>(pagina, "lvServiciosDelPlan");
+    tabla.selectAll();
+    Guardar(pagina, "servicios");
+    EnElDialogo([](QWidget &dialogo) {
+        auto &destinos = En<QTreeView>(dialogo, "lvDestinos");
+        destinos.setCurrentIndex(destinos.model()->index(1, 0));
+        Guardar(dialogo, "mover_servicios");
+    });
+    En<QAction>(pagina, "accMoverServicios").trigger();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -233,6 +257,7 @@ int main(int argc, char **argv)
     RetratarPartes(escenario, pantalla);
     escenario.CerrarPantalla();
     RetratarTipos();
+    RetratarServicios();
     RetratarCatalogos();
     RetratarCostos(escenario);
     return 0;

@@ -25,12 +25,12 @@ int Decir(const QWidget &duena, const QString &texto, int estilo, const QString 
 }
 
 // With the terminacion, when the person left it out; "" when he gave up.
-QString ElegirRuta(const QWidget &duena, const qvx::TablaDeCatalogo &tabla, bool libro)
+QString ElegirRuta(const QWidget &duena, const QString &nombre, bool libro)
 {
     const QString terminacion = libro ? ".xlsx" : ".csv";
     QString ruta = qvx::Sesion::Actual().Interaccion().ElegirArchivo(
-        {"Exportar " + tabla.titulo.toLower(), (libro ? "Libro XLSX|*" : "Archivo CSV|*") + terminacion,
-         tabla.titulo + terminacion, "", true},
+        {"Exportar " + nombre.toLower(), (libro ? "Libro XLSX|*" : "Archivo CSV|*") + terminacion, nombre + terminacion,
+         "", true},
         duena.window());
     if (ruta.isEmpty() || ruta.endsWith(terminacion, Qt::CaseInsensitive))
         return ruta;
@@ -46,8 +46,7 @@ QString ElegirRuta(const QWidget &duena, const qvx::TablaDeCatalogo &tabla, bool
 
 } // namespace
 
-void DialogoExportarCatalogo::Exportar(QWidget *duena, const qvx::TablaDeCatalogo &tabla,
-                                       const QList<qvx::RegistroDeCatalogo> &registros, bool libro)
+void DialogoExportarCatalogo::Exportar(QWidget *duena, const Hoja &hoja, bool libro)
 {
     csv::Formato formato;
     if (!libro) {
@@ -56,11 +55,11 @@ void DialogoExportarCatalogo::Exportar(QWidget *duena, const qvx::TablaDeCatalog
             return;
         formato = dialogo->Formato();
     }
-    const QString ruta = ElegirRuta(*duena, tabla, libro);
+    const QString ruta = ElegirRuta(*duena, hoja.nombre, libro);
     if (ruta.isEmpty())
         return;
     try {
-        ExportarCatalogo(tabla, registros, ruta, formato);
+        ExportarHoja(hoja, ruta, formato);
     } catch (const qvx::ErrorEjecucion &error) {
         Decir(*duena, error.Descripcion(), qvx::mensaje::Critico, "1000035");
     }

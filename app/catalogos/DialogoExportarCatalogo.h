@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/reportes/Csv.h"
-#include "plan/RegistrosDeCatalogo.h"
 
 #include <QDialog>
 #include <memory>
@@ -11,15 +10,14 @@ namespace Ui
 class DialogoExportarCatalogo;
 }
 
-// How the CSV of a catalogue is to be written; what was chosen last is remembered.
+// How a CSV is to be written; what was chosen last is remembered.
 class DialogoExportarCatalogo : public QDialog
 {
     Q_OBJECT
 
 public:
-    // Writes these rows where the person says: a workbook, or a CSV in the format that is asked for. Errors are told.
-    static void Exportar(QWidget *duena, const qvx::TablaDeCatalogo &tabla,
-                         const QList<qvx::RegistroDeCatalogo> &registros, bool libro);
+    // Writes a table where the person says: a workbook, or a CSV in the format that is asked for. Errors are told.
+    static void Exportar(QWidget *duena, const Hoja &hoja, bool libro);
 
     explicit DialogoExportarCatalogo(QWidget *duena);
     ~DialogoExportarCatalogo() override;

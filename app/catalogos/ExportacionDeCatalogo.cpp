@@ -10,6 +10,8 @@ namespace
 
 using ClaseDeColumna = qvx::ColumnaDeCatalogo::Clase;
 
+} // namespace
+
 Hoja EnHoja(const qvx::TablaDeCatalogo &tabla, const QList<qvx::RegistroDeCatalogo> &registros)
 {
     Hoja hoja{tabla.titulo, {}, {}};
@@ -30,21 +32,24 @@ Hoja EnHoja(const qvx::TablaDeCatalogo &tabla, const QList<qvx::RegistroDeCatalo
     return hoja;
 }
 
-} // namespace
-
 bool EsLibro(const QString &ruta)
 {
     return ruta.endsWith(".xlsx", Qt::CaseInsensitive);
 }
 
-void ExportarCatalogo(const qvx::TablaDeCatalogo &tabla, const QList<qvx::RegistroDeCatalogo> &registros,
-                      const QString &ruta, const csv::Formato &formato)
+void ExportarHoja(const Hoja &hoja, const QString &ruta, const csv::Formato &formato)
 {
     if (EsLibro(ruta))
-        EscribirXlsx(ruta, EnHoja(tabla, registros));
+        EscribirXlsx(ruta, hoja);
     else if (ruta.endsWith(".csv", Qt::CaseInsensitive))
-        csv::Escribir(ruta, EnHoja(tabla, registros), formato);
+        csv::Escribir(ruta, hoja, formato);
     else
         throw qvx::ErrorEjecucion(qvx::errores::Datos,
                                   "No se escribió " + ruta + ": el nombre del archivo termina en .csv o en .xlsx.");
+}
+
+void ExportarCatalogo(const qvx::TablaDeCatalogo &tabla, const QList<qvx::RegistroDeCatalogo> &registros,
+                      const QString &ruta, const csv::Formato &formato)
+{
+    ExportarHoja(EnHoja(tabla, registros), ruta, formato);
 }

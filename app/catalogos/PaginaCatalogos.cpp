@@ -6,6 +6,7 @@
 #include "app/catalogos/DialogoImportarCatalogo.h"
 #include "app/catalogos/DialogoRegistro.h"
 #include "app/catalogos/DialogoUsos.h"
+#include "app/catalogos/ExportacionDeCatalogo.h"
 #include "app/catalogos/Nombres.h"
 #include "controls/ModeloTabla.h"
 #include "controls/Teclas.h"
@@ -474,7 +475,7 @@ void PaginaCatalogos::ExportarXlsx()
 void PaginaCatalogos::Exportar(bool libro)
 {
     ConTrampa([this, libro] {
-        DialogoExportarCatalogo::Exportar(this, Tabla(), qvx::LeerRegistros(Base(), Tabla()), libro);
+        DialogoExportarCatalogo::Exportar(this, EnHoja(Tabla(), qvx::LeerRegistros(Base(), Tabla())), libro);
     });
 }
 

@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QRegularExpression>
 #include <algorithm>
+#include <functional>
 
 namespace csv
 {
@@ -161,12 +162,26 @@ QString Entrecomillado(QString celda, QChar delimitador)
     return hace ? '"' + celda.replace(QLatin1Char('"'), "\"\"") + '"' : celda;
 }
 
-QByteArray Renglon(const QStringList &celdas, QChar delimitador)
+QString Renglon(const QStringList &celdas, QChar delimitador)
 {
     QStringList escritas;
     for (const QString &celda : celdas)
         escritas.append(Entrecomillado(celda, delimitador));
-    return (escritas.join(delimitador) + "\r\n").toUtf8();
+    return escritas.join(delimitador) + "\r\n";
+}
+
+// Row by row, the titles first.
+void Componer(const Hoja &hoja, const Formato &formato, const std::function<void(const QString &)> &escribir)
+{
+    QStringList celdas;
+    for (const ColumnaDeHoja &columna : hoja.columnas)
+        celdas.append(Resguardado(columna.titulo));
+    escribir(Renglon(celdas, formato.delimitador));
+    for (const QVariantList &fila : hoja.filas) {
+        for (qsizetype i = 0; i < celdas.size(); ++i)
+            celdas[i] = Escrito(fila.at(i), hoja.columnas.at(i), formato.decimal);
+        escribir(Renglon(celdas, formato.delimitador));
+    }
 }
 
 } // namespace
@@ -210,18 +225,18 @@ QString SinResguardo(const QString &texto)
     return resguardo.match(texto).hasMatch() ? texto.mid(1) : texto;
 }
 
+QString ParaPegar(const Hoja &hoja)
+{
+    QString texto;
+    Componer(hoja, {QLatin1Char('\t'), Decimal::Punto}, [&](const QString &renglon) { texto += renglon; });
+    return texto;
+}
+
 void Escribir(const QString &ruta, const Hoja &hoja, const Formato &formato)
 {
     qvx::ArchivoEntero archivo(ruta);
-    QStringList celdas;
-    for (const ColumnaDeHoja &columna : hoja.columnas)
-        celdas.append(Resguardado(columna.titulo));
-    archivo.Salida().write("\xEF\xBB\xBF" + Renglon(celdas, formato.delimitador));
-    for (const QVariantList &fila : hoja.filas) {
-        for (qsizetype i = 0; i < celdas.size(); ++i)
-            celdas[i] = Escrito(fila.at(i), hoja.columnas.at(i), formato.decimal);
-        archivo.Salida().write(Renglon(celdas, formato.delimitador));
-    }
+    archivo.Salida().write("\xEF\xBB\xBF");
+    Componer(hoja, formato, [&](const QString &renglon) { archivo.Salida().write(renglon.toUtf8()); });
     archivo.Terminar();
 }
 

@@ -32,6 +32,8 @@ struct Formato {
     QChar delimitador = QLatin1Char(';');
     Decimal decimal = Decimal::Punto;
 };
+// The table as cells that a spreadsheet pastes: a TAB between them, guarded in the same way.
+QString ParaPegar(const Hoja &hoja);
 // Writes the table as UTF-8 with a byte order mark and CRLF. Texts that a spreadsheet would run are guarded by an
 // apostrophe; reading them again gives what was written. Raises a data error; then the file is as it was.
 void Escribir(const QString &ruta, const Hoja &hoja, const Formato &formato);

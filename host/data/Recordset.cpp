@@ -45,13 +45,13 @@ QString Recordset::Texto(int columna) const
     return valor.typeId() == QMetaType::Double ? NumeroATexto(valor.toDouble()) : valor.toString();
 }
 
-double Recordset::Numero(QAnyStringView campo) const
+double Recordset::Numero(int columna) const
 {
-    const QVariant &valor = Valor(Columna(campo));
+    const QVariant &valor = Valor(columna);
     bool es = valor.isNull();
     const double numero = valor.isNull() ? 0 : valor.toDouble(&es);
     if (!es)
-        throw ErrorEjecucion(errores::TiposNoCoinciden, "El campo " + campo.toString() + " no es un número");
+        throw ErrorEjecucion(errores::TiposNoCoinciden, "El campo " + campos->at(columna) + " no es un número");
     return numero;
 }
 

@@ -22,7 +22,8 @@ public:
     QString operator[](QAnyStringView campo) const { return Texto(Columna(campo)); }
     // Likewise by position, from 0, and as a number (null: 0; raises TiposNoCoinciden for a text that is none).
     QString Texto(int columna) const;
-    double Numero(QAnyStringView campo) const;
+    double Numero(QAnyStringView campo) const { return Numero(Columna(campo)); }
+    double Numero(int columna) const;
     // How many rows a change met.
     int Afectadas() const { return afectadas; }
     int Columnas() const { return campos ? static_cast<int>(campos->size()) : 0; }

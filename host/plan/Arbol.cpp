@@ -1,8 +1,9 @@
 #include "plan/Arbol.h"
 
-#include "data/Recordset.h"
+#include "data/Conexion.h"
 #include "data/Texto.h"
 #include "plan/Claves.h"
+#include "plan/Rutas.h"
 
 #include <QStringList>
 #include <utility>
@@ -18,6 +19,8 @@ void Arbol::Agregar(const Recordset &fila)
     parte.padre = SinBlancosAlFinal(fila["Tep_Padre"]);
     parte.descripcion = fila["Tep_Descripcion"];
     parte.activa = SinBlancosAlFinal(fila["Es_Cve_Estado"]) == "AC";
+    if (const int sello = fila.Lugar("Sello"); sello >= 0)
+        parte.sello = fila.Texto(sello);
 }
 
 void Arbol::Recorrer()
@@ -32,15 +35,22 @@ const Parte *Arbol::Buscar(const QString &clave) const
     return hallada == partes.end() ? nullptr : &hallada->second;
 }
 
+QString Arbol::Ruta(const QString &clave) const
+{
+    return ComponerRuta(clave, [this](const QString &cual) { return Buscar(cual); });
+}
+
 // From a part upwards, as far as nobody has been yet.
 void Arbol::RecorrerDesde(const QString &desde)
 {
     QStringList camino;
     QString clave = desde;
-    while (clave != claves::Raiz && partes.count(clave) > 0 && partes.at(clave).alcance == Alcance::SinVer) {
+    for (auto actual = partes.find(clave);
+         clave != claves::Raiz && actual != partes.end() && actual->second.alcance == Alcance::SinVer;
+         actual = partes.find(clave)) {
         camino.append(clave);
-        partes.at(clave).alcance = Alcance::EnCamino;
-        clave = partes.at(clave).padre;
+        actual->second.alcance = Alcance::EnCamino;
+        clave = actual->second.padre;
     }
     if (camino.isEmpty())
         return;
@@ -62,6 +72,18 @@ void Arbol::CerrarAnillo(QStringList &camino, const QString &clave)
         partes.at(quitada).alcance = Alcance::EnAnillo;
         partes.at(quitada).anillo = clave;
     } while (quitada != clave);
+}
+
+Arbol ArbolDelPlan(Conexion &conexion, const QString &tipoEquipo)
+{
+    Arbol arbol;
+    for (auto filas = conexion.Execute("SELECT Tep_ID, Tep_Padre, Tep_Descripcion, Es_Cve_Estado, Version AS Sello "
+                                       "FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = ?",
+                                       {tipoEquipo});
+         !filas.Eof(); filas.MoveNext())
+        arbol.Agregar(filas);
+    arbol.Recorrer();
+    return arbol;
 }
 
 } // namespace qvx

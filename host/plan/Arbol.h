@@ -6,6 +6,7 @@
 namespace qvx
 {
 
+class Conexion;
 class Recordset;
 
 struct Parte {
@@ -16,6 +17,7 @@ struct Parte {
     bool activa = false;
     Alcance alcance = Alcance::SinVer;
     QString anillo; // the same for all parts of one ring
+    QString sello;  // its version, "" where it was not read as "Sello"
 
     bool Suelta() const { return alcance == Alcance::SinPadre || alcance == Alcance::EnAnillo; }
     // A service can be put under it, and its services can be changed.
@@ -33,6 +35,8 @@ public:
 
     const std::map<QString, Parte> &Partes() const { return partes; }
     const Parte *Buscar(const QString &clave) const;
+    // The path of a part, as Rutas gives it.
+    QString Ruta(const QString &clave) const;
 
 private:
     using Alcance = Parte::Alcance;
@@ -42,5 +46,8 @@ private:
 
     std::map<QString, Parte> partes;
 };
+
+// The parts of a type with their versions, which count for no screen as read. Raises data errors.
+Arbol ArbolDelPlan(Conexion &conexion, const QString &tipoEquipo);
 
 } // namespace qvx

@@ -106,13 +106,12 @@ QString QuienCambio(Conexion &conexion, const QString &tabla, const QString &cla
     return fila.Eof() ? "Otro programa " + verbo : fila["Rc_Oper"] + " " + verbo + " el " + fila["Rc_Fecha"];
 }
 
-void FirmarServicio(Conexion &conexion, const Firmante &firmante, const ServicioLeido &servicio)
+void RevisarServicio(Conexion &conexion, const ServicioLeido &servicio)
 {
-    const QString donde = " WHERE Te_Cve_Tipo_Equipo = ? AND Tep_ID = ? AND Pm_ID = ?";
-    const QVariantList claves{servicio.tipoEquipo, servicio.parte, servicio.folio};
     const QString nombre = "El servicio " + servicio.folio + " del tipo de equipo " + servicio.tipoEquipo;
     const auto fila = conexion.Execute(
-        "SELECT Version AS Sello, Oper_Ult_Modif, Fecha_Ult_Modif FROM Plan_Mantenimiento" + donde, claves);
+        "SELECT Version AS Sello, Oper_Ult_Modif, Fecha_Ult_Modif FROM Plan_Mantenimiento" + DelServicio,
+        ClavesDe(servicio));
     if (fila.Eof())
         throw ErrorEjecucion(errores::Datos, nombre
                                                  + " ya no existe: otra persona lo eliminó o lo cambió de lugar. No se "
@@ -122,8 +121,13 @@ void FirmarServicio(Conexion &conexion, const Firmante &firmante, const Servicio
                                                  + fila["Fecha_Ult_Modif"]
                                                  + ", después de que esta lista lo leyó. No se guardó nada: vuelva a "
                                                    "hacer la lista.");
-    conexion.Execute("UPDATE Plan_Mantenimiento SET Oper_Ult_Modif = ?, Fecha_Ult_Modif = ?" + donde,
-                     QVariantList{firmante.operador, firmante.fecha()} + claves);
+}
+
+void FirmarServicio(Conexion &conexion, const Firmante &firmante, const ServicioLeido &servicio)
+{
+    RevisarServicio(conexion, servicio);
+    conexion.Execute("UPDATE Plan_Mantenimiento SET Oper_Ult_Modif = ?, Fecha_Ult_Modif = ?" + DelServicio,
+                     QVariantList{firmante.operador, firmante.fecha()} + ClavesDe(servicio));
     AnotarCambio(conexion, firmante, "Plan_Mantenimiento",
                  servicio.tipoEquipo + "|" + servicio.folio + "|" + servicio.parte);
 }

@@ -4,6 +4,7 @@
 #include <QPair>
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 #include <functional>
 
 namespace qvx
@@ -45,6 +46,14 @@ struct ServicioLeido {
 // its plan is held. Raises an ErrorEjecucion in Spanish, which says who and when, for a service that was changed since
 // it was read, or is gone; and data errors.
 void FirmarServicio(Conexion &conexion, const Firmante &firmante, const ServicioLeido &servicio);
+// The condition that chooses a service, or its lines, and the values of its parameters.
+inline const QString DelServicio = " WHERE Te_Cve_Tipo_Equipo = ? AND Tep_ID = ? AND Pm_ID = ?";
+inline QVariantList ClavesDe(const ServicioLeido &servicio)
+{
+    return {servicio.tipoEquipo, servicio.parte, servicio.folio};
+}
+// That a service is as it was read, which is then neither signed nor logged. The same errors.
+void RevisarServicio(Conexion &conexion, const ServicioLeido &servicio);
 
 // Logs a change of state ("Baja", "Reactivación"). Raises data errors.
 void AnotarEstado(Conexion &conexion, const Firmante &firmante, const QString &tabla, const QString &clave,

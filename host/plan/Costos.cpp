@@ -21,12 +21,6 @@ constexpr double Holgura = 1e-12; // part of a number that binary fractions may 
 
 const QString ConCosto = " d.Pmd_Tipo IN ('01', '02')";
 
-// As many digits as count.
-double Redondeado(double numero)
-{
-    return NumeroATexto(numero).toDouble();
-}
-
 struct Producto {
     QString descripcion;
     QString unidad;
@@ -198,6 +192,18 @@ void EscribirPlan(Conexion &conexion, const Firmante &firmante, const Diferencia
 }
 
 } // namespace
+
+// Most amounts have few decimals, which are found without writing them out.
+double Redondeado(double numero)
+{
+    constexpr double Escala = 1e6;
+    constexpr double MayorEscalado = 1e15;
+    const double escalado = std::round(numero * Escala);
+    const double corto = escalado / Escala;
+    if (std::abs(escalado) < MayorEscalado && std::abs(corto - numero) <= std::abs(numero) * 1e-15)
+        return corto;
+    return NumeroATexto(numero).toDouble();
+}
 
 Costeo Costear(double precio, double costo)
 {

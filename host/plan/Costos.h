@@ -7,6 +7,9 @@
 namespace qvx
 {
 
+// The number without what binary fractions leave behind it.
+double Redondeado(double numero);
+
 // Of a service: what its lines cost, what its price leaves of it, and how much that is of the price, in percent.
 struct Costeo {
     double costo = 0;

@@ -2,17 +2,9 @@
 
 #include "data/Conexion.h"
 #include "data/Texto.h"
-#include "plan/Claves.h"
 
 namespace qvx
 {
-
-namespace
-{
-
-constexpr int Niveles = 500; // as the database's path function stops in a ring
-
-} // namespace
 
 const QHash<QString, Rutas::Parte> &Rutas::PartesDe(const QString &tipoEquipo)
 {
@@ -31,16 +23,13 @@ const QHash<QString, Rutas::Parte> &Rutas::PartesDe(const QString &tipoEquipo)
 
 QString Rutas::De(const QString &tipoEquipo, const QString &parte)
 {
-    if (claves::EsRaiz(parte))
+    if (claves::EsRaiz(parte)) // is asked of no type
         return claves::TextoRaiz;
     const auto &suyas = PartesDe(tipoEquipo);
-    QString ruta;
-    auto actual = suyas.constFind(SinBlancosAlFinal(parte));
-    for (int nivel = 1; actual != suyas.constEnd() && nivel <= Niveles; ++nivel) {
-        ruta = nivel == 1 ? actual->descripcion : actual->descripcion + " / " + ruta;
-        actual = suyas.constFind(actual->padre);
-    }
-    return ruta;
+    return ComponerRuta(SinBlancosAlFinal(parte), [&](const QString &clave) {
+        const auto hallada = suyas.constFind(clave);
+        return hallada == suyas.constEnd() ? nullptr : &*hallada;
+    });
 }
 
 } // namespace qvx

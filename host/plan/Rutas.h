@@ -1,5 +1,7 @@
 #pragma once
 
+#include "plan/Claves.h"
+
 #include <QHash>
 #include <QString>
 
@@ -7,6 +9,25 @@ namespace qvx
 {
 
 class Conexion;
+
+// As deep as the tree and the database's path function go; there a ring of parts ends.
+constexpr int MaximoNiveles = 500;
+
+// The descriptions from the top part down to the part, the root's name for its key, "" for a part that is not there.
+// buscar: gives what has the parent and the description of the part with a key, nullptr for none.
+template <class Buscar>
+QString ComponerRuta(const QString &parte, const Buscar &buscar)
+{
+    if (claves::EsRaiz(parte))
+        return claves::TextoRaiz;
+    QString ruta;
+    auto *actual = buscar(parte);
+    for (int nivel = 1; actual && nivel <= MaximoNiveles; ++nivel) {
+        ruta = nivel == 1 ? actual->descripcion : actual->descripcion + " / " + ruta;
+        actual = buscar(actual->padre);
+    }
+    return ruta;
+}
 
 // The paths of parts, from the top part down: "MÁSTIL / CADENA". The parts of a type are read once, all at a time.
 class Rutas

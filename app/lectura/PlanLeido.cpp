@@ -1,0 +1,160 @@
+#include "app/lectura/PlanLeido.h"
+
+#include "data/Conexion.h"
+#include "data/Momento.h"
+#include "data/Texto.h"
+#include "plan/Claves.h"
+#include "plan/Costos.h"
+#include "plan/RegistrosDeCatalogo.h"
+
+using qvx::SinBlancosAlFinal;
+
+namespace lectura
+{
+
+namespace
+{
+
+// What the lines of a service add up to, by kind.
+struct Lineas {
+    double manoObra = 0;
+    double refacciones = 0;
+    double herramientas = 0;
+};
+
+QString ClaveDeServicio(const QString &parte, const QString &folio)
+{
+    return SinBlancosAlFinal(parte) + QLatin1Char('|') + SinBlancosAlFinal(folio);
+}
+
+void LeerTipo(qvx::Conexion &conexion, Plan &plan)
+{
+    const auto fila = conexion.Execute(
+        "SELECT Te_Descripcion, Es_Cve_Estado FROM Tipo_Equipo WHERE Te_Cve_Tipo_Equipo = ?", {plan.tipoEquipo});
+    if (fila.Eof())
+        return;
+    plan.nombreTipo = fila.Texto(0);
+    const QString estado = SinBlancosAlFinal(fila.Texto(1));
+    plan.tipoActivo = estado != qvx::estado::Baja && estado != qvx::estado::Cancelado;
+}
+
+QHash<QString, Lineas> LeerLineas(qvx::Conexion &conexion, const QString &tipoEquipo)
+{
+    QHash<QString, Lineas> lineas;
+    for (auto filas =
+             conexion.Execute("SELECT Tep_ID, Pm_ID, SUM(CASE WHEN Pmd_Tipo = '01' THEN Pmd_Importe ELSE 0 END), "
+                              "SUM(CASE WHEN Pmd_Tipo = '02' THEN Pmd_Importe ELSE 0 END), "
+                              "SUM(CASE WHEN Pmd_Tipo = '03' THEN Pmd_Importe ELSE 0 END) "
+                              "FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = ? GROUP BY Tep_ID, Pm_ID",
+                              {tipoEquipo});
+         !filas.Eof(); filas.MoveNext())
+        lineas.insert(
+            ClaveDeServicio(filas.Texto(0), filas.Texto(1)),
+            {qvx::Redondeado(filas.Numero(2)), qvx::Redondeado(filas.Numero(3)), qvx::Redondeado(filas.Numero(4))});
+    return lineas;
+}
+
+Situacion SituacionDe(const qvx::Parte *parte, const QString &estado)
+{
+    if (!parte)
+        return Situacion::SinParte;
+    if (parte->alcance != qvx::Parte::Alcance::Llega)
+        return Situacion::FueraDelArbol;
+    if (!parte->activa)
+        return Situacion::ParteDeBaja;
+    return estado == qvx::estado::Activo ? Situacion::Activo : Situacion::ServicioDeBaja;
+}
+
+// Parts as their services need them, each looked for once.
+class PartesVistas
+{
+public:
+    struct Vista {
+        const qvx::Parte *parte = nullptr;
+        QString ruta;
+    };
+    explicit PartesVistas(const qvx::Arbol &arbol_) : arbol(arbol_) {}
+
+    Vista De(const QString &clave)
+    {
+        const auto vista = vistas.constFind(clave);
+        if (vista != vistas.constEnd())
+            return *vista;
+        Vista nueva{arbol.Buscar(clave), {}};
+        // The path of what stands above is known to most; a ring's is not built up.
+        if (!nueva.parte || nueva.parte->alcance != qvx::Parte::Alcance::Llega)
+            nueva.ruta = arbol.Ruta(clave);
+        else if (qvx::claves::EsRaiz(nueva.parte->padre))
+            nueva.ruta = nueva.parte->descripcion;
+        else
+            nueva.ruta = De(nueva.parte->padre).ruta + " / " + nueva.parte->descripcion;
+        return *vistas.insert(clave, nueva);
+    }
+
+private:
+    const qvx::Arbol &arbol;
+    QHash<QString, Vista> vistas;
+};
+
+void Costear(Servicio &servicio, const Lineas &lineas)
+{
+    servicio.manoObra = lineas.manoObra;
+    servicio.refacciones = lineas.refacciones;
+    servicio.herramientas = lineas.herramientas;
+    const qvx::Costeo costeo = qvx::Costear(servicio.precio, qvx::Redondeado(lineas.manoObra + lineas.refacciones));
+    servicio.costo = costeo.costo;
+    servicio.utilidad = costeo.utilidad;
+    servicio.porcentaje = costeo.porcentaje;
+}
+
+Servicio Leer(const qvx::Recordset &fila, const QString &tipoEquipo)
+{
+    Servicio servicio;
+    servicio.leido = {tipoEquipo, SinBlancosAlFinal(fila.Texto(0)), SinBlancosAlFinal(fila.Texto(1)), fila.Texto(2)};
+    servicio.tipoServicio = SinBlancosAlFinal(fila.Texto(3));
+    servicio.nombreServicio = fila.Texto(4);
+    servicio.dias = fila.Numero(5);
+    servicio.lectura = fila.Numero(6);
+    servicio.unidad = SinBlancosAlFinal(fila.Texto(7));
+    servicio.horas = fila.Numero(8);
+    servicio.conParo = SinBlancosAlFinal(fila.Texto(9)) == "SI";
+    servicio.horasParo = fila.Numero(10);
+    servicio.prioridad = SinBlancosAlFinal(fila.Texto(11));
+    servicio.nombrePrioridad = fila.Texto(12);
+    servicio.precio = fila.Numero(13);
+    servicio.estado = SinBlancosAlFinal(fila.Texto(14));
+    return servicio;
+}
+
+} // namespace
+
+Plan LeerPlan(qvx::Conexion &conexion, const QString &tipoEquipo)
+{
+    const qvx::Momento momento(conexion);
+    Plan plan;
+    plan.tipoEquipo = SinBlancosAlFinal(tipoEquipo);
+    LeerTipo(conexion, plan);
+    plan.arbol = qvx::ArbolDelPlan(conexion, plan.tipoEquipo);
+    const QHash<QString, Lineas> lineas = LeerLineas(conexion, plan.tipoEquipo);
+    PartesVistas partes(plan.arbol);
+    for (auto filas = conexion.Execute(
+             "SELECT s.Tep_ID, s.Pm_ID, s.Version AS Sello, s.Ts_Cve_Tipo_Servicio, t.Ts_Descripcion, s.Pm_Frecuencia, "
+             "s.Pm_Lectura, s.Pm_Unidad_Lectura, s.Pm_Tiempo_Estimado, s.Pm_Requiere_Paro, s.Pm_Tiempo_Paro, "
+             "s.Pm_Prioridad, p.Ps_Descripcion, s.Pm_Precio, s.Es_Cve_Estado FROM Plan_Mantenimiento s "
+             "LEFT JOIN Tipo_Servicio t ON t.Ts_Cve_Tipo_Servicio = s.Ts_Cve_Tipo_Servicio "
+             "LEFT JOIN Prioridad_Servicio p ON p.Ps_Cve_Prioridad = s.Pm_Prioridad "
+             "WHERE s.Te_Cve_Tipo_Equipo = ? ORDER BY s.Pm_ID",
+             {plan.tipoEquipo});
+         !filas.Eof(); filas.MoveNext()) {
+        Servicio servicio = Leer(filas, plan.tipoEquipo);
+        const QString &parte = servicio.leido.parte;
+        const PartesVistas::Vista vista = partes.De(parte);
+        servicio.ruta = vista.ruta;
+        servicio.situacion = SituacionDe(vista.parte, servicio.estado);
+        Costear(servicio, lineas.value(ClaveDeServicio(parte, servicio.leido.folio)));
+        plan.servicios.append(std::move(servicio));
+    }
+    return plan;
+}
+
+} // namespace lectura
