@@ -114,6 +114,12 @@ bool PantallaDelPlan::ElegirServicio(const QString &folio)
     return false;
 }
 
+void PantallaDelPlan::AbrirServicio()
+{
+    if (servicios && servicios->HaySeleccion())
+        Q_EMIT servicios->DblClick();
+}
+
 void PantallaDelPlan::Releer()
 {
     if (!tipo || !partes || !servicios || Tipo().isEmpty())

@@ -34,6 +34,8 @@ public:
     // Opens the plan of an equipment type and chooses the part and the service, where they are named and there. False
     // when one of them is not there; the screen then shows what it has found.
     bool Mostrar(const QString &tipoEquipo, const QString &parte, const QString &servicio);
+    // As a double click on the service that is chosen.
+    void AbrirServicio();
     // Reads the screen's plan anew, and opens and chooses again what was open and chosen, as far as it is there still.
     void Releer();
     // The screen's own copy, with its questions, from one equipment type to another that is known.

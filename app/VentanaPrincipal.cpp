@@ -15,6 +15,7 @@
 #include "app/catalogos/DialogoCostos.h"
 #include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/PaginaCatalogos.h"
+#include "app/servicios/PaginaServicios.h"
 #include "app/tipos/PaginaTipos.h"
 #include "controls/Formulario.h"
 #include "controls/colorQVX.h"
@@ -34,6 +35,7 @@ constexpr QSize TamanoDeInicio(1280, 760);
 constexpr auto PaginaAbierta = "ventana/pagina";
 const QString PaginaDeTipos = "Tipos";
 const QString PaginaDelPlan = "Plan";
+const QString PaginaDeServicios = "Servicios";
 const QString PaginaDeCatalogos = "Catalogos";
 
 } // namespace
@@ -69,6 +71,8 @@ void VentanaPrincipal::PonerPaginas()
                       [this] { return HacerTipos(); }});
     paginas->Agregar(
         {PaginaDelPlan, "&Plan", "mnuPagina1", QKeySequence(Qt::Key_F7), "Partes", [this] { return plan->Forma(); }});
+    paginas->Agregar({PaginaDeServicios, "&Servicios", "mnuPaginaServicios", QKeySequence(Qt::Key_F8),
+                      "Todos los servicios de un plan", [this] { return HacerServicios(); }});
     paginas->Agregar({PaginaDeCatalogos, "&Catálogos", "mnuPagina2", QKeySequence(Qt::Key_F9), "Catálogos",
                       [this] { return HacerCatalogos(); }});
     setCentralWidget(paginas);
@@ -83,6 +87,18 @@ QWidget *VentanaPrincipal::HacerTipos()
     return tipos;
 }
 
+QWidget *VentanaPrincipal::HacerServicios()
+{
+    auto *servicios = new PaginaServicios;
+    connect(servicios, &PaginaServicios::PlanCambiado, this, &VentanaPrincipal::PlanCambiado);
+    connect(servicios, &PaginaServicios::ServicioPedido, this,
+            [this](const QString &tipo, const QString &parte, const QString &folio) {
+                if (Ver(tipo, parte, folio))
+                    plan->AbrirServicio();
+            });
+    return servicios;
+}
+
 QWidget *VentanaPrincipal::HacerCatalogos()
 {
     auto *catalogos = new PaginaCatalogos;
@@ -95,6 +111,8 @@ void VentanaPrincipal::AlMostrarPagina(const QString &nombre)
 {
     if (nombre == PaginaDelPlan && std::exchange(porReleer, false))
         plan->Releer();
+    if (nombre == PaginaDeServicios)
+        static_cast<PaginaServicios *>(paginas->Hecha(nombre))->PonerTipo(plan->HayTipo() ? plan->Tipo() : tipoEquipo);
     Q_EMIT plan->Cambio();
 }
 
@@ -129,11 +147,19 @@ void VentanaPrincipal::Buscar()
     if (dialogo.exec() != QDialog::Accepted)
         return;
     const qvx::Hallazgo &hallado = *dialogo.Elegido();
-    if (!MostrarEnPlan(hallado.tipoEquipo, hallado.parte, hallado.folio))
+    Ver(hallado.tipoEquipo, hallado.parte, hallado.folio);
+}
+
+// The same, and says why it cannot be seen.
+bool VentanaPrincipal::Ver(const QString &tipo, const QString &parte, const QString &servicio)
+{
+    const bool visto = MostrarEnPlan(tipo, parte, servicio);
+    if (!visto)
         qvx::Sistema().Mensaje(
             "El plan no enseña lo que se encontró: el tipo de equipo o una parte de arriba está dado de "
             "baja, o la parte ya no existe. Véalo en Herramientas, Revisar integridad.",
             qvx::mensaje::Exclamacion, "Quorvex", winId(), "QVX", "ERR-ID:1000072");
+    return visto;
 }
 
 void VentanaPrincipal::PlanCambiado()

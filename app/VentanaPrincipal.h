@@ -53,10 +53,12 @@ protected:
 private:
     void PonerPaginas();
     QWidget *HacerTipos();
+    QWidget *HacerServicios();
     QWidget *HacerCatalogos();
     void AlMostrarPagina(const QString &nombre);
     void CopiarPlan(const QString &nuevo, const QString &origen);
     void Buscar();
+    bool Ver(const QString &tipo, const QString &parte, const QString &servicio);
     void PonerMenus();
     void PonerVer();
     void PonerHerramientas();

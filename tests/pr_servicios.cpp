@@ -608,7 +608,7 @@ void PrServicios::ordenes()
     pulsar(Qt::Key_F2);
     QVERIFY(En<QLabel>(hoja, "lblAvisoDelPlan").text().startsWith("NO ES ACTUAL"));
     QCOMPARE(cambiado.size(), 1);
-    pulsar(Qt::Key_F5);
+    hoja.Actualizar();
     QVERIFY(!En<QLabel>(hoja, "lblAvisoDelPlan").isVisible());
     EnElDialogo([&](QWidget &dialogo) { QTest::mouseClick(&En<QPushButton>(dialogo, "cmdAceptar"), Qt::LeftButton); });
     pulsar(Qt::Key_Delete);

@@ -228,18 +228,18 @@ QWidget *PaginaServicios::Acciones()
     auto *acciones = new QWidget;
     auto *fila = new QHBoxLayout(acciones);
     fila->setContentsMargins(0, 0, 0, 0);
-    accAbrir = ConBoton(*fila, "AbrirServicio", "&Abrir", {}, &PaginaServicios::Abrir);
+    accAbrir = ConBoton(*fila, "AbrirServicio", "A&brir", {}, &PaginaServicios::Abrir);
     deServicios = {
-        ConBoton(*fila, "MoverServicios", "&Mover…", QKeySequence("Ctrl+M"), &PaginaServicios::Mover),
-        ConBoton(*fila, "DuplicarServicios", "&Duplicar…", QKeySequence("Ctrl+D"), &PaginaServicios::Duplicar),
-        ConBoton(*fila, "CambiarServicios", "Ca&mbiar…", QKeySequence("F2"), &PaginaServicios::Cambiar),
+        ConBoton(*fila, "MoverServicios", "M&over…", QKeySequence("Ctrl+M"), &PaginaServicios::Mover),
+        ConBoton(*fila, "DuplicarServicios", "D&uplicar…", QKeySequence("Ctrl+D"), &PaginaServicios::Duplicar),
+        ConBoton(*fila, "CambiarServicios", "&Cambiar…", QKeySequence("F2"), &PaginaServicios::Cambiar),
         ConBoton(*fila, "EliminarServicios", "E&liminar…", QKeySequence(Qt::Key_Delete), &PaginaServicios::Eliminar)};
     accMoverParte =
         ConBoton(*fila, "MoverParte", "Mover &parte…", QKeySequence("Ctrl+Shift+M"), &PaginaServicios::MoverParte);
     tvPartes->addAction(accMoverParte);
     fila->addStretch();
     ConBoton(*fila, "QuitarFiltros", "&Quitar filtros", QKeySequence("Ctrl+Shift+F"), &PaginaServicios::QuitarFiltros);
-    ConBoton(*fila, "ActualizarPlan", "Act&ualizar", QKeySequence("F5"), &PaginaServicios::Actualizar);
+    ConBoton(*fila, "ActualizarPlan", "Actuali&zar", {}, &PaginaServicios::Actualizar);
     auto *hoja = new QPushButton("&Hoja de cálculo");
     hoja->setObjectName("cmdHojaDeServicios");
     auto *menu = new QMenu(hoja);

@@ -34,6 +34,8 @@ public:
 
     // Whose plan is shown, "" for none. It is read when the page is shown.
     void PonerTipo(const QString &tipoEquipo);
+
+public Q_SLOTS:
     // Reads the plan anew, and stays where it was. When it cannot be read, what is shown stays, marked as out of date.
     void Actualizar();
 
