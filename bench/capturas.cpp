@@ -1,6 +1,7 @@
 // Takes the pictures of the documents from the real screen, on the example plans: capturas FOLDER.
 
 #include "app/DialogoEntrada.h"
+#include "app/buscar/DialogoBuscar.h"
 #include "app/catalogos/DialogoCostos.h"
 #include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/DialogoImportarCatalogo.h"
@@ -152,7 +153,6 @@ void RetratarCostos(const Escenario &escenario)
     retratar(gastos, "lvGastos", "completar_gastos");
 }
 
-// The page of the catalogues, a row of it, where it is used, and what a spreadsheet would make of it.
 void RetratarTipos()
 {
     PaginaTipos pagina(true);
@@ -165,6 +165,19 @@ void RetratarTipos()
     Guardar(pagina, "tipos");
 }
 
+void RetratarBusqueda()
+{
+    DialogoBuscar dialogo("", nullptr);
+    coloresQVX::colorQVX::AplicarA(dialogo);
+    dialogo.show();
+    if (!QTest::qWaitForWindowActive(&dialogo))
+        qFatal("La ventana no se activó");
+    QTest::keyClicks(&En<QLineEdit>(dialogo, "txtBuscar"), "aceite hidraulico");
+    QTest::qWait(800); // services and products too
+    Guardar(dialogo, "buscar");
+}
+
+// The page of the catalogues, a row of it, where it is used, and what a spreadsheet would make of it.
 void RetratarCatalogos()
 {
     PaginaCatalogos pagina;
@@ -258,6 +271,7 @@ int main(int argc, char **argv)
     escenario.CerrarPantalla();
     RetratarTipos();
     RetratarServicios();
+    RetratarBusqueda();
     RetratarCatalogos();
     RetratarCostos(escenario);
     return 0;

@@ -307,6 +307,13 @@ void PrEscritorio::manual()
         QCOMPARE(QSet<QChar>(letras.cbegin(), letras.cend()).size(), letras.size());
     }
     QVERIFY(texto.verticalScrollBar()->value() > 0);
+    QFile manual(":/manual/manual.md");
+    QVERIFY(manual.open(QIODevice::ReadOnly));
+    for (auto imagen = QRegularExpression("\\]\\((img/\\w+\\.png)\\)").globalMatch(QString::fromUtf8(manual.readAll()));
+         imagen.hasNext();) {
+        const QString nombre = imagen.next().captured(1);
+        QVERIFY2(QFile::exists(":/manual/" + nombre), qPrintable(nombre));
+    }
     Pagina(principal, "mnuTeclas");
     QCOMPARE(capitulo(), "Teclas");
     QString teclas = texto.toPlainText();

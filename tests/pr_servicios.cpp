@@ -220,6 +220,8 @@ void PrServicios::sumas()
             cuales.append(i);
             ++servicios;
             costo += servicio.costo;
+            if (!servicio.Activo())
+                continue;
             if (servicio.dias > 0)
                 alAno += 365 / servicio.dias * servicio.costo;
             else
@@ -520,10 +522,9 @@ void PrServicios::pagina()
     QCOMPARE(cuenta.text(), "4 servicios de 7");
     const auto *totales = En<QTreeView>(hoja, "lvTotales").model();
     QCOMPARE(totales->index(3, 0).data().toString(), "0001 y lo de abajo, al año");
-    QCOMPARE(totales->index(3, 7).data().toString(), "$5,727.26"); // 365/30 of 420.65, 365/90 of 150.25
+    QCOMPARE(totales->index(3, 7).data().toString(), "$5,117.91"); // 365/30 of 420.65
     auto &nota = En<QLabel>(hoja, "lblNotaDeTotales");
-    QCOMPARE(nota.text(),
-             "De lo que se muestra, se cuentan 1 que no está activo, al año no cuentan 1 solo por lectura.");
+    QCOMPARE(nota.text(), "De lo que se muestra, al año no cuentan: 1 no activo, 1 solo por lectura.");
 
     QSignalSpy pedido(&hoja, &PaginaServicios::ServicioPedido);
     tabla.sortByColumn(servicios::Folio, Qt::AscendingOrder);

@@ -21,9 +21,10 @@ public:
     void Agregar(const Servicio &servicio)
     {
         ++cuenta.servicios;
-        cuenta.noActivos += servicio.Activo() ? 0 : 1;
         unaVez.Agregar(servicio, 1);
-        if (servicio.dias > 0)
+        if (!servicio.Activo())
+            ++cuenta.noActivos;
+        else if (servicio.dias > 0)
             alAno.Agregar(servicio, DiasDelAno / servicio.dias);
         else if (servicio.lectura > 0)
             ++cuenta.soloPorLectura;

@@ -5,8 +5,8 @@
 namespace lectura
 {
 
-// What services add up to. Per year counts those that are due by days, 365 of them a year; those that are due by a
-// reading alone, or by nothing, are counted apart, since nobody knows how often they come.
+// What services add up to. Per year counts the active ones that are due by days, 365 of them a year; those that are due
+// by a reading alone, or by nothing, are counted apart, since nobody knows how often they come.
 struct Totales {
     struct Importes {
         double veces = 0;

@@ -58,13 +58,12 @@ QString Nota(const lectura::Totales &totales)
 {
     QStringList notas;
     if (totales.noActivos > 0)
-        notas.append("se cuentan " + Cuantos(totales.noActivos, "que no está activo", "que no están activos"));
+        notas.append(Cuantos(totales.noActivos, "no activo", "no activos"));
     if (totales.soloPorLectura > 0)
-        notas.append("al año no cuentan " + Cuantos(totales.soloPorLectura, "solo por lectura", "solo por lectura"));
+        notas.append(Cuantos(totales.soloPorLectura, "solo por lectura", "solo por lectura"));
     if (totales.sinFrecuencia > 0)
-        notas.append((totales.soloPorLectura > 0 ? "ni " : "al año no cuentan ")
-                     + Cuantos(totales.sinFrecuencia, "sin frecuencia", "sin frecuencia"));
-    return notas.isEmpty() ? QString() : "De lo que se muestra, " + notas.join(", ") + ".";
+        notas.append(Cuantos(totales.sinFrecuencia, "sin frecuencia", "sin frecuencia"));
+    return notas.isEmpty() ? QString() : "De lo que se muestra, al año no cuentan: " + notas.join(", ") + ".";
 }
 
 } // namespace totales
