@@ -190,7 +190,13 @@ QList<Hallazgo> Busqueda::Productos()
     if (palabras.Vacias())
         return hallados;
     QStringList claves;
-    const Descripciones productos = DescripcionesDe(conexion, "SELECT Pr_Cve_Producto, Pr_Descripcion FROM Producto");
+    QString cuales = "SELECT Pr_Cve_Producto, Pr_Descripcion FROM Producto WHERE 1 = 1";
+    QVariantList patrones;
+    for (const QString &palabra : palabras.Todas()) {
+        cuales += " AND (Pr_Descripcion LIKE ? OR Pr_Cve_Producto LIKE ?)";
+        patrones << Patron(palabra) << Patron(palabra);
+    }
+    const Descripciones productos = DescripcionesDe(conexion, cuales, patrones);
     for (auto producto = productos.begin(); producto != productos.end(); ++producto)
         if (palabras.Estan(producto.key() + u' ' + producto.value()))
             claves.append(producto.key());
