@@ -21,7 +21,7 @@ using qvx::Uso;
 namespace
 {
 
-const QList<qvx::ColumnaDeTabla> Columnas{
+const QList<qvx::ColumnaDeTabla> ColumnasDeUso{
     {"Tipo de equipo"}, {"Parte"}, {"Folio"}, {"Servicio"}, {"Cómo"}, {"Cantidad", qvx::ColumnaDeTabla::Clase::Numero},
     {"Unidad"},         {"Estado"}};
 constexpr int ColumnaParte = 1;
@@ -50,7 +50,7 @@ QVariantList Fila(const Uso &uso)
         uso.unidad, nombres::Estado(uso.estado)};
 }
 
-QString Cuantos(qsizetype usos)
+QString CuantosUsos(qsizetype usos)
 {
     return usos == 1 ? QString("1 uso") : QString("%1 usos").arg(usos);
 }
@@ -62,7 +62,7 @@ void DialogoUsos::Mostrar(QWidget *duena, const qvx::TablaDeCatalogo &tabla, con
     DialogoUsos dialogo(duena, tabla, registro);
     dialogo.lblExplicacion->setText(
         registro.clave + " " + registro.Descripcion() + ": "
-        + (dialogo.usos.isEmpty() ? "no se usa en ningún plan." : Cuantos(dialogo.usos.size()) + "."));
+        + (dialogo.usos.isEmpty() ? "no se usa en ningún plan." : CuantosUsos(dialogo.usos.size()) + "."));
     dialogo.exec();
 }
 
@@ -90,7 +90,7 @@ DialogoUsos::DialogoUsos(QWidget *duena, const qvx::TablaDeCatalogo &tabla_, con
     , tabla(tabla_)
     , registro(registro_)
     , usos(qvx::UsosDe(Base(), tabla, registro.clave))
-    , modelo(new qvx::ModeloTabla(Columnas, 0, this))
+    , modelo(new qvx::ModeloTabla(ColumnasDeUso, 0, this))
     , lblExplicacion(new QLabel(this))
     , lvUsos(new qvx::VistaTabla("lvUsos", "Usos", this))
     , botones(new QDialogButtonBox(this))
@@ -126,7 +126,7 @@ void DialogoUsos::OfrecerBaja()
 {
     setWindowTitle("Dar de baja");
     lblExplicacion->setText(
-        "«" + registro.clave + " " + registro.Descripcion() + "» tiene " + Cuantos(usos.size())
+        "«" + registro.clave + " " + registro.Descripcion() + "» tiene " + CuantosUsos(usos.size())
         + ". Mientras esté de baja, estos servicios no se podrán guardar de nuevo. Puede reemplazar "
           "la clave por otra en todos ellos.");
     QPushButton *baja = botones->addButton("Dar de &baja", QDialogButtonBox::ActionRole);
@@ -147,7 +147,7 @@ void DialogoUsos::OfrecerBaja()
 void DialogoUsos::OfrecerReemplazo(const RegistroDeCatalogo &nuevo)
 {
     setWindowTitle("Reemplazar");
-    lblExplicacion->setText("En " + Cuantos(usos.size()) + ", «" + registro.clave + " " + registro.Descripcion()
+    lblExplicacion->setText("En " + CuantosUsos(usos.size()) + ", «" + registro.clave + " " + registro.Descripcion()
                             + "» pasará a ser «" + nuevo.clave + " " + nuevo.Descripcion()
                             + "». Cantidades, costos e importes quedan como están.");
     QPushButton *hacer = botones->addButton("&Reemplazar", QDialogButtonBox::AcceptRole);

@@ -8,7 +8,7 @@ namespace
 using Clase = FilaImportada::Clase;
 
 constexpr int Renglon = 0;
-constexpr int Destino = 1;
+constexpr int ColumnaDeDestino = 1;
 constexpr int PrimeraCelda = 3; // the key's
 
 QString MotivoDe(const FilaImportada &fila)
@@ -89,7 +89,7 @@ QVariant ModeloDeImportacion::data(const QModelIndex &lugar, int papel) const
         return Texto(fila, columna);
     if (papel == Qt::TextAlignmentRole && columna == Renglon)
         return QVariant(Qt::AlignRight | Qt::AlignVCenter);
-    if (papel == Qt::FontRole && columna == Destino && fila.clase == Clase::Erronea) {
+    if (papel == Qt::FontRole && columna == ColumnaDeDestino && fila.clase == Clase::Erronea) {
         QFont letra;
         letra.setBold(true);
         return letra;
@@ -101,7 +101,7 @@ QString ModeloDeImportacion::Texto(const FilaImportada &fila, int columna) const
 {
     if (columna == Renglon)
         return QString::number(fila.renglon);
-    if (columna == Destino)
+    if (columna == ColumnaDeDestino)
         return NombreDe(fila.clase);
     if (columna == Motivo)
         return MotivoDe(fila);

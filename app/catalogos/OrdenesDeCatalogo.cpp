@@ -15,11 +15,6 @@ namespace
 
 constexpr int RenglonesDeMuestra = 5;
 
-[[noreturn]] void Rechazar(const QString &motivo)
-{
-    throw qvx::ErrorEjecucion(qvx::errores::Datos, motivo);
-}
-
 // Whether a row of letters was read rightly only a person can see.
 [[noreturn]] void PreguntarCodificacion(const QByteArray &octetos)
 {
@@ -27,7 +22,7 @@ constexpr int RenglonesDeMuestra = 5;
     for (const QString &renglon : csv::Texto(octetos, csv::Codificacion::Windows1252).split(QLatin1Char('\n')))
         if (muestra.size() < RenglonesDeMuestra && csv::ConAcentos({0, {renglon}}))
             muestra.append("  " + renglon.trimmed());
-    Rechazar(
+    qvx::Rechazar(
         "El archivo no está en UTF-8. En Windows-1252 se lee así:\n" + muestra.join(QLatin1Char('\n'))
         + "\nSi está bien, dé también --codificacion windows-1252; si no, guarde la hoja de cálculo como CSV UTF-8.");
 }
@@ -46,13 +41,13 @@ HojaLeida LeerHoja(const Argumentos &argumentos)
     const QString texto = LeerTexto(argumentos);
     const auto delimitador = argumentos.delimitador ? argumentos.delimitador : csv::ProponerDelimitador(texto);
     if (!delimitador)
-        Rechazar("No se sabe qué separa las celdas del archivo: dígalo con --delimitador.");
+        qvx::Rechazar("No se sabe qué separa las celdas del archivo: dígalo con --delimitador.");
     const HojaLeida hoja = Corresponder(*argumentos.catalogo, csv::Partir(texto, *delimitador));
     if (!hoja.conTitulos || !hoja.correspondencia.contains(0)) {
         QStringList titulos;
         for (const ColumnaDeImportacion &columna : ColumnasDeImportacion(*argumentos.catalogo))
             titulos.append(columna.titulo);
-        Rechazar(
+        qvx::Rechazar(
             "La primera fila del archivo no dice cuál es la columna de la clave. Se esperan estos títulos, los que "
             "haya: "
             + titulos.join(", ") + ".");
@@ -66,8 +61,8 @@ csv::Decimal LeerDecimal(const Argumentos &argumentos, const HojaLeida &hoja)
         return *argumentos.decimal;
     const csv::Cifras cifras = CifrasDe(*argumentos.catalogo, hoja);
     if (!cifras.decimal)
-        Rechazar("No se sabe si los números del archivo, como " + cifras.dudoso
-                 + ", llevan decimales o miles: dígalo con --decimal punto o --decimal coma.");
+        qvx::Rechazar("No se sabe si los números del archivo, como " + cifras.dudoso
+                      + ", llevan decimales o miles: dígalo con --decimal punto o --decimal coma.");
     return *cifras.decimal;
 }
 

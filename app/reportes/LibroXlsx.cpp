@@ -23,7 +23,7 @@ constexpr qint64 SitioDelLibro = 64LL * 1024;
 constexpr qint64 SitioPorCelda = 200;
 constexpr qint64 SitioPorLetra = 12; // escaped, in a part and again in the workbook
 
-[[noreturn]] void Rechazar(const QString &motivo)
+[[noreturn]] void RechazarLibro(const QString &motivo)
 {
     throw qvx::ErrorEjecucion(qvx::errores::Datos, "No se pudo escribir el libro: " + motivo);
 }
@@ -31,11 +31,11 @@ constexpr qint64 SitioPorLetra = 12; // escaped, in a part and again in the work
 void Revisar(lxw_error error)
 {
     if (error == LXW_ERROR_MAX_STRING_LENGTH_EXCEEDED)
-        Rechazar(QString("una celda pasa de %1 caracteres. Expórtelo como CSV.").arg(LetrasPorCelda));
+        RechazarLibro(QString("una celda pasa de %1 caracteres. Expórtelo como CSV.").arg(LetrasPorCelda));
     if (error == LXW_ERROR_WORKSHEET_INDEX_OUT_OF_RANGE)
-        Rechazar(QString("una hoja tiene a lo más %1 filas. Expórtelo como CSV.").arg(LXW_ROW_MAX));
+        RechazarLibro(QString("una hoja tiene a lo más %1 filas. Expórtelo como CSV.").arg(LXW_ROW_MAX));
     if (error != LXW_NO_ERROR)
-        Rechazar(lxw_strerror(error));
+        RechazarLibro(lxw_strerror(error));
 }
 
 // The workbook as the library makes it, in a folder of its own: it cannot write into an open file.
@@ -48,14 +48,14 @@ public:
         opciones.tmpdir = carpeta.data();
         libro.reset(workbook_new_opt(QFile::encodeName(ruta).constData(), &opciones));
         if (!libro)
-            Rechazar("falta memoria.");
+            RechazarLibro("falta memoria.");
     }
 
     void Llenar(const Hoja &contenido)
     {
         hoja = workbook_add_worksheet(libro.get(), contenido.nombre.toUtf8().constData());
         if (!hoja)
-            Rechazar("«" + contenido.nombre + "» no puede ser el nombre de una hoja.");
+            RechazarLibro("«" + contenido.nombre + "» no puede ser el nombre de una hoja.");
         PonerColumnas(contenido);
         lxw_row_t fila = 0;
         for (const QVariantList &valores : contenido.filas) {
@@ -152,9 +152,9 @@ void AsegurarSitio(const QTemporaryDir &carpeta, const Hoja &hoja)
 {
     QFile prueba(carpeta.filePath("sitio"));
     if (!prueba.open(QIODevice::WriteOnly))
-        Rechazar(prueba.errorString());
+        RechazarLibro(prueba.errorString());
     if (const int error = posix_fallocate(prueba.handle(), 0, Sitio(hoja)); error != 0)
-        Rechazar("no cabe en la carpeta " + carpeta.path() + ": " + qt_error_string(error));
+        RechazarLibro("no cabe en la carpeta " + carpeta.path() + ": " + qt_error_string(error));
     prueba.remove();
 }
 
@@ -165,17 +165,17 @@ void EscribirXlsx(const QString &ruta, const Hoja &hoja)
     qvx::ArchivoEntero archivo(ruta);
     const QTemporaryDir carpeta;
     if (!carpeta.isValid())
-        Rechazar(carpeta.errorString());
+        RechazarLibro(carpeta.errorString());
     AsegurarSitio(carpeta, hoja);
     QFile hecho(carpeta.filePath("libro.xlsx"));
     Libro libro(hecho.fileName(), QFile::encodeName(carpeta.path()));
     libro.Llenar(hoja);
     libro.Terminar();
     if (!hecho.open(QIODevice::ReadOnly))
-        Rechazar(hecho.errorString());
+        RechazarLibro(hecho.errorString());
     const QByteArray octetos = hecho.readAll();
     if (hecho.error() != QFileDevice::NoError)
-        Rechazar(hecho.errorString());
+        RechazarLibro(hecho.errorString());
     archivo.Salida().write(octetos);
     archivo.Terminar();
 }

@@ -29,15 +29,15 @@
 namespace
 {
 
-constexpr auto Lista = "tipos";
-constexpr int ColumnaClave = 0;
-constexpr int ColumnaDescripcion = 1;
+constexpr auto NombreDeLista = "tipos";
+constexpr int ClaveDelTipo = 0;
+constexpr int DescripcionDelTipo = 1;
 constexpr int PrimeraCifra = 7;
 constexpr int UltimaCifra = 11;
 constexpr int ServiciosPorVez = 5000; // some 50 ms
 constexpr int Espera = 200;           // milliseconds, for the end of a transaction
 
-QList<qvx::ColumnaDeTabla> Columnas()
+QList<qvx::ColumnaDeTabla> ColumnasDeTipos()
 {
     using Clase = qvx::ColumnaDeTabla::Clase;
     return {{"Clave", Clase::Texto, true},
@@ -81,7 +81,7 @@ PaginaTipos::PaginaTipos(bool deUnaVez, QWidget *padre)
     : QWidget(padre)
     , txtFiltro(new QLineEdit)
     , lvTipos(new qvx::VistaTabla("lvTipos", "Tipos de equipo"))
-    , modelo(new qvx::ModeloTabla(Columnas(), 0, this))
+    , modelo(new qvx::ModeloTabla(ColumnasDeTipos(), 0, this))
     , lblCuenta(new QLabel)
     , lblCifras(new QLabel)
     , cmdAbrir(new QPushButton("Abrir el &plan"))
@@ -89,8 +89,8 @@ PaginaTipos::PaginaTipos(bool deUnaVez, QWidget *padre)
 {
     setObjectName("PaginaTipos");
     lvTipos->installEventFilter(this);
-    lvTipos->Poner(modelo, ColumnaDescripcion, ColumnaClave);
-    ajustes::ReponerColumnas(Lista, *lvTipos);
+    lvTipos->Poner(modelo, DescripcionDelTipo, ClaveDelTipo);
+    ajustes::ReponerColumnas(NombreDeLista, *lvTipos);
     connect(lvTipos, &qvx::VistaTabla::doubleClicked, this, &PaginaTipos::Abrir);
     connect(lvTipos->selectionModel(), &QItemSelectionModel::currentChanged, this, &PaginaTipos::PonerEstado);
     cuenta.setSingleShot(true);
@@ -116,7 +116,7 @@ PaginaTipos::PaginaTipos(bool deUnaVez, QWidget *padre)
 
 PaginaTipos::~PaginaTipos()
 {
-    ajustes::RecordarColumnas(Lista, *lvTipos);
+    ajustes::RecordarColumnas(NombreDeLista, *lvTipos);
 }
 
 QWidget *PaginaTipos::Busqueda()
@@ -237,7 +237,7 @@ QString PaginaTipos::Elegida() const
 void PaginaTipos::Elegir(const QString &clave)
 {
     const int visible = clave.isEmpty() ? -1 : modelo->VisibleConClave(clave);
-    const QModelIndex indice = modelo->index(qMax(0, visible), ColumnaClave);
+    const QModelIndex indice = modelo->index(qMax(0, visible), ClaveDelTipo);
     lvTipos->setCurrentIndex(indice);
     if (indice.isValid())
         lvTipos->scrollTo(indice);

@@ -45,7 +45,7 @@ Descripciones DescripcionesDe(Conexion &conexion, const QString &sql, const QVar
     return todas;
 }
 
-QString Columna(const Recordset &fila, const QString &nombre)
+QString ClaveEn(const Recordset &fila, const QString &nombre)
 {
     return SinBlancosAlFinal(fila[nombre]);
 }
@@ -54,11 +54,11 @@ Hallazgo ConClaves(const Recordset &fila, Hallazgo::Clase clase, Rutas &rutas)
 {
     Hallazgo hallazgo;
     hallazgo.clase = clase;
-    hallazgo.tipoEquipo = Columna(fila, "Te_Cve_Tipo_Equipo");
+    hallazgo.tipoEquipo = ClaveEn(fila, "Te_Cve_Tipo_Equipo");
     hallazgo.nombreTipo = fila["Te_Descripcion"];
-    hallazgo.parte = Columna(fila, "Tep_ID");
+    hallazgo.parte = ClaveEn(fila, "Tep_ID");
     hallazgo.ruta = rutas.De(hallazgo.tipoEquipo, hallazgo.parte);
-    hallazgo.estado = Columna(fila, "Es_Cve_Estado");
+    hallazgo.estado = ClaveEn(fila, "Es_Cve_Estado");
     return hallazgo;
 }
 
@@ -156,8 +156,8 @@ QList<Hallazgo> Busqueda::Servicios()
         for (auto fila = conexion.Execute(DeServicio + todas + "1 = 1" + EnOrden, valores); !fila.Eof();
              fila.MoveNext()) {
             Hallazgo hallazgo = ConClaves(fila, Hallazgo::Clase::Servicio, rutas);
-            hallazgo.folio = Columna(fila, "Pm_ID");
-            hallazgo.texto = tipos.value(Columna(fila, "Ts_Cve_Tipo_Servicio"));
+            hallazgo.folio = ClaveEn(fila, "Pm_ID");
+            hallazgo.texto = tipos.value(ClaveEn(fila, "Ts_Cve_Tipo_Servicio"));
             hallados.append(hallazgo);
         }
     };
@@ -217,8 +217,8 @@ QList<Hallazgo> Busqueda::Productos()
         valores << static_cast<int>(maximo - hallados.size());
         for (auto fila = conexion.Execute(sql, valores); !fila.Eof(); fila.MoveNext()) {
             Hallazgo hallazgo = ConClaves(fila, Hallazgo::Clase::Producto, rutas);
-            const QString clave = Columna(fila, "Pr_Cve_Producto");
-            hallazgo.folio = Columna(fila, "Pm_ID");
+            const QString clave = ClaveEn(fila, "Pr_Cve_Producto");
+            hallazgo.folio = ClaveEn(fila, "Pm_ID");
             hallazgo.texto = clave + u' ' + productos.value(clave);
             hallados.append(hallazgo);
         }

@@ -74,7 +74,7 @@ BaseAbierta AbrirParaCambiar(const Servidor &servidor, const QString &orden)
     });
 }
 
-int VersionDe(BaseAbierta &base)
+int VersionDelServidor(BaseAbierta &base)
 {
     return base.Valor("SELECT Es_Version FROM dbo.Esquema").toInt();
 }
@@ -90,7 +90,7 @@ void RevisarQueSeConoce(int version, const Servidor &servidor)
 
 void RevisarVersion(BaseAbierta &base, const Servidor &servidor)
 {
-    const int version = VersionDe(base);
+    const int version = VersionDelServidor(base);
     RevisarQueSeConoce(version, servidor);
     if (version < VersionEsquema)
         Rechazar(servidor, QString("es de la versión %1 de Quorvex y este programa usa la %2: su administrador la "
@@ -103,7 +103,7 @@ void DarPermisos(BaseAbierta &base)
     base.Ejecutar(Guion("postgres/permisos.sql", Motor::Servidor));
 }
 
-void DarPasos(BaseAbierta &base, int desde)
+void DarPasosEnServidor(BaseAbierta &base, int desde)
 {
     base.Ejecutar("SET LOCAL search_path = dbo, pg_temp");
     for (const QString &guion : GuionesDesde(desde, Motor::Servidor))
@@ -145,7 +145,7 @@ CambioDeEsquema CrearEsquema(const Servidor &servidor, bool conEjemplos)
         RevisarVersion(base, servidor);
         return {VersionEsquema, false};
     }
-    DarPasos(base, 0); // whoever creates it at the same time waits at its first statement, and is told
+    DarPasosEnServidor(base, 0); // whoever creates it at the same time waits at its first statement, and is told
     base.Ejecutar(Guion("catalogos.sql", Motor::Servidor));
     if (conEjemplos)
         base.Ejecutar(Guion("ejemplos.sql", Motor::Servidor));
@@ -169,13 +169,13 @@ CambioDeEsquema ActualizarEsquema(const Servidor &servidor)
     // Another administrator, and whoever asks for the version to open the database, wait here; below, whoever is
     // saving is waited for.
     base.Ejecutar("LOCK TABLE dbo.Esquema IN ACCESS EXCLUSIVE MODE");
-    const int antes = VersionDe(base);
+    const int antes = VersionDelServidor(base);
     RevisarQueSeConoce(antes, servidor);
     base.Ejecutar("LOCK TABLE dbo.Tipo_Equipo_Parte, dbo.Plan_Mantenimiento, dbo.Plan_Mantenimiento_Detalle, "
                   "dbo.Registro_Cambio, dbo.Bitacora IN ACCESS EXCLUSIVE MODE");
     // What a superuser makes is the owner's all the same.
     base.Ejecutar("SET LOCAL ROLE " + duenio);
-    DarPasos(base, antes);
+    DarPasosEnServidor(base, antes);
     base.Ejecutar(QString("UPDATE Esquema SET Es_Version = %1").arg(VersionEsquema));
     base.Ejecutar("SET LOCAL ROLE NONE");
     DarPermisos(base);
