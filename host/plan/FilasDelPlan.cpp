@@ -4,6 +4,8 @@
 #include "data/Momento.h"
 #include "data/Texto.h"
 
+#include <algorithm>
+
 namespace qvx
 {
 
@@ -19,13 +21,8 @@ QList<FilaDelPlan> Leer(Conexion &conexion, DelPlan clase, const QString &orden,
     for (auto leidas = conexion.Execute("SELECT " + tabla.columnas.join(", ") + " FROM " + tabla.nombre
                                             + " WHERE Te_Cve_Tipo_Equipo = ? ORDER BY " + orden,
                                         {tipoEquipo});
-         !leidas.Eof(); leidas.MoveNext()) {
-        FilaDelPlan fila;
-        fila.reserve(tabla.columnas.size());
-        for (int i = 0; i < tabla.columnas.size(); ++i) // an absent text comes as a text
-            fila.append(leidas.Valor(i).isNull() ? QVariant() : leidas.Valor(i));
-        filas.append(std::move(fila));
-    }
+         !leidas.Eof(); leidas.MoveNext())
+        filas.append(FilaLeida(leidas, static_cast<int>(tabla.columnas.size())));
     return filas;
 }
 
@@ -57,6 +54,30 @@ FilasDelPlan LeerFilas(Conexion &conexion, const QString &tipoEquipo)
     return {SinBlancosAlFinal(tipoEquipo), Leer(conexion, DelPlan::Parte, "Tep_ID", tipoEquipo),
             Leer(conexion, DelPlan::Servicio, "Pm_ID", tipoEquipo),
             Leer(conexion, DelPlan::Linea, "Pm_ID, Pmd_Numero, Pmd_ID", tipoEquipo)};
+}
+
+FilaDelPlan FilaLeida(const Recordset &fila, int columnas)
+{
+    FilaDelPlan leida;
+    leida.reserve(columnas);
+    for (int i = 0; i < columnas; ++i) // an absent text comes as a text
+        leida.append(fila.Valor(i).isNull() ? QVariant() : fila.Valor(i));
+    return leida;
+}
+
+void OrdenarFilas(FilasDelPlan &filas)
+{
+    const auto ordenar = [](QList<FilaDelPlan> &unas, const QList<int> &lugares) {
+        std::stable_sort(unas.begin(), unas.end(), [&](const FilaDelPlan &una, const FilaDelPlan &otra) {
+            for (const int lugar : lugares)
+                if (const int orden = ClaveDe(una, lugar).compare(ClaveDe(otra, lugar)); orden != 0)
+                    return orden < 0;
+            return false;
+        });
+    };
+    ordenar(filas.partes, {parte::Clave});
+    ordenar(filas.servicios, {servicio::Folio});
+    ordenar(filas.lineas, {linea::Folio, linea::Clave});
 }
 
 QString ClaveDe(const FilaDelPlan &fila, int lugar)

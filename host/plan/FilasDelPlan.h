@@ -10,6 +10,7 @@ namespace qvx
 {
 
 class Conexion;
+class Recordset;
 
 // The rows of a plan as its tables hold them, to be compared and to be written again: from the tables of today, from a
 // copy, from what is to come. Values are the engine's own: numbers as numbers, and an absent one is an invalid
@@ -79,6 +80,12 @@ struct FilasDelPlan {
 // All rows of the plan of an equipment type, in three statements of one moment; retired ones and what the tree does not
 // reach are among them. What is read counts for no screen as read. Raises data errors.
 FilasDelPlan LeerFilas(Conexion &conexion, const QString &tipoEquipo);
+
+// A row of which all the columns were read, in their order.
+FilaDelPlan FilaLeida(const Recordset &fila, int columnas);
+
+// Puts the rows into the order that LeerFilas gives them.
+void OrdenarFilas(FilasDelPlan &filas);
 
 // A value of a row without its trailing blanks: keys compare so.
 QString ClaveDe(const FilaDelPlan &fila, int lugar);
