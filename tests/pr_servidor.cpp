@@ -286,8 +286,10 @@ void PrServidor::otraVersion()
 void PrServidor::tablas()
 {
     const QString plan = "plan_mantenimiento plan_mantenimiento_detalle ";
-    const QString todas = "catalogo_cambio consulta esquema formato_clave " + plan
-                          + "prioridad_servicio producto tipo_equipo tipo_equipo_parte tipo_gasto tipo_servicio unidad";
+    const QString todas =
+        "catalogo_cambio consulta esquema formato_clave historia_linea historia_parte historia_servicio "
+        "operacion operacion_deshecha operacion_plan "
+        + plan + "prioridad_servicio producto tipo_equipo tipo_equipo_parte tipo_gasto tipo_servicio unidad";
     const QString suyas = plan + "tipo_equipo_parte";
     const QString catalogos = "prioridad_servicio producto tipo_equipo tipo_gasto tipo_servicio unidad";
     const QString todasYRegistro = QString(todas).replace("tipo_equipo ", "registro_cambio tipo_equipo ");
