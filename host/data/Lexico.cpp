@@ -199,6 +199,19 @@ int LiteralEn(const QString &forma, qsizetype lugar)
     return static_cast<int>(QStringView(forma).left(lugar).count(QLatin1Char('?')));
 }
 
+int LiteralDelAlta(const QString &forma, const QString &columna)
+{
+    static const QRegularExpression alta("^INSERT\\s+INTO\\s+\\w+\\s*\\(([^()]*)\\)\\s*VALUES\\s*\\(([^()]*)\\)",
+                                         QRegularExpression::CaseInsensitiveOption);
+    const auto hallada = alta.match(forma);
+    const QStringList columnas = hallada.captured(1).split(QLatin1Char(','));
+    const QStringList valores = hallada.captured(2).split(QLatin1Char(','));
+    for (qsizetype i = 0; hallada.hasMatch() && i < qMin(columnas.size(), valores.size()); ++i)
+        if (columnas.at(i).trimmed().compare(columna, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(valores.mid(0, i).join(QString()).count(QLatin1Char('?')));
+    return -1;
+}
+
 bool SoloLlamaA(const QString &forma, const QStringList &funciones)
 {
     static const QRegularExpression llamada(R"((=|[\w.]+|\S)\s*(?=\())",

@@ -32,6 +32,9 @@ QString EnUnRenglon(const QString &texto, const QVariantList &valores);
 // Where a literal stands among those of a shape, by the place of its "?" in the text.
 int LiteralEn(const QString &forma, qsizetype lugar);
 
+// Likewise, that of a column that a shape gives to a new row, -1 where it gives none.
+int LiteralDelAlta(const QString &forma, const QString &columna);
+
 // Whether every parenthesis of a shape belongs to a subquery, to a comparison, or to one of these functions.
 bool SoloLlamaA(const QString &forma, const QStringList &funciones);
 

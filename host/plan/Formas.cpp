@@ -51,20 +51,6 @@ QList<int> TiposIgualados(const QString &forma)
     return lugares;
 }
 
-// Where a new row is given its equipment type, -1 where none is.
-int TipoDelAlta(const QString &forma)
-{
-    static const QRegularExpression alta("^INSERT\\s+INTO\\s+\\w+\\s*\\(([^()]*)\\)\\s*VALUES\\s*\\(([^()]*)\\)",
-                                         QRegularExpression::CaseInsensitiveOption);
-    const auto hallada = alta.match(forma);
-    const QStringList columnas = hallada.captured(1).split(QLatin1Char(','));
-    const QStringList valores = hallada.captured(2).split(QLatin1Char(','));
-    for (int i = 0; hallada.hasMatch() && i < qMin(columnas.size(), valores.size()); ++i)
-        if (columnas.at(i).trimmed().compare("Te_Cve_Tipo_Equipo", Qt::CaseInsensitive) == 0)
-            return static_cast<int>(valores.mid(0, i).join(QString()).count(QLatin1Char('?')));
-    return -1;
-}
-
 } // namespace
 
 Conocida Formas::Conocer(const QString &forma, const QStringList &funciones) const
@@ -80,7 +66,7 @@ Conocida Formas::Conocer(const QString &forma, const QStringList &funciones) con
     if (conocida.ajena)
         return conocida;
     conocida.reservas = conocida.iguales;
-    if (const int lugar = TipoDelAlta(forma); lugar >= 0)
+    if (const int lugar = LiteralDelAlta(forma, "Te_Cve_Tipo_Equipo"); lugar >= 0)
         conocida.reservas.append(lugar);
     return conocida;
 }

@@ -14,7 +14,9 @@ namespace
 {
 
 // In the order in which one stands for a transaction that does several.
-enum Cambios {
+namespace cambio
+{
+enum {
     Nada,
     Copia,
     Vaciado,
@@ -30,6 +32,7 @@ enum Cambios {
     Lineas,
     Firma
 };
+}
 
 bool EsAsi(const QString &forma, const char *patron)
 {
@@ -41,41 +44,34 @@ bool EsAsi(const QString &forma, const char *patron)
 int CambioDePartes(const QString &forma)
 {
     if (EsAsi(forma, "INSERT\\s.*\\bSELECT\\b"))
-        return Copia;
+        return cambio::Copia;
     if (EsAsi(forma, "INSERT\\b"))
-        return ParteNueva;
+        return cambio::ParteNueva;
     if (EsAsi(forma, "DELETE\\b"))
-        return EsAsi(forma, ".*\\bTep_ID\\b") ? ParteEliminada : Vaciado;
+        return EsAsi(forma, ".*\\bTep_ID\\b") ? cambio::ParteEliminada : cambio::Vaciado;
     const QString asignaciones = forma.section(QRegularExpression("\\bWHERE\\b"), 0, 0);
     if (asignaciones.contains("Es_Cve_Estado"))
-        return Estado;
+        return cambio::Estado;
     if (asignaciones.contains("Tep_Padre"))
-        return ParteMovida;
-    return asignaciones.contains("Tep_Descripcion") ? ParteCambiada : Firma;
+        return cambio::ParteMovida;
+    return asignaciones.contains("Tep_Descripcion") ? cambio::ParteCambiada : cambio::Firma;
 }
 
 int CambioDeServicios(const QString &forma)
 {
     if (EsAsi(forma, "INSERT\\b"))
-        return ServicioNuevo;
+        return cambio::ServicioNuevo;
     if (EsAsi(forma, "DELETE\\b"))
-        return ServicioEliminado;
-    return EsAsi(forma, "UPDATE\\s.*\\bSET\\b.*\\bTep_ID\\s*=.*\\bWHERE\\b") ? ServicioMovido : ServicioCambiado;
+        return cambio::ServicioEliminado;
+    return EsAsi(forma, "UPDATE\\s.*\\bSET\\b.*\\bTep_ID\\s*=.*\\bWHERE\\b") ? cambio::ServicioMovido
+                                                                             : cambio::ServicioCambiado;
 }
 
 // Where a shape gives a column to a new row, or chooses rows by it; -1 where it does neither.
 int LugarDe(const QString &forma, const QString &columna)
 {
-    static const QRegularExpression alta("^INSERT\\s+INTO\\s+\\w+\\s*\\(([^()]*)\\)\\s*VALUES\\s*\\(([^()]*)\\)",
-                                         QRegularExpression::CaseInsensitiveOption);
-    if (const auto hallada = alta.match(forma); hallada.hasMatch()) {
-        const QStringList columnas = hallada.captured(1).split(QLatin1Char(','));
-        const QStringList valores = hallada.captured(2).split(QLatin1Char(','));
-        for (qsizetype i = 0; i < qMin(columnas.size(), valores.size()); ++i)
-            if (columnas.at(i).trimmed() == columna)
-                return static_cast<int>(valores.mid(0, i).join(QString()).count(QLatin1Char('?')));
-        return -1;
-    }
+    if (const int lugar = LiteralDelAlta(forma, columna); lugar >= 0)
+        return lugar;
     const auto donde = forma.lastIndexOf(QRegularExpression("\\bWHERE\\b", QRegularExpression::CaseInsensitiveOption));
     const auto igualada = QRegularExpression("\\b" + columna + "\\s*=\\s*\\?").match(forma, qMax<qsizetype>(donde, 0));
     return igualada.hasMatch() ? LiteralEn(forma, igualada.capturedEnd() - 1) : -1;
@@ -94,22 +90,22 @@ int OperacionEnCurso::Cambio(const QString &forma)
         return CambioDePartes(forma);
     if (nombre == "plan_mantenimiento")
         return CambioDeServicios(forma);
-    return nombre == "plan_mantenimiento_detalle" ? Lineas : Nada;
+    return nombre == "plan_mantenimiento_detalle" ? cambio::Lineas : cambio::Nada;
 }
 
 QList<int> OperacionEnCurso::Claves(const QString &forma, int cambio)
 {
     switch (cambio) {
-    case Nada:
+    case cambio::Nada:
         return {};
-    case Copia:
-    case Vaciado:
+    case cambio::Copia:
+    case cambio::Vaciado:
         return {LugarDe(forma, "Te_Cve_Tipo_Equipo")};
-    case ServicioNuevo:
-    case ServicioMovido:
-    case ServicioEliminado:
-    case ServicioCambiado:
-    case Lineas:
+    case cambio::ServicioNuevo:
+    case cambio::ServicioMovido:
+    case cambio::ServicioEliminado:
+    case cambio::ServicioCambiado:
+    case cambio::Lineas:
         return {LugarDe(forma, "Pm_ID"), LugarDe(forma, "Tep_ID")};
     default:
         return {LugarDe(forma, "Tep_ID"),
@@ -151,26 +147,26 @@ OperacionEnCurso::Nombre OperacionEnCurso::Deducido() const
     const QString servicio =
         "Servicio " + claves.value(0) + (claves.value(1).isEmpty() ? QString() : " de la parte " + claves.value(1));
     switch (hechos.constFirst()) {
-    case Copia:
+    case cambio::Copia:
         return {"Copia de plan", "Del tipo de equipo " + claves.value(0)};
-    case Vaciado:
+    case cambio::Vaciado:
         return {"Importación", ""};
-    case ParteEliminada:
+    case cambio::ParteEliminada:
         return {"Parte eliminada", parte};
-    case Estado:
+    case cambio::Estado:
         return {claves.value(1) == "BA" ? "Baja" : "Reactivación", parte};
-    case ParteNueva:
+    case cambio::ParteNueva:
         return {"Parte nueva", parte};
-    case ParteMovida:
+    case cambio::ParteMovida:
         return {"Parte movida", parte};
-    case ServicioNuevo:
+    case cambio::ServicioNuevo:
         return {"Servicio nuevo", servicio};
-    case ServicioMovido:
+    case cambio::ServicioMovido:
         return {"Servicio movido", servicio};
-    case ServicioEliminado:
+    case cambio::ServicioEliminado:
         return {"Servicio eliminado", servicio};
-    case ServicioCambiado:
-    case Lineas:
+    case cambio::ServicioCambiado:
+    case cambio::Lineas:
         return {"Servicio cambiado", servicio};
     default:
         return {"Parte cambiada", parte};

@@ -138,12 +138,31 @@ CREATE TRIGGER Cambio_De_Fuera_Nuevo INSTEAD OF INSERT ON Cambio_De_Fuera BEGIN
 END;
 
 -- A change of a part or a service is followed by the one that stamps its version: the row as it was is noted with the
--- first, the row as it became with the second. A row that takes another's place does not tell of its deletion.
+-- first, the row as it became with the second. This system puts no row in another's place, which would not tell of the
+-- deletion; others may.
 
-CREATE TRIGGER Hp_Alta_De_Fuera BEFORE INSERT ON Tipo_Equipo_Parte WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
-    INSERT INTO Cambio_De_Fuera VALUES (NEW.Te_Cve_Tipo_Equipo); END;
+CREATE TRIGGER Hp_Alta_De_Fuera BEFORE INSERT ON Tipo_Equipo_Parte
+    WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
+    INSERT INTO Cambio_De_Fuera VALUES (NEW.Te_Cve_Tipo_Equipo);
+    INSERT INTO Historia_Parte (Op_ID, Hi_Lado,
+        Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion, Es_Cve_Estado, Oper_Alta, Fecha_Alta,
+        Oper_Ult_Modif, Fecha_Ult_Modif, Oper_Baja, Fecha_Baja, Version, Version_Anterior, Oper_Anterior,
+        Fecha_Anterior)
+        SELECT (SELECT Op_ID FROM Operacion_En_Curso), 'R',
+        Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion, Es_Cve_Estado, Oper_Alta, Fecha_Alta,
+        Oper_Ult_Modif, Fecha_Ult_Modif, Oper_Baja, Fecha_Baja, Version, Version_Anterior, Oper_Anterior,
+        Fecha_Anterior
+        FROM Tipo_Equipo_Parte
+        WHERE Te_Cve_Tipo_Equipo = NEW.Te_Cve_Tipo_Equipo AND Tep_ID = NEW.Tep_ID;
+END;
 
-CREATE TRIGGER Hp_Baja_De_Fuera BEFORE DELETE ON Tipo_Equipo_Parte WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
+CREATE TRIGGER Hp_Reemplazada AFTER INSERT ON Tipo_Equipo_Parte
+    WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
+    UPDATE Historia_Parte SET Hi_Lado = 'A'
+     WHERE Hi_Lado = 'R' AND Op_ID = (SELECT Op_ID FROM Operacion_En_Curso); END;
+
+CREATE TRIGGER Hp_Baja_De_Fuera BEFORE DELETE ON Tipo_Equipo_Parte
+    WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
     INSERT INTO Cambio_De_Fuera VALUES (OLD.Te_Cve_Tipo_Equipo); END;
 
 CREATE TRIGGER Hp_Alta AFTER INSERT ON Tipo_Equipo_Parte BEGIN
@@ -193,31 +212,30 @@ CREATE TRIGGER Hp_Baja AFTER DELETE ON Tipo_Equipo_Parte BEGIN
         OLD.Version_Anterior, OLD.Oper_Anterior, OLD.Fecha_Anterior);
 END;
 
-CREATE TRIGGER Hp_Por_Reemplazar BEFORE INSERT ON Tipo_Equipo_Parte
-    WHEN EXISTS (SELECT 1 FROM Tipo_Equipo_Parte
-                  WHERE Te_Cve_Tipo_Equipo = NEW.Te_Cve_Tipo_Equipo AND Tep_ID = NEW.Tep_ID) BEGIN
-    INSERT INTO Cambio_De_Fuera SELECT NEW.Te_Cve_Tipo_Equipo WHERE NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL);
-    INSERT INTO Historia_Parte (Op_ID, Hi_Lado,
-        Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion, Es_Cve_Estado, Oper_Alta, Fecha_Alta,
-        Oper_Ult_Modif, Fecha_Ult_Modif, Oper_Baja, Fecha_Baja, Version, Version_Anterior, Oper_Anterior,
-        Fecha_Anterior)
+CREATE TRIGGER Hs_Alta_De_Fuera BEFORE INSERT ON Plan_Mantenimiento
+    WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
+    INSERT INTO Cambio_De_Fuera VALUES (NEW.Te_Cve_Tipo_Equipo);
+    INSERT INTO Historia_Servicio (Op_ID, Hi_Lado,
+        Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, Pm_Lectura, Pm_Unidad_Lectura,
+        Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, Pm_Requiere_Paro, Pm_Tiempo_Paro, Es_Cve_Estado, Oper_Alta,
+        Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif, Oper_Baja, Fecha_Baja, Version, Version_Anterior,
+        Oper_Anterior, Fecha_Anterior)
         SELECT (SELECT Op_ID FROM Operacion_En_Curso), 'R',
-        Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion, Es_Cve_Estado, Oper_Alta, Fecha_Alta,
-        Oper_Ult_Modif, Fecha_Ult_Modif, Oper_Baja, Fecha_Baja, Version, Version_Anterior, Oper_Anterior,
-        Fecha_Anterior
-        FROM Tipo_Equipo_Parte
-        WHERE Te_Cve_Tipo_Equipo = NEW.Te_Cve_Tipo_Equipo AND Tep_ID = NEW.Tep_ID;
+        Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, Pm_Lectura, Pm_Unidad_Lectura,
+        Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, Pm_Requiere_Paro, Pm_Tiempo_Paro, Es_Cve_Estado, Oper_Alta,
+        Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif, Oper_Baja, Fecha_Baja, Version, Version_Anterior,
+        Oper_Anterior, Fecha_Anterior
+        FROM Plan_Mantenimiento
+        WHERE Te_Cve_Tipo_Equipo = NEW.Te_Cve_Tipo_Equipo AND Pm_ID = NEW.Pm_ID;
 END;
 
-CREATE TRIGGER Hp_Reemplazada AFTER INSERT ON Tipo_Equipo_Parte
-    WHEN EXISTS (SELECT 1 FROM Historia_Parte
-                  WHERE Hi_Lado = 'R' AND Op_ID = (SELECT Op_ID FROM Operacion_En_Curso)) BEGIN
-    UPDATE Historia_Parte SET Hi_Lado = 'A' WHERE Hi_Lado = 'R' AND Op_ID = (SELECT Op_ID FROM Operacion_En_Curso); END;
+CREATE TRIGGER Hs_Reemplazada AFTER INSERT ON Plan_Mantenimiento
+    WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
+    UPDATE Historia_Servicio SET Hi_Lado = 'A'
+     WHERE Hi_Lado = 'R' AND Op_ID = (SELECT Op_ID FROM Operacion_En_Curso); END;
 
-CREATE TRIGGER Hs_Alta_De_Fuera BEFORE INSERT ON Plan_Mantenimiento WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
-    INSERT INTO Cambio_De_Fuera VALUES (NEW.Te_Cve_Tipo_Equipo); END;
-
-CREATE TRIGGER Hs_Baja_De_Fuera BEFORE DELETE ON Plan_Mantenimiento WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
+CREATE TRIGGER Hs_Baja_De_Fuera BEFORE DELETE ON Plan_Mantenimiento
+    WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
     INSERT INTO Cambio_De_Fuera VALUES (OLD.Te_Cve_Tipo_Equipo); END;
 
 CREATE TRIGGER Hs_Alta AFTER INSERT ON Plan_Mantenimiento BEGIN
@@ -279,33 +297,26 @@ CREATE TRIGGER Hs_Baja AFTER DELETE ON Plan_Mantenimiento BEGIN
         OLD.Fecha_Anterior);
 END;
 
-CREATE TRIGGER Hs_Por_Reemplazar BEFORE INSERT ON Plan_Mantenimiento
-    WHEN EXISTS (SELECT 1 FROM Plan_Mantenimiento
-                  WHERE Te_Cve_Tipo_Equipo = NEW.Te_Cve_Tipo_Equipo AND Pm_ID = NEW.Pm_ID) BEGIN
-    INSERT INTO Cambio_De_Fuera SELECT NEW.Te_Cve_Tipo_Equipo WHERE NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL);
-    INSERT INTO Historia_Servicio (Op_ID, Hi_Lado,
-        Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, Pm_Lectura, Pm_Unidad_Lectura,
-        Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, Pm_Requiere_Paro, Pm_Tiempo_Paro, Es_Cve_Estado, Oper_Alta,
-        Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif, Oper_Baja, Fecha_Baja, Version, Version_Anterior,
-        Oper_Anterior, Fecha_Anterior)
+CREATE TRIGGER Hl_Alta_De_Fuera BEFORE INSERT ON Plan_Mantenimiento_Detalle
+    WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
+    INSERT INTO Cambio_De_Fuera VALUES (NEW.Te_Cve_Tipo_Equipo);
+    INSERT INTO Historia_Linea (Op_ID, Hi_Lado,
+        Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, Pmd_Cantidad, Pmd_Unidad, Pmd_Costo,
+        Pmd_Importe, Pmd_Tipo_Gasto)
         SELECT (SELECT Op_ID FROM Operacion_En_Curso), 'R',
-        Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, Pm_Lectura, Pm_Unidad_Lectura,
-        Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, Pm_Requiere_Paro, Pm_Tiempo_Paro, Es_Cve_Estado, Oper_Alta,
-        Fecha_Alta, Oper_Ult_Modif, Fecha_Ult_Modif, Oper_Baja, Fecha_Baja, Version, Version_Anterior,
-        Oper_Anterior, Fecha_Anterior
-        FROM Plan_Mantenimiento
-        WHERE Te_Cve_Tipo_Equipo = NEW.Te_Cve_Tipo_Equipo AND Pm_ID = NEW.Pm_ID;
+        Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, Pmd_Cantidad, Pmd_Unidad, Pmd_Costo,
+        Pmd_Importe, Pmd_Tipo_Gasto
+        FROM Plan_Mantenimiento_Detalle
+        WHERE Te_Cve_Tipo_Equipo = NEW.Te_Cve_Tipo_Equipo AND Tep_ID = NEW.Tep_ID AND Pm_ID = NEW.Pm_ID AND Pmd_ID = NEW.Pmd_ID;
 END;
 
-CREATE TRIGGER Hs_Reemplazada AFTER INSERT ON Plan_Mantenimiento
-    WHEN EXISTS (SELECT 1 FROM Historia_Servicio
-                  WHERE Hi_Lado = 'R' AND Op_ID = (SELECT Op_ID FROM Operacion_En_Curso)) BEGIN
-    UPDATE Historia_Servicio SET Hi_Lado = 'A' WHERE Hi_Lado = 'R' AND Op_ID = (SELECT Op_ID FROM Operacion_En_Curso); END;
+CREATE TRIGGER Hl_Reemplazada AFTER INSERT ON Plan_Mantenimiento_Detalle
+    WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
+    UPDATE Historia_Linea SET Hi_Lado = 'A'
+     WHERE Hi_Lado = 'R' AND Op_ID = (SELECT Op_ID FROM Operacion_En_Curso); END;
 
-CREATE TRIGGER Hl_Alta_De_Fuera BEFORE INSERT ON Plan_Mantenimiento_Detalle WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
-    INSERT INTO Cambio_De_Fuera VALUES (NEW.Te_Cve_Tipo_Equipo); END;
-
-CREATE TRIGGER Hl_Baja_De_Fuera BEFORE DELETE ON Plan_Mantenimiento_Detalle WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
+CREATE TRIGGER Hl_Baja_De_Fuera BEFORE DELETE ON Plan_Mantenimiento_Detalle
+    WHEN NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL) BEGIN
     INSERT INTO Cambio_De_Fuera VALUES (OLD.Te_Cve_Tipo_Equipo); END;
 
 CREATE TRIGGER Hl_Alta AFTER INSERT ON Plan_Mantenimiento_Detalle BEGIN
@@ -344,25 +355,6 @@ CREATE TRIGGER Hl_Baja AFTER DELETE ON Plan_Mantenimiento_Detalle BEGIN
         OLD.Te_Cve_Tipo_Equipo, OLD.Tep_ID, OLD.Pm_ID, OLD.Pmd_ID, OLD.Pmd_Tipo, OLD.Pr_Cve_Producto,
         OLD.Pmd_Cantidad, OLD.Pmd_Unidad, OLD.Pmd_Costo, OLD.Pmd_Importe, OLD.Pmd_Tipo_Gasto);
 END;
-
-CREATE TRIGGER Hl_Por_Reemplazar BEFORE INSERT ON Plan_Mantenimiento_Detalle
-    WHEN EXISTS (SELECT 1 FROM Plan_Mantenimiento_Detalle
-                  WHERE Te_Cve_Tipo_Equipo = NEW.Te_Cve_Tipo_Equipo AND Tep_ID = NEW.Tep_ID AND Pm_ID = NEW.Pm_ID AND Pmd_ID = NEW.Pmd_ID) BEGIN
-    INSERT INTO Cambio_De_Fuera SELECT NEW.Te_Cve_Tipo_Equipo WHERE NOT EXISTS (SELECT 1 FROM Operacion_En_Curso WHERE Oc_Hora IS NULL);
-    INSERT INTO Historia_Linea (Op_ID, Hi_Lado,
-        Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, Pmd_Cantidad, Pmd_Unidad, Pmd_Costo,
-        Pmd_Importe, Pmd_Tipo_Gasto)
-        SELECT (SELECT Op_ID FROM Operacion_En_Curso), 'R',
-        Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, Pmd_Cantidad, Pmd_Unidad, Pmd_Costo,
-        Pmd_Importe, Pmd_Tipo_Gasto
-        FROM Plan_Mantenimiento_Detalle
-        WHERE Te_Cve_Tipo_Equipo = NEW.Te_Cve_Tipo_Equipo AND Tep_ID = NEW.Tep_ID AND Pm_ID = NEW.Pm_ID AND Pmd_ID = NEW.Pmd_ID;
-END;
-
-CREATE TRIGGER Hl_Reemplazada AFTER INSERT ON Plan_Mantenimiento_Detalle
-    WHEN EXISTS (SELECT 1 FROM Historia_Linea
-                  WHERE Hi_Lado = 'R' AND Op_ID = (SELECT Op_ID FROM Operacion_En_Curso)) BEGIN
-    UPDATE Historia_Linea SET Hi_Lado = 'A' WHERE Hi_Lado = 'R' AND Op_ID = (SELECT Op_ID FROM Operacion_En_Curso); END;
 
 -- The history is not changed. It goes by whole operations, the oldest first: the operation, and then what it left.
 
