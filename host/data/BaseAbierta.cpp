@@ -35,9 +35,14 @@ void BaseAbierta::Soltar(QSqlDatabase &base)
 
 void BaseAbierta::Ejecutar(const QString &sql)
 {
+    Ejecutar(sql, rechazar);
+}
+
+void BaseAbierta::Ejecutar(const QString &sql, const Rechazo &rechazo)
+{
     QSqlQuery consulta(base);
     if (!consulta.exec(sql))
-        rechazar(consulta.lastError());
+        rechazo(consulta.lastError());
 }
 
 QString BaseAbierta::Valor(const QString &sql)
