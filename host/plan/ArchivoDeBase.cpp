@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSqlError>
+#include <filesystem>
 #include <sys/file.h>
 #include <unistd.h>
 #include <utility>
@@ -99,6 +100,13 @@ BaseAbierta Abrir(const QString &ruta, const QString &sujeto, bool soloLectura)
         base.setConnectOptions(QString("QSQLITE_BUSY_TIMEOUT=5000") + (soloLectura ? ";QSQLITE_OPEN_READONLY" : ""));
     };
     return BaseAbierta("QSQLITE", preparar, [sujeto](const QSqlError &error) { RechazarPorMotor(sujeto, error); });
+}
+
+bool EsElMismo(const QString &uno, const QString &otro)
+{
+    std::error_code sinArchivo;
+    return std::filesystem::equivalent(QFile::encodeName(uno).constData(), QFile::encodeName(otro).constData(),
+                                       sinArchivo);
 }
 
 void RevisarCabecera(const QString &archivo, const QString &sujeto)

@@ -21,6 +21,9 @@ QString LaCopia(const QString &archivo);
 // Every error of the connection is one of the subject's.
 BaseAbierta Abrir(const QString &ruta, const QString &sujeto, bool soloLectura = false);
 
+// Whether two paths lead to one file.
+bool EsElMismo(const QString &uno, const QString &otro);
+
 // Raises an error for what is no file that the engine could read. The file must not be open in this process: closing
 // it would end the engine's locks.
 void RevisarCabecera(const QString &archivo, const QString &sujeto);
