@@ -4,6 +4,7 @@
 #include "app/Reporte.h"
 #include "app/catalogos/OrdenesDeCatalogo.h"
 #include "app/catalogos/OrdenesDeCostos.h"
+#include "app/respaldo/OrdenesDeRespaldo.h"
 #include "session/Aplicacion.h"
 
 #include <fontconfig/fontconfig.h>
@@ -41,6 +42,10 @@ std::function<int(const Argumentos &)> OrdenSinPantalla(const Argumentos &argume
         return ActualizarLosCostos;
     if (argumentos.completarGastos)
         return CompletarLosGastos;
+    if (argumentos.respaldar)
+        return RespaldarEnArchivo;
+    if (argumentos.restaurar)
+        return RestaurarDeArchivo;
     return nullptr;
 }
 
