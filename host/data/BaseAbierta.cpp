@@ -48,14 +48,9 @@ void BaseAbierta::Soltar(QSqlDatabase &base)
 
 void BaseAbierta::Ejecutar(const QString &sql)
 {
-    Ejecutar(sql, rechazar);
-}
-
-void BaseAbierta::Ejecutar(const QString &sql, const Rechazo &rechazo)
-{
     QSqlQuery consulta(base);
     if (!consulta.exec(sql))
-        rechazo(consulta.lastError());
+        rechazar(consulta.lastError());
 }
 
 QString BaseAbierta::Valor(const QString &sql)

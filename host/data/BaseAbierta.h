@@ -25,8 +25,6 @@ public:
 
     // Statements of the host's own, as they stand.
     void Ejecutar(const QString &sql);
-    // Likewise, with another word for its failure.
-    void Ejecutar(const QString &sql, const Rechazo &rechazo);
     // The first value of the first row, "" when there is none.
     QString Valor(const QString &sql);
     QList<QVariantList> Filas(const QString &sql);

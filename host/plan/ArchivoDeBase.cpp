@@ -41,6 +41,15 @@ constexpr qint64 SegundosParaApartar = 60; // from the making of a provisional f
     }
 }
 
+BaseAbierta Conectar(const QString &ruta, const QString &opciones, const BaseAbierta::Rechazo &rechazar)
+{
+    const auto preparar = [&](QSqlDatabase &base) {
+        base.setDatabaseName(ruta);
+        base.setConnectOptions("QSQLITE_BUSY_TIMEOUT=5000" + opciones);
+    };
+    return BaseAbierta("QSQLITE", preparar, rechazar);
+}
+
 // It may be the database that cannot be read, or the copy that cannot be written.
 [[noreturn]] void RechazarCopia(const QString &sujeto, const QSqlError &error)
 {
@@ -48,9 +57,11 @@ constexpr qint64 SegundosParaApartar = 60; // from the making of a provisional f
     case 5:
         Rechazar(sujeto, "no se pudo hacer: otro programa tiene ocupada la base de datos", error);
     case 11:
-        Rechazar(sujeto, "no se pudo hacer: la base de datos está dañada", error);
+        Rechazar(sujeto, "no se pudo hacer: está dañado lo que se copia", error);
     case 13:
         Rechazar(sujeto, "no se pudo escribir: disco lleno", error);
+    case 26:
+        Rechazar(sujeto, "no es de Quorvex", error);
     default:
         Rechazar(sujeto, "no se pudo hacer", error);
     }
@@ -95,11 +106,8 @@ void Rechazar(const QString &sujeto, const QString &motivo, const QSqlError &err
 
 BaseAbierta Abrir(const QString &ruta, const QString &sujeto, bool soloLectura)
 {
-    const auto preparar = [&](QSqlDatabase &base) {
-        base.setDatabaseName(ruta);
-        base.setConnectOptions(QString("QSQLITE_BUSY_TIMEOUT=5000") + (soloLectura ? ";QSQLITE_OPEN_READONLY" : ""));
-    };
-    return BaseAbierta("QSQLITE", preparar, [sujeto](const QSqlError &error) { RechazarPorMotor(sujeto, error); });
+    return Conectar(ruta, soloLectura ? ";QSQLITE_OPEN_READONLY" : "",
+                    [sujeto](const QSqlError &error) { RechazarPorMotor(sujeto, error); });
 }
 
 bool EsElMismo(const QString &uno, const QString &otro)
@@ -175,12 +183,14 @@ bool Provisional::Publicar(const QString &nombre)
     return true;
 }
 
-void Copiar(BaseAbierta &base, const Provisional &copia, const QString &sujeto)
+// Not by VACUUM INTO: the engine does not do it to a database that it only reads.
+void Copiar(const BaseAbierta &base, const Provisional &copia, const QString &sujeto)
 {
-    base.Ejecutar("VACUUM INTO '" + copia.Ruta().replace(QLatin1Char('\''), "''") + "'",
-                  [&](const QSqlError &error) { RechazarCopia(sujeto, error); });
-    BaseAbierta hecha = Abrir(copia.Ruta(), sujeto, true);
-    RevisarEntera(hecha, sujeto, RevisarVersion(hecha, sujeto));
+    BaseAbierta nueva = Conectar(copia.Ruta(), {}, [sujeto](const QSqlError &error) { RechazarCopia(sujeto, error); });
+    nueva.Ejecutar("PRAGMA synchronous = OFF"); // all of it at once, when it gets its name
+    nueva.ReemplazarPor(base);
+    nueva.Ejecutar("PRAGMA journal_mode = DELETE"); // whatever the other one has
+    RevisarEntera(nueva, sujeto, RevisarVersion(nueva, sujeto));
 }
 
 } // namespace qvx::archivo

@@ -57,6 +57,6 @@ private:
 // Writes all that a database holds, as it is now, into the empty file: by the engine, so that it is whole whatever
 // journal there is. Others may read meanwhile; who writes waits with its commit. The copy is read again and checked.
 // Raises errors of the subject.
-void Copiar(BaseAbierta &base, const Provisional &copia, const QString &sujeto);
+void Copiar(const BaseAbierta &base, const Provisional &copia, const QString &sujeto);
 
 } // namespace qvx::archivo
