@@ -128,6 +128,21 @@ void LeerCopias(const QCommandLineParser &lector, QStringList &sueltos, Argument
         argumentos.claves = {sueltos.takeFirst()};
 }
 
+// Two plans: one is the option's value, the other an argument that no option names.
+void LeerComparacion(const QCommandLineParser &lector, QStringList &sueltos, Argumentos &argumentos)
+{
+    argumentos.comparar = lector.isSet("comparar");
+    if (!argumentos.comparar)
+        return;
+    const QString otra = Sobrante(lector, {"comparar", "base-datos", "servidor", "operador"});
+    if (!otra.isEmpty())
+        argumentos.error = "--comparar va sin otra orden: --" + otra + " sobra.";
+    else if (lector.value("comparar").isEmpty() || sueltos.isEmpty())
+        argumentos.error = "--comparar necesita dos planes: la clave de un tipo de equipo o un archivo XML cada uno.";
+    else
+        argumentos.claves = {lector.value("comparar"), sueltos.takeFirst()};
+}
+
 // The options of the shared server.
 void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
 {
@@ -221,6 +236,7 @@ Argumentos Argumentos::Leer(const QStringList &linea)
                        {"si", ""},
                        {"actualizar-costos", ""},
                        {"completar-gastos", ""},
+                       {"comparar", "", "PLAN"},
                        {"respaldar", "", "FILE"},
                        {"restaurar", "", "FILE"},
                        {"revisar", ""},
@@ -236,6 +252,7 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     QStringList sueltos = lector.positionalArguments();
     LeerCostos(lector, sueltos, argumentos);
     LeerCopias(lector, sueltos, argumentos);
+    LeerComparacion(lector, sueltos, argumentos);
     LeerIntercambio(lector, sueltos, argumentos);
     LeerCatalogo(lector, argumentos);
     argumentos.revisar = lector.isSet("revisar");

@@ -39,6 +39,7 @@ struct Argumentos {
     // Without a window: a copy of the file, or the file, or the plan with the key, from a copy. Which is in archivo.
     bool respaldar = false;
     bool restaurar = false;
+    bool comparar = false;     // without a window: the two plans, documents or moments that claves holds
     bool crearEsquema = false; // without a window: on the server, at most one of the two
     bool actualizarEsquema = false;
     bool conEjemplos = false;

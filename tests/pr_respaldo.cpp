@@ -272,9 +272,15 @@ void PrRespaldo::dialogo()
     copias.setCurrentIndex(copias.model()->index(1, 0));
     QCOMPARE(planes.model()->index(0, 0).data().toString(), "0900");
     planes.setCurrentIndex(planes.model()->index(0, 0));
-    escenario->Personas().Responder(1000123, qvx::mensaje::Si);
+    QString dicho;
+    EnElDialogo(
+        [&](QWidget &previa) {
+            dicho = En<QLabel>(previa, "lblExplicacion").text() + En<QLabel>(previa, "lblResumen").text();
+            En<QPushButton>(previa, "cmdAceptar").click();
+        },
+        &forma);
     cmdPlan.click();
-    QVERIFY2(Mensajes().join(' ').contains("Cambian 2 partes."), qPrintable(Mensajes().join(' ')));
+    QVERIFY2(dicho.contains("Cambian 2 partes;") && dicho.contains("Partes: 2 nuevas."), qPrintable(dicho));
     QVERIFY(forma.HuboCambios());
     QCOMPARE(escenario->Filas("SELECT Tep_ID, Tep_Descripcion FROM Tipo_Equipo_Parte ORDER BY 1, 2"), plan);
     cmdPlan.click();

@@ -2,6 +2,7 @@
 
 #include "app/Ajustes.h"
 #include "app/Trampas.h"
+#include "app/comparar/DialogoPrevia.h"
 #include "app/respaldo/CopiaDelDia.h"
 #include "app/respaldo/Textos.h"
 #include "controls/Formulario.h"
@@ -269,12 +270,14 @@ void DialogoCopias::RestaurarElPlan()
                   qvx::mensaje::Informacion, 1000122);
             return;
         }
-        if (decir("El plan del tipo de equipo " + clave + " quedará como en la copia. Cambian "
-                      + respaldo::Texto(cambios) + ". ¿Desea continuar?",
-                  qvx::mensaje::SiNo + qvx::mensaje::Pregunta + qvx::mensaje::SegundoBoton, 1000123)
-            != qvx::mensaje::Si)
+        DialogoPrevia previa({"Restaurar el plan",
+                              "El plan quedará como en la copia. Cambian " + respaldo::Texto(cambios)
+                                  + "; lo que ya es igual no se toca.",
+                              "&Restaurar"},
+                             comparar::CompararFilas(Base(), antes, despues, "como está en la copia"), this);
+        if (previa.exec() != Accepted)
             return;
-        qvx::RestaurarPlan(Base(), qvx::Sesion::Actual().Firmante(), antes, despues);
+        qvx::RestaurarPlan(Base(), qvx::Sesion::Actual().Firmante(), antes, despues, respaldo::DeLaCopia(Elegida()));
         huboCambios = true;
         lblAviso->setText("Se restauró el plan del tipo de equipo " + clave + ".");
         lblAviso->show();

@@ -46,7 +46,7 @@ int RestaurarUno(qvx::Sesion &sesion, const Argumentos &argumentos)
         Escribir(stdout, FaltaSi);
         return salida::Hecho;
     }
-    qvx::RestaurarPlan(base, sesion.Firmante(), antes, despues);
+    qvx::RestaurarPlan(base, sesion.Firmante(), antes, despues, respaldo::DeLaCopia(argumentos.archivo));
     Escribir(stdout, "Se restauró el plan del tipo de equipo " + clave + ": " + respaldo::Texto(cambios) + ".");
     return salida::Hecho;
 }

@@ -4,6 +4,7 @@
 #include "plan/Restauracion.h"
 #include "plan/RestaurarPlan.h"
 
+#include <QFileInfo>
 #include <QStringList>
 
 // How copies are spoken of.
@@ -27,6 +28,11 @@ inline QString Texto(const qvx::FilasCambiadas &filas)
         textos.append(Cuantos(filas.lineas, "renglón", "renglones"));
     const QString ultimo = textos.isEmpty() ? QString("nada") : textos.takeLast();
     return textos.isEmpty() ? ultimo : textos.join(", ") + " y " + ultimo;
+}
+
+inline QString DeLaCopia(const QString &archivo)
+{
+    return "De la copia " + QFileInfo(archivo).fileName();
 }
 
 inline QString Texto(const qvx::PlanDeCopia &plan)

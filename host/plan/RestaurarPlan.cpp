@@ -1,6 +1,7 @@
 #include "plan/RestaurarPlan.h"
 
 #include "data/ErrorEjecucion.h"
+#include "plan/OperacionEnCurso.h"
 #include "plan/PlanTomado.h"
 
 #include <QHash>
@@ -14,7 +15,7 @@ namespace
 
 // By which of its keys a row is told from the others of its plan. A service keeps its row under another part; a line
 // goes with its part.
-QString Identidad(DelPlan clase, const FilaDelPlan &fila)
+QString SenaDeFila(DelPlan clase, const FilaDelPlan &fila)
 {
     switch (clase) {
     case DelPlan::Parte:
@@ -39,17 +40,17 @@ Diferencia Comparar(DelPlan clase, const FilasDelPlan &antes, const FilasDelPlan
 {
     QHash<QString, const FilaDelPlan *> estaban;
     for (const FilaDelPlan &fila : antes.De(clase))
-        estaban.insert(Identidad(clase, fila), &fila);
+        estaban.insert(SenaDeFila(clase, fila), &fila);
     Diferencia diferencia;
     for (const FilaDelPlan &fila : despues.De(clase)) {
-        const FilaDelPlan *anterior = estaban.take(Identidad(clase, fila));
+        const FilaDelPlan *anterior = estaban.take(SenaDeFila(clase, fila));
         if (!anterior)
             diferencia.faltan.append(fila);
         else if (!SonIguales(TablaDe(clase), *anterior, fila))
             diferencia.cambian.append({*anterior, fila});
     }
     for (const FilaDelPlan &fila : antes.De(clase)) // in their order
-        if (estaban.contains(Identidad(clase, fila)))
+        if (estaban.contains(SenaDeFila(clase, fila)))
             diferencia.sobran.append(fila);
     return diferencia;
 }
@@ -173,7 +174,7 @@ private:
     static void RevisarUna(const Recordset &cambio, DelPlan clase, const FilaDelPlan &fila)
     {
         if (cambio.Afectadas() != 1)
-            Rechazar("El renglón " + Identidad(clase, fila) + " de " + TablaDe(clase).nombre
+            Rechazar("El renglón " + SenaDeFila(clase, fila) + " de " + TablaDe(clase).nombre
                      + " no se pudo escribir. No se guardó nada.");
     }
 
@@ -207,7 +208,7 @@ FilasCambiadas Distintas(const FilasDelPlan &antes, const FilasDelPlan &despues)
 }
 
 FilasCambiadas RestaurarPlan(Conexion &conexion, const Firmante &firmante, const FilasDelPlan &antes,
-                             const FilasDelPlan &despues)
+                             const FilasDelPlan &despues, const QString &deDonde)
 {
     if (antes.tipoEquipo != despues.tipoEquipo)
         Rechazar("No son renglones de un mismo plan.");
@@ -215,6 +216,7 @@ FilasCambiadas RestaurarPlan(Conexion &conexion, const Firmante &firmante, const
     if (!(LeerFilas(conexion, plan.Tipo()) == antes))
         Rechazar("El plan del tipo de equipo " + plan.Tipo()
                  + " cambió después de que se leyó para restaurarlo. No se guardó nada: ábralo de nuevo.");
+    NombrarOperacion(conexion, "Plan restaurado", deDonde);
     const FilasCambiadas escritas = Restauracion(plan, antes, despues).Escribir(despues);
     plan.Confirmar();
     return escritas;

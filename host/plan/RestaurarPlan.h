@@ -22,8 +22,8 @@ FilasCambiadas Distintas(const FilasDelPlan &antes, const FilasDelPlan &despues)
 // signed and logged by who restores, with new versions; a service is signed too when only its lines change. Rows that
 // are the same already are not touched. antes: the plan as it was shown. Raises an ErrorEjecucion in Spanish when it is
 // not so any more, for a type that is not on offer, and for rows of another plan; and data errors. Then nothing has
-// changed.
+// changed. deDonde: what the rows are of, for the history.
 FilasCambiadas RestaurarPlan(Conexion &conexion, const Firmante &firmante, const FilasDelPlan &antes,
-                             const FilasDelPlan &despues);
+                             const FilasDelPlan &despues, const QString &deDonde);
 
 } // namespace qvx
