@@ -73,7 +73,11 @@ QVariant ModeloComparacion::data(const QModelIndex &indice, int papel) const
     case Que:
         return renglon.campo ? renglon.campo->titulo : comparar::Nombrado(*renglon.nodo);
     case Suerte:
-        return renglon.campo ? QString() : comparar::Dicho(renglon.nodo->suerte);
+        if (renglon.campo)
+            return {};
+        return renglon.nodo->suerte == comparar::Suerte::Igual && renglon.nodo->difiere
+                   ? QString("con cambios")
+                   : comparar::Dicho(renglon.nodo->suerte);
     case Antes:
         return renglon.campo ? renglon.campo->antes : QString();
     case Despues:

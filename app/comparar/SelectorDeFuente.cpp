@@ -31,7 +31,7 @@ SelectorDeFuente::SelectorDeFuente(const QString &nombre, const QString &titulo,
     cmdArchivo->setAutoDefault(false);
     for (const auto &[clave, descripcion] : tipos)
         cboPlan->addItem(clave + " " + descripcion, clave);
-    cboPlan->addItem("Un documento XML, como lo dejaría su importación");
+    cboPlan->addItem("Un documento XML");
     cboPlan->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cboPlan->setMinimumContentsLength(32);
     for (const char *cuando : {"como está hoy", "antes de la operación", "al terminar el día"})

@@ -16,7 +16,6 @@ namespace
 {
 
 constexpr int RenglonesAbiertos = 300; // beyond that only the parts are seen at first
-constexpr int AnchoDeSuerte = 90;
 
 QLabel *RotuloDeComparacion(const QString &nombre)
 {
@@ -91,12 +90,24 @@ void VistaComparacion::Llenar()
     modelo->Mostrar(comparados.comparacion, chkSoloDiferencias->isChecked());
     if (modelo->Renglones() <= RenglonesAbiertos)
         lvComparacion->expandAll();
-    const int ancho = lvComparacion->viewport()->width() - AnchoDeSuerte;
-    lvComparacion->setColumnWidth(ModeloComparacion::Que, ancho / 2);
-    lvComparacion->setColumnWidth(ModeloComparacion::Suerte, AnchoDeSuerte);
-    lvComparacion->setColumnWidth(ModeloComparacion::Antes, ancho / 4);
+    AjustarColumnas();
     if (modelo->rowCount() > 0)
         lvComparacion->setCurrentIndex(modelo->index(0, 0));
+}
+
+void VistaComparacion::AjustarColumnas()
+{
+    const int suerte = lvComparacion->fontMetrics().horizontalAdvance("con cambios  ");
+    const int ancho = lvComparacion->viewport()->width() - suerte;
+    lvComparacion->setColumnWidth(ModeloComparacion::Que, ancho / 2);
+    lvComparacion->setColumnWidth(ModeloComparacion::Suerte, suerte);
+    lvComparacion->setColumnWidth(ModeloComparacion::Antes, ancho / 4);
+}
+
+void VistaComparacion::showEvent(QShowEvent *evento)
+{
+    QWidget::showEvent(evento);
+    AjustarColumnas();
 }
 
 void VistaComparacion::Exportar()

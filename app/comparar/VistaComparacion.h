@@ -23,8 +23,12 @@ public:
     void Mostrar(comparar::Comparados comparados);
     const comparar::Comparados &Mostrados() const { return comparados; }
 
+protected:
+    void showEvent(QShowEvent *evento) override;
+
 private:
     void Llenar();
+    void AjustarColumnas();
     void Exportar();
 
     comparar::Comparados comparados;

@@ -31,8 +31,12 @@ namespace
 
 using Clase = qvx::ColumnaDeTabla::Clase;
 
-constexpr QSize TamanoDeCopias{1080, 620};
-constexpr double OctetosPorMega = 1000000;
+constexpr QSize TamanoDeCopias{880, 640};
+// To a tenth of a megabyte.
+double Megas(qint64 octetos)
+{
+    return static_cast<double>((octetos + 50000) / 100000) / 10;
+}
 
 QString ClaseDe(const qvx::Copia &copia)
 {
@@ -84,7 +88,7 @@ DialogoCopias::DialogoCopias(const QString &base_, QWidget *duena)
     auto *disposicion = new QVBoxLayout(this);
     disposicion->setContentsMargins(14, 14, 14, 12);
     disposicion->setSpacing(8);
-    auto *partes = new QSplitter;
+    auto *partes = new QSplitter(Qt::Vertical);
     partes->addWidget(ParteDeCopias());
     partes->addWidget(ParteDePlanes());
     partes->setStretchFactor(0, 3);
@@ -170,9 +174,11 @@ void DialogoCopias::Leer(const QString &elegir)
     for (const qvx::Copia &copia : copias) {
         if (copia.archivo == elegir)
             visible = static_cast<int>(filas.size());
-        filas.append({respaldo::Fecha(copia.fecha), static_cast<double>(copia.octetos) / OctetosPorMega,
+        filas.append({respaldo::Fecha(copia.fecha), Megas(copia.octetos),
                       copia.version > 0 ? QVariant(copia.version) : QVariant(), ClaseDe(copia),
-                      QDir::toNativeSeparators(copia.archivo)});
+                      QFileInfo(copia.archivo).absolutePath() == QDir(lugar.carpeta).absolutePath()
+                          ? QFileInfo(copia.archivo).fileName()
+                          : QDir::toNativeSeparators(copia.archivo)});
     }
     modeloCopias->Llenar(filas);
     lvCopias->AjustarColumnas();
