@@ -2,6 +2,8 @@
 
 #include "app/Argumentos.h"
 #include "app/DialogoEntrada.h"
+#include "app/Reporte.h"
+#include "app/respaldo/CopiaDelDia.h"
 #include "data/Conexion.h"
 #include "plan/Instalador.h"
 #include "session/Interaccion.h"
@@ -84,8 +86,11 @@ std::unique_ptr<qvx::Sesion> IniciarSesion(const Argumentos &argumentos, std::un
 {
     qvx::Conexion &base = *conexion; // lives as long as the session
     const QString operador = OperadorDe(argumentos, base);
-    if (!argumentos.servidor)
-        return std::make_unique<qvx::Sesion>(std::move(conexion), operador, std::move(interaccion));
+    if (!argumentos.servidor) {
+        auto sesion = std::make_unique<qvx::Sesion>(std::move(conexion), operador, std::move(interaccion));
+        respaldo::CopiarCadaDia(*sesion, argumentos.baseDatos, [](const QString &motivo) { Escribir(stderr, motivo); });
+        return sesion;
+    }
     return std::make_unique<qvx::Sesion>(std::move(conexion), operador, std::move(interaccion),
                                          [&base] { return qvx::HoraDelServidor(base); });
 }

@@ -13,6 +13,8 @@ namespace
 
 constexpr auto Geometria = "ventana/geometria";
 constexpr auto Bases = "recientes";
+constexpr auto Carpeta = "copias/carpeta";
+constexpr auto Cuantas = "copias/cuantas";
 constexpr int MaximoDeRecientes = 8;
 
 QString ClaveDeLista(const QString &lista)
@@ -85,6 +87,23 @@ QString PlanDe(const QString &direccion)
 void RecordarPlan(const QString &direccion, const QString &tipoEquipo)
 {
     Abrir().setValue(ClaveDePlan(direccion), tipoEquipo);
+}
+
+QString CarpetaDeCopias()
+{
+    return Abrir().value(Carpeta).toString();
+}
+
+int CopiasQueQuedan()
+{
+    return qBound(1, Abrir().value(Cuantas, CopiasDeSiempre).toInt(), MaximoDeCopias);
+}
+
+void RecordarCopias(const QString &carpeta, int cuantas)
+{
+    QSettings ajustes = Abrir();
+    ajustes.setValue(Carpeta, carpeta);
+    ajustes.setValue(Cuantas, cuantas);
 }
 
 } // namespace ajustes

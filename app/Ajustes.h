@@ -35,4 +35,11 @@ void OlvidarBase(const QString &direccion);
 QString PlanDe(const QString &direccion);
 void RecordarPlan(const QString &direccion, const QString &tipoEquipo);
 
+// Where copies of databases go, "" for a folder beside each, and how many of the program's own are kept of each.
+QString CarpetaDeCopias();
+int CopiasQueQuedan();
+void RecordarCopias(const QString &carpeta, int cuantas);
+constexpr int CopiasDeSiempre = 10;
+constexpr int MaximoDeCopias = 99;
+
 } // namespace ajustes

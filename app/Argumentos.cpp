@@ -28,7 +28,8 @@ void LeerIntercambio(const QCommandLineParser &lector, QStringList &sueltos, Arg
         argumentos.error = argumentos.EsDeCatalogo()
                                ? QString("--importar-catalogo y --exportar-catalogo van sin otra orden.")
                                : QString("--exportar, --importar y --validar no van juntos.");
-    else if (argumentos.si && !argumentos.importar && !argumentos.importarCatalogo && !argumentos.EsDeCostos())
+    else if (argumentos.si && !argumentos.importar && !argumentos.importarCatalogo && !argumentos.EsDeCostos()
+             && !argumentos.restaurar)
         argumentos.error = "--si no va con esta orden.";
     else if (argumentos.importar || argumentos.validar)
         argumentos.archivo = lector.value(argumentos.importar ? "importar" : "validar");
@@ -83,6 +84,14 @@ void LeerCatalogo(const QCommandLineParser &lector, Argumentos &argumentos)
         argumentos.error = "--codificacion solo va con --importar-catalogo: se escribe en UTF-8.";
 }
 
+// An option that is not one of these, "" when there is none.
+QString Sobrante(const QCommandLineParser &lector, const QStringList &debidas)
+{
+    QStringList otras = lector.optionNames();
+    otras.removeIf([&](const QString &opcion) { return debidas.contains(opcion); });
+    return otras.value(0);
+}
+
 // The orders on costs; takes the keys of their equipment types from the arguments that no option names.
 void LeerCostos(const QCommandLineParser &lector, QStringList &sueltos, Argumentos &argumentos)
 {
@@ -91,13 +100,47 @@ void LeerCostos(const QCommandLineParser &lector, QStringList &sueltos, Argument
     if (!argumentos.EsDeCostos())
         return;
     const QString orden = argumentos.actualizarCostos ? "actualizar-costos" : "completar-gastos";
-    QStringList otras = lector.optionNames();
-    otras.removeIf([&](const QString &opcion) {
-        return QStringList{orden, "si", "base-datos", "servidor", "operador"}.contains(opcion);
-    });
-    if (!otras.isEmpty())
-        argumentos.error = "--" + orden + " va sin otra orden: --" + otras.constFirst() + " sobra.";
+    const QString otra = Sobrante(lector, {orden, "si", "base-datos", "servidor", "operador"});
+    if (!otra.isEmpty())
+        argumentos.error = "--" + orden + " va sin otra orden: --" + otra + " sobra.";
     argumentos.claves = std::exchange(sueltos, {});
+}
+
+// The orders on copies; the key of --restaurar is an argument that no option names.
+void LeerCopias(const QCommandLineParser &lector, QStringList &sueltos, Argumentos &argumentos)
+{
+    argumentos.respaldar = lector.isSet("respaldar");
+    argumentos.restaurar = lector.isSet("restaurar");
+    if (!argumentos.EsDeCopias())
+        return;
+    const QString orden = argumentos.respaldar ? "respaldar" : "restaurar";
+    if (const QString otra = Sobrante(lector, {orden, "si", "base-datos", "operador"}); !otra.isEmpty())
+        argumentos.error =
+            otra == "servidor"
+                ? "--" + orden
+                      + " es de una base de datos en un archivo. La de un servidor la respalda y la restaura "
+                        "quien la administra, con pg_dump y pg_restore: lo explica el manual."
+                : "--" + orden + " va sin otra orden: --" + otra + " sobra.";
+    argumentos.archivo = lector.value(orden);
+    if (argumentos.archivo.isEmpty())
+        argumentos.error = "Falta el archivo.";
+    if (argumentos.restaurar && !sueltos.isEmpty())
+        argumentos.claves = {sueltos.takeFirst()};
+}
+
+// Two plans: one is the option's value, the other an argument that no option names.
+void LeerComparacion(const QCommandLineParser &lector, QStringList &sueltos, Argumentos &argumentos)
+{
+    argumentos.comparar = lector.isSet("comparar");
+    if (!argumentos.comparar)
+        return;
+    const QString otra = Sobrante(lector, {"comparar", "base-datos", "servidor", "operador"});
+    if (!otra.isEmpty())
+        argumentos.error = "--comparar va sin otra orden: --" + otra + " sobra.";
+    else if (lector.value("comparar").isEmpty() || sueltos.isEmpty())
+        argumentos.error = "--comparar necesita dos planes: la clave de un tipo de equipo o un archivo XML cada uno.";
+    else
+        argumentos.claves = {lector.value("comparar"), sueltos.takeFirst()};
 }
 
 // The options of the shared server.
@@ -116,11 +159,9 @@ void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
             argumentos.error = "--" + orden + " necesita --servidor.";
         return;
     }
-    QStringList otras = lector.optionNames();
-    otras.removeIf(
-        [&](const QString &opcion) { return opcion == "servidor" || opcion == orden || opcion == "con-ejemplos"; });
-    if (!orden.isEmpty() && !otras.isEmpty())
-        argumentos.error = "--" + orden + " va sin otra orden: --" + otras.constFirst() + " sobra.";
+    const QString otra = Sobrante(lector, {"servidor", orden, "con-ejemplos"});
+    if (!orden.isEmpty() && !otra.isEmpty())
+        argumentos.error = "--" + orden + " va sin otra orden: --" + otra + " sobra.";
     else if (lector.isSet("base-datos"))
         argumentos.error = "--servidor y --base-datos no van juntos.";
     else if (lector.isSet("operador"))
@@ -195,6 +236,9 @@ Argumentos Argumentos::Leer(const QStringList &linea)
                        {"si", ""},
                        {"actualizar-costos", ""},
                        {"completar-gastos", ""},
+                       {"comparar", "", "PLAN"},
+                       {"respaldar", "", "FILE"},
+                       {"restaurar", "", "FILE"},
                        {"revisar", ""},
                        {"ayuda", ""},
                        {"version", ""}});
@@ -207,6 +251,8 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     }
     QStringList sueltos = lector.positionalArguments();
     LeerCostos(lector, sueltos, argumentos);
+    LeerCopias(lector, sueltos, argumentos);
+    LeerComparacion(lector, sueltos, argumentos);
     LeerIntercambio(lector, sueltos, argumentos);
     LeerCatalogo(lector, argumentos);
     argumentos.revisar = lector.isSet("revisar");

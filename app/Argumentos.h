@@ -36,6 +36,10 @@ struct Argumentos {
     bool actualizarCostos = false;
     bool completarGastos = false;
     QStringList claves;
+    // Without a window: a copy of the file, or the file, or the plan with the key, from a copy. Which is in archivo.
+    bool respaldar = false;
+    bool restaurar = false;
+    bool comparar = false;     // without a window: the two plans, documents or moments that claves holds
     bool crearEsquema = false; // without a window: on the server, at most one of the two
     bool actualizarEsquema = false;
     bool conEjemplos = false;
@@ -46,6 +50,7 @@ struct Argumentos {
     static Argumentos Leer(const QStringList &linea);
     bool EsIntercambio() const { return !exportar.isEmpty() || importar || validar; }
     bool EsDeCatalogo() const { return importarCatalogo || exportarCatalogo; }
+    bool EsDeCopias() const { return respaldar || restaurar; }
     bool EsDeCostos() const { return actualizarCostos || completarGastos; }
     static QString Ayuda();
 

@@ -6,12 +6,16 @@
 #include "app/InteraccionDelEscritorio.h"
 #include "app/Reporte.h"
 #include "app/VentanaPrincipal.h"
+#include "app/respaldo/CopiaDelDia.h"
+#include "app/respaldo/MenuDeRespaldo.h"
 #include "data/Conexion.h"
+#include "plan/Restauracion.h"
 #include "session/Sesion.h"
 #include "session/Sistema.h"
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QPointer>
 #include <QScopeGuard>
 
 namespace
@@ -43,6 +47,7 @@ void Escritorio::Empezar(const Argumentos &nuevos, std::unique_ptr<qvx::Conexion
     ventana->Retomar(DireccionDe(argumentos), argumentos.servidor.has_value());
     // The command that asks for it belongs to the window that goes.
     connect(ventana.get(), &VentanaPrincipal::BasePedida, this, &Escritorio::Cambiar, Qt::QueuedConnection);
+    PonerCopias();
     // Served to a browser there is no window manager: the window takes the whole screen.
     if (qEnvironmentVariableIsSet("QVX_PANTALLA_COMPLETA"))
         ventana->showFullScreen();
@@ -86,6 +91,58 @@ void Escritorio::Cambiar(const QString &direccion)
     });
     if (fin != salida::Hecho) // nothing is left to work with
         QCoreApplication::exit(fin);
+}
+
+// The copy is made ready while all is as it was: one that cannot be restored from closes nothing.
+void Escritorio::Restaurar(const QString &copia)
+{
+    const auto decir = [this](const QString &texto, int estilo) {
+        qvx::Sistema().Mensaje(texto, estilo, "Quorvex", ventana->winId(), "QVX", "ERR-ID:1000129");
+    };
+    if (ventana->Ocupada())
+        return;
+    std::unique_ptr<qvx::CopiaLista> lista;
+    try {
+        lista = std::make_unique<qvx::CopiaLista>(copia, argumentos.baseDatos);
+    } catch (const qvx::ErrorEjecucion &error) {
+        return decir("No se restauró nada. " + error.Descripcion(), qvx::mensaje::Critico);
+    }
+    const QString fecha = sesion->Firmante().fecha();
+    const qvx::Firmante firmante{sesion->Operador(), [fecha] { return fecha; }};
+    const QDateTime ahora = sesion->Ahora();
+    const Argumentos mismos = argumentos.Hacia(argumentos.baseDatos);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const auto otraVez = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
+    Terminar();
+    QString hecho;
+    QString fallo;
+    try {
+        const QString antes = lista->RestaurarTodo(respaldo::LugarDe(mismos.baseDatos), firmante, ahora);
+        hecho = "Se restauró toda la base de datos. Como estaba antes quedó en la copia «" + antes + "».";
+    } catch (const qvx::ErrorEjecucion &error) {
+        fallo = "No se restauró nada: la base de datos está como estaba. " + error.Descripcion();
+    }
+    lista.reset();
+    const int fin = ConReporte([&] {
+        Empezar(mismos, AbrirBase(mismos), std::make_unique<InteraccionDelEscritorio>());
+        return salida::Hecho;
+    });
+    if (fin != salida::Hecho)
+        return QCoreApplication::exit(fin);
+    decir(hecho + fallo, fallo.isEmpty() ? qvx::mensaje::Informacion : qvx::mensaje::Critico);
+}
+
+// Of a file; the command that restores belongs to the window that goes.
+void Escritorio::PonerCopias()
+{
+    const bool enArchivo = !argumentos.servidor;
+    auto *menu = new MenuDeRespaldo(*ventana, enArchivo ? argumentos.baseDatos : QString());
+    connect(menu, &MenuDeRespaldo::TodoPedido, this, &Escritorio::Restaurar, Qt::QueuedConnection);
+    if (enArchivo)
+        respaldo::CopiarCadaDia(*sesion, argumentos.baseDatos, [esta = QPointer(ventana.get())](const QString &motivo) {
+            if (esta)
+                respaldo::AvisarDespues(*esta, motivo);
+        });
 }
 
 void Escritorio::Terminar()

@@ -29,11 +29,15 @@ public:
     // Opens another database in the place of the one that is open, which stays when the other cannot be opened: the
     // person is told why.
     void Cambiar(const QString &direccion);
+    // Puts what a copy holds in the place of all that the open file holds, and opens the window anew on it; the person
+    // is told how it ended.
+    void Restaurar(const QString &copia);
 
     VentanaPrincipal *Ventana() const { return ventana.get(); }
 
 private:
     void Terminar();
+    void PonerCopias();
 
     Argumentos argumentos;
     std::unique_ptr<qvx::Sesion> sesion;

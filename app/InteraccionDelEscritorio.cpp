@@ -5,6 +5,12 @@
 
 #include <utility>
 
+QString InteraccionDelEscritorio::ElegirArchivo(const qvx::PeticionArchivo &peticion, QWidget *duena)
+{
+    const QString archivo = std::exchange(archivoAnticipado, {});
+    return archivo.isEmpty() ? InteraccionQt::ElegirArchivo(peticion, duena) : archivo;
+}
+
 QString InteraccionDelEscritorio::BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro,
                                                    const QFont &fuente, QWidget *duena)
 {

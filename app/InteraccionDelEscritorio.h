@@ -11,7 +11,12 @@ public:
 
     // The next search in this catalogue is answered: the person has chosen already.
     void Anticipar(const QString &catalogo, const QString &clave) { anticipada = {catalogo, clave}; }
+    // The next question for a file is answered likewise.
+    void AnticiparArchivo(const QString &archivo) { archivoAnticipado = archivo; }
+
+    QString ElegirArchivo(const qvx::PeticionArchivo &peticion, QWidget *duena) override;
 
 private:
+    QString archivoAnticipado;
     QPair<QString, QString> anticipada;
 };

@@ -4,6 +4,7 @@
 #include "app/Argumentos.h"
 #include "app/Componente.h"
 #include "app/InteraccionDeConsola.h"
+#include "app/comparar/OrdenesDeComparar.h"
 #include "component/Esquema.h"
 #include "controls/Controles.h"
 #include "controls/txtQVX.h"
@@ -75,6 +76,8 @@ bool Intercambiar(const Argumentos &argumentos)
     const auto sesion = IniciarSesion(argumentos, AbrirBase(argumentos), std::move(consola));
     const std::unique_ptr<QWidget> pantalla(CrearPantalla());
     const qvx::Momento momento(sesion->Conexion());
+    if (argumentos.importar && !argumentos.si)
+        MostrarImportacion(sesion->Conexion(), argumentos);
     const bool ofrecido =
         argumentos.importar ? Pulsar(*pantalla, "B2", "Importar XML") : Exportar(*pantalla, argumentos.exportar);
     return ofrecido && !respuestas.Rechazado();

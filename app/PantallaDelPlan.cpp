@@ -6,6 +6,7 @@
 #include "controls/TreeView.h"
 #include "controls/txtQVX.h"
 #include "data/Texto.h"
+#include "plan/Claves.h"
 #include "session/Sesion.h"
 
 #include <QAction>
@@ -145,6 +146,24 @@ void PantallaDelPlan::Copiar(const QString &nuevo, const QString &origen)
     if (auto *personas = dynamic_cast<InteraccionDelEscritorio *>(&qvx::Sesion::Actual().Interaccion()))
         personas->Anticipar("TIPO_EQUIPO", nuevo);
     copiar->trigger();
+}
+
+// On a part that is chosen the button is another command's.
+void PantallaDelPlan::Importar(const QString &archivo)
+{
+    auto *importar = pantalla ? pantalla->findChild<QAction *>("B2") : nullptr;
+    if (!importar || !tipo)
+        return;
+    if (importar->text() != "Importar XML" && partes)
+        ElegirParte("N" + qvx::claves::Raiz);
+    if (importar->text() != "Importar XML")
+        return;
+    auto *personas = dynamic_cast<InteraccionDelEscritorio *>(&qvx::Sesion::Actual().Interaccion());
+    if (personas)
+        personas->AnticiparArchivo(archivo);
+    importar->trigger();
+    if (personas)
+        personas->AnticiparArchivo({});
 }
 
 QString PantallaDelPlan::Sugerencia() const

@@ -40,6 +40,8 @@ public:
     void Releer();
     // The screen's own copy, with its questions, from one equipment type to another that is known.
     void Copiar(const QString &nuevo, const QString &origen);
+    // The screen's own import of a document, with its question.
+    void Importar(const QString &archivo);
 
     // What the planner does next, as the controls stand; "" for nothing in particular.
     QString Sugerencia() const;

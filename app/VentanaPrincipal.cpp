@@ -15,6 +15,7 @@
 #include "app/catalogos/DialogoCostos.h"
 #include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/PaginaCatalogos.h"
+#include "app/comparar/MenuDeComparar.h"
 #include "app/servicios/PaginaServicios.h"
 #include "app/tipos/PaginaTipos.h"
 #include "controls/Formulario.h"
@@ -122,6 +123,12 @@ void VentanaPrincipal::CopiarPlan(const QString &nuevo, const QString &origen)
     plan->Copiar(nuevo, origen);
 }
 
+void VentanaPrincipal::ImportarPlan(const QString &archivo)
+{
+    paginas->Mostrar(PaginaDelPlan);
+    plan->Importar(archivo);
+}
+
 QString VentanaPrincipal::TipoEnPantalla() const
 {
     return plan->Tipo();
@@ -219,6 +226,7 @@ void VentanaPrincipal::PonerHerramientas()
                  [this] { AbrirDialogo<DialogoCostos>(1000045, TipoEnPantalla()); });
     AgregarOrden(*herramientas, *this, "mnuCompletarGastos", "&Completar tipos de gasto…", {},
                  [this] { AbrirDialogo<DialogoGastos>(1000046, TipoEnPantalla()); });
+    PonerComparacion(*herramientas, *this);
 }
 
 // The screen then reads its plan again: what it shows may have been changed.

@@ -43,6 +43,9 @@ public Q_SLOTS:
     // open and chosen in it is so again.
     void PlanCambiado();
 
+    // The screen's own import of a document, with its question.
+    void ImportarPlan(const QString &archivo);
+
 Q_SIGNALS:
     // Another database is to be opened: a file, or the address of a server.
     void BasePedida(const QString &direccion);

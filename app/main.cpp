@@ -4,6 +4,8 @@
 #include "app/Reporte.h"
 #include "app/catalogos/OrdenesDeCatalogo.h"
 #include "app/catalogos/OrdenesDeCostos.h"
+#include "app/comparar/OrdenesDeComparar.h"
+#include "app/respaldo/OrdenesDeRespaldo.h"
 #include "session/Aplicacion.h"
 
 #include <fontconfig/fontconfig.h>
@@ -41,6 +43,12 @@ std::function<int(const Argumentos &)> OrdenSinPantalla(const Argumentos &argume
         return ActualizarLosCostos;
     if (argumentos.completarGastos)
         return CompletarLosGastos;
+    if (argumentos.comparar)
+        return CompararPlanes;
+    if (argumentos.respaldar)
+        return RespaldarEnArchivo;
+    if (argumentos.restaurar)
+        return RestaurarDeArchivo;
     return nullptr;
 }
 

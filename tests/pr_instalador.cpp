@@ -1,6 +1,7 @@
 #include "data/ErrorEjecucion.h"
 #include "plan/Guion.h"
 #include "plan/Instalador.h"
+#include "plan/Restauracion.h"
 #include "support/Archivos.h"
 #include "support/Averia.h"
 #include "support/Tabla.h"
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void actualizada();
     void sinActualizar();
     void interrumpida();
+    void restaurada();
     void aLaVez();
     void protegida();
 };
@@ -280,6 +282,59 @@ void PrInstalador::interrumpida()
         QCOMPARE(ErrorAlAbrir(archivo), "abrió");
     }
     QVERIFY(versiones["2|ok"] > 20 && versiones[Actual] > 0);
+}
+
+// Killed at any change on the disk while it is restored from a copy, or on a disk that fills up, the file holds all
+// that it held or all that the copy holds.
+void PrInstalador::restaurada()
+{
+    const QTemporaryDir carpeta;
+    const QString copia = carpeta.filePath("copia.db");
+    const QString plan = carpeta.filePath("plan.db");
+    const auto datos = [](const QString &archivo) {
+        return Filas(archivo).remove(QRegularExpression("INSERT INTO Bitacora[^\n]*\n"));
+    };
+    qvx::AbrirBaseDeDatos(copia, true);
+    const QString nueva = datos(copia);
+    qvx::AbrirBaseDeDatos(plan, false);
+    const QByteArray vieja = Contenido(plan);
+    const QString antes = datos(plan);
+    const auto restaurar = [&](int cambios) {
+        cambiosHastaLaFalla = cambios;
+        try {
+            const qvx::Firmante firmante{"ana", [] { return QString("2026-03-14 09:26:53"); }};
+            qvx::CopiaLista(copia, plan)
+                .RestaurarTodo({plan, carpeta.filePath("c"), 1}, firmante, QDateTime(QDate(2026, 3, 14), QTime(9, 0)));
+        } catch (const qvx::ErrorEjecucion &) {
+            cambiosHastaLaFalla = -1;
+            return false;
+        }
+        cambiosHastaLaFalla = -1;
+        return true;
+    };
+    int comoAntes = 0;
+    int hechas = 0;
+    for (const bool lleno : {false, true}) {
+        bool entera = false;
+        for (int n = 1; !entera; n += lleno ? 7 : 19) {
+            Poner(plan, vieja);
+            QFile::remove(plan + "-journal");
+            discoLleno = lleno;
+            if (lleno) {
+                entera = restaurar(n);
+            } else if (const pid_t proceso = fork(); proceso == 0) {
+                _exit(restaurar(n) ? 0 : 1);
+            } else {
+                entera = Terminar(proceso) == 0;
+            }
+            discoLleno = false;
+            QCOMPARE(Version(plan), Actual);
+            const QString hay = datos(plan);
+            QVERIFY2(hay == nueva || (hay == antes && !entera), qPrintable(QString::number(n)));
+            ++(hay == antes ? comoAntes : hechas);
+        }
+    }
+    QVERIFY(comoAntes > 10 && hechas >= 2);
 }
 
 // Programs that start together: one brings the file up, the others find it so.

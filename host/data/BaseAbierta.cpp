@@ -1,11 +1,24 @@
 #include "data/BaseAbierta.h"
 
+#include <QSqlDriver>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QUuid>
 #include <QVariant>
+#include <sqlite3.h>
 
 namespace qvx
 {
+
+namespace
+{
+
+sqlite3 *EnlaceSqlite(const QSqlDatabase &base)
+{
+    return *static_cast<sqlite3 *const *>(base.driver()->handle().constData());
+}
+
+} // namespace
 
 BaseAbierta::BaseAbierta(const QString &controlador, const std::function<void(QSqlDatabase &)> &preparar,
                          Rechazo rechazar_)
@@ -46,6 +59,37 @@ QString BaseAbierta::Valor(const QString &sql)
     if (!consulta.exec(sql))
         rechazar(consulta.lastError());
     return consulta.next() ? consulta.value(0).toString() : QString();
+}
+
+QList<QVariantList> BaseAbierta::Filas(const QString &sql)
+{
+    QSqlQuery consulta(base);
+    if (!consulta.exec(sql))
+        rechazar(consulta.lastError());
+    QList<QVariantList> filas;
+    while (consulta.next()) {
+        QVariantList fila;
+        for (int i = 0; i < consulta.record().count(); ++i)
+            fila.append(consulta.value(i));
+        filas.append(fila);
+    }
+    return filas;
+}
+
+// By pages, so that it also takes a database in which some can no longer be read.
+void BaseAbierta::ReemplazarPor(const BaseAbierta &origen)
+{
+    if (Valor("SELECT sqlite_source_id()") != QLatin1String(sqlite3_sourceid()))
+        rechazar(QSqlError({}, "otra copia del motor", QSqlError::ConnectionError));
+    sqlite3 *destino = EnlaceSqlite(base);
+    sqlite3_backup *paso = sqlite3_backup_init(destino, "main", EnlaceSqlite(origen.base), "main");
+    if (paso) {
+        sqlite3_backup_step(paso, -1);
+        sqlite3_backup_finish(paso); // gives the step's error, and leaves it with the connection
+    }
+    if (sqlite3_errcode(destino) != SQLITE_OK)
+        rechazar(QSqlError({}, QString::fromUtf8(sqlite3_errmsg(destino)), QSqlError::StatementError,
+                           QString::number(sqlite3_extended_errcode(destino))));
 }
 
 QSqlDatabase BaseAbierta::Entregar()

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QSqlDatabase>
 #include <QSqlError>
+#include <QVariantList>
 #include <functional>
 
 namespace qvx
@@ -25,6 +27,10 @@ public:
     void Ejecutar(const QString &sql);
     // The first value of the first row, "" when there is none.
     QString Valor(const QString &sql);
+    QList<QVariantList> Filas(const QString &sql);
+    // Of two databases of the embedded engine: all that this one holds gives way to all that the other one holds, as a
+    // transaction of the engine's, which nothing may be in already. Killed in the middle, it holds what it held.
+    void ReemplazarPor(const BaseAbierta &origen);
 
     QSqlDatabase Entregar();
     // Closes and forgets a connection, of which this must be the last copy.

@@ -64,6 +64,8 @@ Recordset Conexion::Correr(const QString &sql, const std::function<Sentencia()> 
         const Sentencia sentencia = analizar();
         if (estado == Estado::Libre)
             Disponer(sentencia.lectura);
+        if (estado == Estado::Libre && !sentencia.lectura && antesDeEscribir)
+            antesDeEscribir();
         if (sentencia.sinCerrar)
             MostrarAlMotor(sql);
         const auto preparada = Preparar(sentencia, sql);
@@ -340,6 +342,8 @@ bool Conexion::PuedeEsperar(const QString &sql) const
 // a catalogue, a question that was asked, held no lock.
 void Conexion::Comenzar()
 {
+    if (antesDeEscribir)
+        antesDeEscribir();
     try {
         QSqlQuery consulta(base);
         const QString orden = dialecto->InicioDeTransaccion();

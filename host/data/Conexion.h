@@ -37,6 +37,9 @@ public:
     Recordset Execute(const QString &sql, const QVariantList &valores);
     // Is called before each statement.
     void AlEjecutar(std::function<void()> aviso) { alEjecutar = std::move(aviso); }
+    // Is called before the engine begins a transaction, or changes something outside of one: nothing is locked and
+    // nothing is read then. It raises nothing.
+    void AntesDeEscribir(std::function<void()> aviso) { antesDeEscribir = std::move(aviso); }
 
     // A failed statement dooms its transaction: the engine takes it back at once, and until RollbackTrans every
     // statement and the commit fail. The embedded engine begins its own with the first statement that writes, or reads
@@ -119,6 +122,7 @@ private:
     QString motivoCondena;
     Fallo fallo;
     std::function<void()> alEjecutar;
+    std::function<void()> antesDeEscribir;
 };
 
 } // namespace qvx

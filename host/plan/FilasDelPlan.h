@@ -74,6 +74,7 @@ struct FilasDelPlan {
     {
         return clase == DelPlan::Parte ? partes : clase == DelPlan::Servicio ? servicios : lineas;
     }
+    bool operator==(const FilasDelPlan &otras) const = default;
     bool Vacio() const { return partes.isEmpty() && servicios.isEmpty() && lineas.isEmpty(); }
 };
 

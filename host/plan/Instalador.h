@@ -15,4 +15,8 @@ class Conexion;
 // as it was, and none is left half made.
 std::unique_ptr<Conexion> AbrirBaseDeDatos(const QString &archivo, bool conEjemplos);
 
+// Likewise a file that is nobody else's, in which an older version is upgraded without a copy. sujeto: what its errors
+// are said of.
+std::unique_ptr<Conexion> AbrirProvisional(const QString &archivo, const QString &sujeto);
+
 } // namespace qvx

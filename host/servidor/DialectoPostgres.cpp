@@ -39,11 +39,12 @@ const QString Interbloqueo = "40P01";
 class Postgres : public Dialecto
 {
 public:
-    // To the embedded engine's LIKE upper and lower case are one.
+    // To the embedded engine's LIKE upper and lower case are one. A sign before a value leaves open what it is.
     QString Reescribir(const QString &forma) const override
     {
         static const QRegularExpression parecido("\\bLIKE\\b", QRegularExpression::CaseInsensitiveOption);
-        return ReescribirComun(forma).replace(parecido, "ILIKE");
+        static const QRegularExpression negativo("(?<=[(,=])(\\s*)-\\s*\\?");
+        return ReescribirComun(forma).replace(parecido, "ILIKE").replace(negativo, "\\1- CAST(? AS numeric)");
     }
 
     QString InicioDeTransaccion() const override { return "BEGIN"; }
