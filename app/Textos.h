@@ -1,9 +1,5 @@
 #pragma once
 
-#include "data/Texto.h"
+#include "data/Cuantos.h"
 
-// "1 renglón", "1,234 renglones".
-inline QString Cuantos(qsizetype cuantos, const QString &uno, const QString &varios)
-{
-    return qvx::NumeroConFormato(static_cast<double>(cuantos), "#,##0") + " " + (cuantos == 1 ? uno : varios);
-}
+using qvx::Cuantos;

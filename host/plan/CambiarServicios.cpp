@@ -16,6 +16,7 @@ namespace
 
 // A column with its value before and after, and the catalogue that its keys are of, "" for none.
 struct Columna {
+    const char *nombre; // for the history
     const char *asignar;
     QVariant antes;
     QVariant despues;
@@ -26,13 +27,15 @@ QList<Columna> Columnas(const CambioDeServicio &cambio)
 {
     const auto &[servicio, antes, despues] = cambio;
     return {
-        {"UPDATE Plan_Mantenimiento SET Ts_Cve_Tipo_Servicio = ?", antes.tipoServicio, despues.tipoServicio,
-         "TIPO_SERVICIO"},
-        {"UPDATE Plan_Mantenimiento SET Pm_Prioridad = ?", antes.prioridad, despues.prioridad, "PRIORIDAD_SERVICIO"},
-        {"UPDATE Plan_Mantenimiento SET Pm_Frecuencia = ?", antes.dias, despues.dias, ""},
-        {"UPDATE Plan_Mantenimiento SET Pm_Lectura = ?", antes.lectura, despues.lectura, ""},
-        {"UPDATE Plan_Mantenimiento SET Pm_Unidad_Lectura = ?", antes.unidad, despues.unidad, "UNIDAD"},
-        {"UPDATE Plan_Mantenimiento SET Pm_Precio = ?", antes.precio, despues.precio, ""},
+        {"tipo de servicio", "UPDATE Plan_Mantenimiento SET Ts_Cve_Tipo_Servicio = ?", antes.tipoServicio,
+         despues.tipoServicio, "TIPO_SERVICIO"},
+        {"prioridad", "UPDATE Plan_Mantenimiento SET Pm_Prioridad = ?", antes.prioridad, despues.prioridad,
+         "PRIORIDAD_SERVICIO"},
+        {"días", "UPDATE Plan_Mantenimiento SET Pm_Frecuencia = ?", antes.dias, despues.dias, ""},
+        {"lectura", "UPDATE Plan_Mantenimiento SET Pm_Lectura = ?", antes.lectura, despues.lectura, ""},
+        {"unidad de la lectura", "UPDATE Plan_Mantenimiento SET Pm_Unidad_Lectura = ?", antes.unidad, despues.unidad,
+         "UNIDAD"},
+        {"precio", "UPDATE Plan_Mantenimiento SET Pm_Precio = ?", antes.precio, despues.precio, ""},
     };
 }
 
@@ -71,6 +74,7 @@ void CambiarServicios(Conexion &conexion, const Firmante &firmante, const QList<
         return;
     PlanTomado plan(conexion, firmante, cambios.constFirst().servicio.tipoEquipo);
     QSet<QString> vistas;
+    QStringList cambiadas;
     for (const CambioDeServicio &cambio : cambios) {
         const ServicioLeido &servicio = cambio.servicio;
         if (const QString objecion = ObjecionAlCambio(cambio); !objecion.isEmpty())
@@ -81,12 +85,15 @@ void CambiarServicios(Conexion &conexion, const Firmante &firmante, const QList<
                 continue;
             if (*columna.catalogo)
                 RevisarOferta(conexion, columna.catalogo, columna.despues.toString(), vistas);
+            if (const QString nombre = QString::fromUtf8(columna.nombre); !cambiadas.contains(nombre))
+                cambiadas.append(nombre);
             RevisarEscrito(conexion.Execute(QLatin1String(columna.asignar) + DelServicio,
                                             QVariantList{columna.despues} + ClavesDe(servicio)),
                            servicio);
         }
     }
-    plan.Confirmar();
+    plan.Confirmar(cambios.size() == 1 ? "Servicio cambiado" : "Servicios cambiados",
+                   CuantosServicios(cambios.size(), cambios.constFirst().servicio) + ": " + cambiadas.join(", "));
 }
 
 } // namespace qvx

@@ -1,8 +1,10 @@
 #include "plan/Costos.h"
 
+#include "data/Cuantos.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "data/Transaccion.h"
+#include "plan/OperacionEnCurso.h"
 #include "plan/RegistrosDeCatalogo.h"
 
 #include <QSet>
@@ -188,6 +190,7 @@ void EscribirPlan(Conexion &conexion, const Firmante &firmante, const Diferencia
             RechazarLinea(conexion, diferencias, linea);
         EscribirLinea(conexion, diferencias.servicios.at(linea.servicio).leido, linea);
     }
+    NombrarOperacion(conexion, "Costos actualizados", Cuantos(lineas.size(), "renglón", "renglones"));
     transaccion.Confirmar();
 }
 

@@ -84,7 +84,10 @@ QStringList DuplicarServicios(Conexion &conexion, const Firmante &firmante, cons
         AnotarCambio(conexion, plan.Quien(), "Plan_Mantenimiento", plan.Tipo() + "|" + folio + "|" + destino);
         nuevos.append(folio);
     }
-    plan.Confirmar();
+    const bool uno = copias.size() == 1;
+    plan.Confirmar(uno ? "Servicio duplicado" : "Servicios duplicados",
+                   CuantosServicios(copias.size(), copias.constFirst().servicio)
+                       + (uno ? ", copiado al folio " + nuevos.constFirst() : QString()));
     return nuevos;
 }
 

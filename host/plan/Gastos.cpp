@@ -1,8 +1,10 @@
 #include "plan/Gastos.h"
 
+#include "data/Cuantos.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "data/Transaccion.h"
+#include "plan/OperacionEnCurso.h"
 #include "plan/RegistrosDeCatalogo.h"
 
 #include <QSet>
@@ -212,6 +214,7 @@ int CompletarGastos(Conexion &conexion, const Firmante &firmante, const Refaccio
         EscribirGasto(conexion, vistas.servicios.at(linea.servicio).leido, linea, elegidos.at(i));
         ++escritas;
     }
+    NombrarOperacion(conexion, "Tipos de gasto completados", Cuantos(escritas, "refacción", "refacciones"));
     transaccion.Confirmar();
     return escritas;
 }

@@ -1,11 +1,13 @@
 #include "plan/Integridad.h"
 
+#include "data/Cuantos.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "data/Transaccion.h"
 #include "plan/Arbol.h"
 #include "plan/Cambios.h"
 #include "plan/Claves.h"
+#include "plan/OperacionEnCurso.h"
 
 #include <functional>
 #include <map>
@@ -204,6 +206,12 @@ Corregidos CorregirSueltos(Conexion &conexion, const Firmante &firmante, const Q
         else if (correccion.suelto.clase == Suelto::Clase::Servicio)
             corregidos.servicios += corrector.CorregirServicio(correccion.suelto, correccion.destino) ? 1 : 0;
     }
+    QStringList cuantos;
+    if (corregidos.partes > 0)
+        cuantos.append(Cuantos(corregidos.partes, "parte", "partes"));
+    if (corregidos.servicios > 0)
+        cuantos.append(Cuantos(corregidos.servicios, "servicio", "servicios"));
+    NombrarOperacion(conexion, "Integridad corregida", cuantos.join(" y "));
     transaccion.Confirmar();
     return corregidos;
 }

@@ -16,6 +16,9 @@ struct Traslado {
     QString destino;
 };
 
+// "3 servicios", and of one its folio: "Servicio 000002". For the history.
+QString CuantosServicios(qsizetype cuantos, const ServicioLeido &primero);
+
 // Puts services with their lines under other parts; they keep their folios.
 void MoverServicios(Conexion &conexion, const Firmante &firmante, const QList<Traslado> &traslados);
 

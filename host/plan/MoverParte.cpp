@@ -19,7 +19,7 @@ void MoverParte(Conexion &conexion, const Firmante &firmante, const TrasladoDePa
     if (escritas != 1)
         Rechazar("La parte " + traslado.parte + " no se pudo escribir. No se guardó nada.");
     AnotarCambio(conexion, plan.Quien(), "Tipo_Equipo_Parte", traslado.parte + "|" + plan.Tipo());
-    plan.Confirmar();
+    plan.Confirmar("Parte movida", "Parte " + traslado.parte + " a " + plan.NombreDe(traslado.nuevoPadre));
 }
 
 } // namespace qvx

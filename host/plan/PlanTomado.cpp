@@ -3,6 +3,8 @@
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "plan/Catalogos.h"
+#include "plan/Claves.h"
+#include "plan/OperacionEnCurso.h"
 #include "plan/RegistrosDeCatalogo.h"
 #include "plan/ReglasDeLote.h"
 
@@ -76,6 +78,20 @@ void PlanTomado::Firmar(const ServicioLeido &servicio) const
 {
     Revisar(servicio);
     FirmarServicio(conexion, firmante, servicio);
+}
+
+QString PlanTomado::NombreDe(const QString &parte) const
+{
+    if (claves::EsRaiz(parte))
+        return "la raíz";
+    const Parte *hallada = arbol.Buscar(parte);
+    return ("la parte " + parte + " " + (hallada ? hallada->descripcion : QString())).trimmed();
+}
+
+void PlanTomado::Confirmar(const QString &clase, const QString &detalle)
+{
+    NombrarOperacion(conexion, clase, detalle);
+    transaccion.Confirmar();
 }
 
 void RevisarEscrito(const Recordset &cambio, const ServicioLeido &servicio)

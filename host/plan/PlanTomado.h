@@ -32,7 +32,10 @@ public:
     void Firmar(const ServicioLeido &servicio) const;
     // Likewise, of one that is only read.
     void Revisar(const ServicioLeido &servicio) const;
-    void Confirmar() { transaccion.Confirmar(); }
+    // "la parte 0005 MOTOR", "la raíz".
+    QString NombreDe(const QString &parte) const;
+    // clase, detalle: what the history calls what was written.
+    void Confirmar(const QString &clase, const QString &detalle);
 
 private:
     [[noreturn]] void RechazarPorParte(const QString &parte, const QString &motivo) const;

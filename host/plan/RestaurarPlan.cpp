@@ -1,7 +1,6 @@
 #include "plan/RestaurarPlan.h"
 
 #include "data/ErrorEjecucion.h"
-#include "plan/OperacionEnCurso.h"
 #include "plan/PlanTomado.h"
 
 #include <QHash>
@@ -216,9 +215,8 @@ FilasCambiadas RestaurarPlan(Conexion &conexion, const Firmante &firmante, const
     if (!(LeerFilas(conexion, plan.Tipo()) == antes))
         Rechazar("El plan del tipo de equipo " + plan.Tipo()
                  + " cambió después de que se leyó para restaurarlo. No se guardó nada: ábralo de nuevo.");
-    NombrarOperacion(conexion, "Plan restaurado", deDonde);
     const FilasCambiadas escritas = Restauracion(plan, antes, despues).Escribir(despues);
-    plan.Confirmar();
+    plan.Confirmar("Plan restaurado", deDonde);
     return escritas;
 }
 

@@ -1,8 +1,10 @@
 #include "plan/Usos.h"
 
+#include "data/Cuantos.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
 #include "data/Transaccion.h"
+#include "plan/OperacionEnCurso.h"
 #include "plan/Rutas.h"
 
 #include <algorithm>
@@ -188,6 +190,9 @@ void Reemplazar(Conexion &conexion, const Firmante &firmante, const TablaDeCatal
             AnotarCambio(conexion, firmante, "Plan_Mantenimiento_Detalle",
                          uso.servicio.tipoEquipo + "|" + uso.servicio.folio + "|" + uso.renglon);
     }
+    NombrarOperacion(conexion, "Clave reemplazada",
+                     viejo.clave + " " + viejo.Descripcion() + " por " + nuevo.clave + " " + nuevo.Descripcion()
+                         + ", en " + Cuantos(usos.size(), "uso", "usos"));
     transaccion.Confirmar();
 }
 

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "data/Texto.h"
+
+namespace qvx
+{
+
+// "1 renglón", "1,234 renglones".
+inline QString Cuantos(qsizetype cuantos, const QString &uno, const QString &varios)
+{
+    return NumeroConFormato(static_cast<double>(cuantos), "#,##0") + " " + (cuantos == 1 ? uno : varios);
+}
+
+} // namespace qvx
