@@ -546,7 +546,8 @@ void RevisarQueEstan(Conexion &conexion, const QList<qint64> &operaciones)
         const QList<Operacion> halladas = LeerOperaciones(conexion, filtro);
         if (halladas.isEmpty())
             Rechazar(QString("La operación %1 no existe, o su historia fue depurada.").arg(numero) + NadaCambio);
-        if (halladas.constFirst().deshechaPor != 0)
+        // Together with what took it back it is taken back to what was before.
+        if (const qint64 por = halladas.constFirst().deshechaPor; por != 0 && !operaciones.contains(por))
             Rechazar(QString("La operación %1 ya está deshecha por la operación %2.")
                          .arg(numero)
                          .arg(halladas.constFirst().deshechaPor)
