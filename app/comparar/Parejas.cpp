@@ -106,8 +106,10 @@ QList<Pareja> ParejasDeServicios(const QList<FilaDelPlan> &antes, const QList<Fi
         QHash<QString, const FilaDelPlan *> estaban;
         for (const FilaDelPlan &fila : antes)
             estaban.insert(ClaveDe(fila, qvx::servicio::Folio), &fila);
+        // One that was made anew, as an import does, is another one under the same folio.
         for (const FilaDelPlan &fila : despues)
-            if (const FilaDelPlan *anterior = estaban.take(ClaveDe(fila, qvx::servicio::Folio)))
+            if (const FilaDelPlan *anterior = estaban.take(ClaveDe(fila, qvx::servicio::Folio));
+                anterior && EnComun(*anterior, fila, qvx::servicio::OperAlta, qvx::servicio::FechaAlta) == 2)
                 deAntes.insert(&fila, anterior);
     }
     return EnParejas(Punteros(antes), Punteros(despues), {qvx::servicio::Parte, qvx::servicio::TipoServicio},
