@@ -28,6 +28,7 @@ public:
     static int Cambio(const QString &forma);
     static QList<int> Claves(const QString &forma, int cambio);
 
+    Motor DeMotor() const { return motor; }
     void Firmar(const QString &operador_) { operador = operador_; }
     void Empezar();
     // deshechas: the operations that it takes back.
