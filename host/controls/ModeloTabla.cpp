@@ -132,6 +132,8 @@ QVariant ModeloTabla::data(const QModelIndex &indice, int papel) const
     const QVariant &valor = filas.at(visibles.at(indice.row())).at(columna);
     if (EsTexto(columna) || !valor.isValid())
         return valor;
+    if (columnas.at(columna).clase == Clase::Folio)
+        return NumeroATexto(valor.toDouble());
     return NumeroConFormato(valor.toDouble(),
                             columnas.at(columna).clase == Clase::Dinero ? FormatoDinero : FormatoNumero);
 }

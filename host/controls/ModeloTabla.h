@@ -7,7 +7,7 @@ namespace qvx
 {
 
 struct ColumnaDeTabla {
-    enum class Clase { Texto, Numero, Dinero };
+    enum class Clase { Texto, Numero, Dinero, Folio }; // a folio is a number that names something
     QString titulo;
     Clase clase = Clase::Texto;
     bool seBusca = false; // the words searched for are looked for in it

@@ -53,6 +53,7 @@ Donde Condiciones(const FiltroDeHistoria &filtro)
     donde.Si(true, "Operacion.Op_ID < ?", {filtro.anteriorA});
     donde.Si(filtro.numero > 0, "Operacion.Op_ID = ?", {filtro.numero});
     donde.Si(!filtro.operador.isEmpty(), "Op_Oper = ?", {filtro.operador});
+    donde.Si(filtro.desconocido, "Op_Oper = ?", {""});
     donde.Si(!filtro.desde.isEmpty(), "Op_Fecha >= ?", {filtro.desde});
     donde.Si(!filtro.hasta.isEmpty(), "Op_Fecha < ?", {filtro.hasta + QLatin1String(" 99")});
     donde.Si(!filtro.tipoEquipo.isEmpty(),

@@ -30,7 +30,8 @@ struct Operacion {
 struct FiltroDeHistoria {
     QString tipoEquipo;
     QString operador;
-    QString desde; // days, "2026-03-14"
+    bool desconocido = false; // only those that nobody signed
+    QString desde;            // days, "2026-03-14"
     QString hasta;
     QString parte; // a part, or what hangs from it; with its equipment type
     QString folio; // a service; with its equipment type
