@@ -5,6 +5,7 @@
 #include <QCommandLineParser>
 #include <QStandardPaths>
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace
@@ -28,8 +29,8 @@ void LeerIntercambio(const QCommandLineParser &lector, QStringList &sueltos, Arg
         argumentos.error = argumentos.EsDeCatalogo()
                                ? QString("--importar-catalogo y --exportar-catalogo van sin otra orden.")
                                : QString("--exportar, --importar y --validar no van juntos.");
-    else if (argumentos.si && !argumentos.importar && !argumentos.importarCatalogo && !argumentos.EsDeCostos()
-             && !argumentos.restaurar)
+    else if (argumentos.si && !argumentos.importar && !argumentos.importarCatalogo && !argumentos.deshacer
+             && !argumentos.rehacer && !argumentos.EsDeCostos() && !argumentos.restaurar)
         argumentos.error = "--si no va con esta orden.";
     else if (argumentos.importar || argumentos.validar)
         argumentos.archivo = lector.value(argumentos.importar ? "importar" : "validar");
@@ -143,6 +144,47 @@ void LeerComparacion(const QCommandLineParser &lector, QStringList &sueltos, Arg
         argumentos.claves = {lector.value("comparar"), sueltos.takeFirst()};
 }
 
+// A number from one up, as the option has it; 0 for none.
+qint64 NumeroDe(const QCommandLineParser &lector, const QString &opcion, Argumentos &argumentos)
+{
+    if (!lector.isSet(opcion))
+        return 0;
+    bool es = false;
+    const qint64 numero = lector.value(opcion).toLongLong(&es);
+    if (es && numero > 0)
+        return numero;
+    argumentos.error = "--" + opcion + " necesita un número desde 1.";
+    return 0;
+}
+
+// The orders on the history; the key of --historial is an argument that no option names.
+void LeerHistorial(const QCommandLineParser &lector, QStringList &sueltos, Argumentos &argumentos)
+{
+    argumentos.historial = lector.isSet("historial");
+    argumentos.deshacer = lector.isSet("deshacer");
+    argumentos.rehacer = lector.isSet("rehacer");
+    if (const qint64 dias = NumeroDe(lector, "historial-depurar", argumentos); dias > 0)
+        argumentos.depurar = static_cast<int>(qMin<qint64>(dias, std::numeric_limits<int>::max()));
+    if (lector.isSet("operacion") && !argumentos.historial)
+        argumentos.error = "--operacion solo va con --historial.";
+    if (!argumentos.EsDeHistorial() || !argumentos.error.isEmpty())
+        return;
+    QString orden = argumentos.historial ? "historial" : "historial-depurar";
+    QStringList debidas{"base-datos", "servidor", "operador"};
+    if (argumentos.deshacer || argumentos.rehacer) {
+        orden = argumentos.deshacer ? "deshacer" : "rehacer";
+        argumentos.operacion = NumeroDe(lector, orden, argumentos);
+        debidas.append("si");
+    } else if (argumentos.historial) {
+        argumentos.operacion = NumeroDe(lector, "operacion", argumentos);
+        debidas.append("operacion");
+        if (!sueltos.isEmpty())
+            argumentos.claves = {sueltos.takeFirst()};
+    }
+    if (const QString otra = Sobrante(lector, debidas + QStringList{orden}); !otra.isEmpty())
+        argumentos.error = "--" + orden + " va sin otra orden: --" + otra + " sobra.";
+}
+
 // The options of the shared server.
 void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
 {
@@ -239,6 +281,11 @@ Argumentos Argumentos::Leer(const QStringList &linea)
                        {"comparar", "", "PLAN"},
                        {"respaldar", "", "FILE"},
                        {"restaurar", "", "FILE"},
+                       {"historial", ""},
+                       {"operacion", "", "NUMBER"},
+                       {"deshacer", "", "NUMBER"},
+                       {"rehacer", "", "NUMBER"},
+                       {"historial-depurar", "", "DAYS"},
                        {"revisar", ""},
                        {"ayuda", ""},
                        {"version", ""}});
@@ -253,6 +300,7 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     LeerCostos(lector, sueltos, argumentos);
     LeerCopias(lector, sueltos, argumentos);
     LeerComparacion(lector, sueltos, argumentos);
+    LeerHistorial(lector, sueltos, argumentos);
     LeerIntercambio(lector, sueltos, argumentos);
     LeerCatalogo(lector, argumentos);
     argumentos.revisar = lector.isSet("revisar");

@@ -39,7 +39,14 @@ struct Argumentos {
     // Without a window: a copy of the file, or the file, or the plan with the key, from a copy. Which is in archivo.
     bool respaldar = false;
     bool restaurar = false;
-    bool comparar = false;     // without a window: the two plans, documents or moments that claves holds
+    bool comparar = false; // without a window: the two plans, documents or moments that claves holds
+    // Without a window, of the history: at most one of the four. Its operations, of the plan that claves holds; one
+    // alone; one to take back; those to delete that are older than so many days.
+    bool historial = false;
+    bool deshacer = false;
+    bool rehacer = false;
+    std::optional<int> depurar;
+    qint64 operacion = 0;
     bool crearEsquema = false; // without a window: on the server, at most one of the two
     bool actualizarEsquema = false;
     bool conEjemplos = false;
@@ -51,6 +58,7 @@ struct Argumentos {
     bool EsIntercambio() const { return !exportar.isEmpty() || importar || validar; }
     bool EsDeCatalogo() const { return importarCatalogo || exportarCatalogo; }
     bool EsDeCopias() const { return respaldar || restaurar; }
+    bool EsDeHistorial() const { return historial || deshacer || rehacer || depurar; }
     bool EsDeCostos() const { return actualizarCostos || completarGastos; }
     static QString Ayuda();
 

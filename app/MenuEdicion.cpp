@@ -6,7 +6,7 @@
 MenuEdicion::MenuEdicion(QWidget &ventana_) : QMenu("E&dición", &ventana_), ventana(ventana_)
 {
     setObjectName("mnuEdicion");
-    Agregar("mnuDeshacer", "&Deshacer", "Ctrl+Z", "undo", true);
+    Agregar("mnuDeshacer", "Deshacer lo &escrito", "Ctrl+Z", "undo", true);
     addSeparator();
     Agregar("mnuCortar", "Cor&tar", "Ctrl+X", "cut", true);
     Agregar("mnuCopiar", "&Copiar", "Ctrl+C", "copy", false);

@@ -77,6 +77,18 @@ bool PantallaDelPlan::HayTipo() const
     return resuelta && nombreTipo && !nombreTipo->Text().isEmpty();
 }
 
+QString PantallaDelPlan::ParteElegida() const
+{
+    const comunesQVX::Nodo *nodo = partes ? partes->SelectedItem() : nullptr;
+    const QString clave = nodo ? nodo->Key().mid(1) : QString();
+    return qvx::claves::EsRaiz(clave) ? QString() : clave;
+}
+
+QString PantallaDelPlan::FolioElegido() const
+{
+    return servicios && servicios->HaySeleccion() ? servicios->TextoSeleccionado() : QString();
+}
+
 bool PantallaDelPlan::Mostrar(const QString &tipoEquipo, const QString &parte, const QString &servicio)
 {
     if (!tipo || !partes)

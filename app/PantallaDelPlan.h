@@ -30,6 +30,9 @@ public:
     QString Tipo() const;
     bool Resuelta() const { return resuelta; }
     bool HayTipo() const;
+    // The part and the service that are chosen, "" for none; the root is no part.
+    QString ParteElegida() const;
+    QString FolioElegido() const;
 
     // Opens the plan of an equipment type and chooses the part and the service, where they are named and there. False
     // when one of them is not there; the screen then shows what it has found.

@@ -16,6 +16,8 @@
 #include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/PaginaCatalogos.h"
 #include "app/comparar/MenuDeComparar.h"
+#include "app/historial/MenuDeHistorial.h"
+#include "app/historial/PaginaHistorial.h"
 #include "app/servicios/PaginaServicios.h"
 #include "app/tipos/PaginaTipos.h"
 #include "controls/Formulario.h"
@@ -38,6 +40,7 @@ const QString PaginaDeTipos = "Tipos";
 const QString PaginaDelPlan = "Plan";
 const QString PaginaDeServicios = "Servicios";
 const QString PaginaDeCatalogos = "Catalogos";
+const QString PaginaDelHistorial = "Historial";
 
 } // namespace
 
@@ -76,6 +79,8 @@ void VentanaPrincipal::PonerPaginas()
                       "Todos los servicios de un plan", [this] { return HacerServicios(); }});
     paginas->Agregar({PaginaDeCatalogos, "&Catálogos", "mnuPagina2", QKeySequence(Qt::Key_F9), "Catálogos",
                       [this] { return HacerCatalogos(); }});
+    paginas->Agregar({PaginaDelHistorial, "&Historial", "mnuPaginaHistorial", QKeySequence(Qt::Key_F12), "Historial",
+                      [this] { return HacerHistorial(); }});
     setCentralWidget(paginas);
     connect(paginas, &Paginas::Mostrada, this, &VentanaPrincipal::AlMostrarPagina);
     paginas->Mostrar(PaginaDelPlan);
@@ -97,6 +102,7 @@ QWidget *VentanaPrincipal::HacerServicios()
                 if (Ver(tipo, parte, folio))
                     plan->AbrirServicio();
             });
+    connect(servicios, &PaginaServicios::HistorialPedido, this, &VentanaPrincipal::MostrarHistorial);
     return servicios;
 }
 
@@ -106,6 +112,13 @@ QWidget *VentanaPrincipal::HacerCatalogos()
     connect(catalogos, &PaginaCatalogos::Cambiado, this, &VentanaPrincipal::PlanCambiado);
     connect(catalogos, &PaginaCatalogos::CopiaPedida, this, &VentanaPrincipal::CopiarPlan);
     return catalogos;
+}
+
+QWidget *VentanaPrincipal::HacerHistorial()
+{
+    auto *historial = new PaginaHistorial;
+    connect(historial, &PaginaHistorial::PlanCambiado, this, &VentanaPrincipal::PlanCambiado);
+    return historial;
 }
 
 void VentanaPrincipal::AlMostrarPagina(const QString &nombre)
@@ -132,6 +145,37 @@ void VentanaPrincipal::ImportarPlan(const QString &archivo)
 QString VentanaPrincipal::TipoEnPantalla() const
 {
     return plan->Tipo();
+}
+
+QString VentanaPrincipal::TipoDeLaPagina() const
+{
+    if (paginas->Actual().nombre == PaginaDeServicios)
+        return static_cast<PaginaServicios *>(paginas->Hecha(PaginaDeServicios))->Tipo();
+    return plan->HayTipo() ? plan->Tipo() : QString();
+}
+
+VentanaPrincipal::Elegido VentanaPrincipal::LoElegido() const
+{
+    if (paginas->Actual().nombre == PaginaDeServicios) {
+        const auto *servicios = static_cast<PaginaServicios *>(paginas->Hecha(PaginaDeServicios));
+        return {servicios->Tipo(), servicios->ParteActual(), servicios->FolioActual()};
+    }
+    return {plan->Tipo(), plan->ParteElegida(), plan->FolioElegido()};
+}
+
+void VentanaPrincipal::PlanDeshecho()
+{
+    PlanCambiado();
+    if (paginas->Actual().nombre != PaginaDelPlan)
+        ActualizarPagina();
+}
+
+void VentanaPrincipal::MostrarHistorial(const QString &tipo, const QString &parte, const QString &folio)
+{
+    if (Ocupada())
+        return;
+    paginas->Mostrar(PaginaDelHistorial);
+    static_cast<PaginaHistorial *>(paginas->Hecha(PaginaDelHistorial))->Limitar(tipo, parte, folio);
 }
 
 bool VentanaPrincipal::Ocupada() const
@@ -182,6 +226,7 @@ void VentanaPrincipal::PonerMenus()
     connect(archivo, &MenuArchivo::BasePedida, this, &VentanaPrincipal::BasePedida);
     menuBar()->addMenu(archivo);
     auto *edicion = new MenuEdicion(*this);
+    new MenuDeHistorial(*edicion, *this);
     edicion->addSeparator();
     AgregarOrden(*edicion, *this, "mnuBuscar", "&Buscar en los planes…", QKeySequence("Ctrl+F"), [this] { Buscar(); });
     menuBar()->addMenu(edicion);

@@ -32,6 +32,15 @@ public:
 
     // The key in the screen's box, "" for none.
     QString TipoEnPantalla() const;
+    // The plan that the person looks at, on the screen or on a page, "" for none.
+    QString TipoDeLaPagina() const;
+    // What is chosen on the screen or on the page: equipment type, part and service, "" for what is not.
+    struct Elegido {
+        QString tipo;
+        QString parte;
+        QString folio;
+    };
+    Elegido LoElegido() const;
     // A form is open, or a transaction: commands wait.
     bool Ocupada() const;
 
@@ -43,6 +52,10 @@ public Q_SLOTS:
     // open and chosen in it is so again.
     void PlanCambiado();
 
+    // The same, and the page that is shown reads its own again.
+    void PlanDeshecho();
+    // The history of a plan, of a part of it, or of a service.
+    void MostrarHistorial(const QString &tipo, const QString &parte, const QString &folio);
     // The screen's own import of a document, with its question.
     void ImportarPlan(const QString &archivo);
 
@@ -58,6 +71,7 @@ private:
     QWidget *HacerTipos();
     QWidget *HacerServicios();
     QWidget *HacerCatalogos();
+    QWidget *HacerHistorial();
     void AlMostrarPagina(const QString &nombre);
     void CopiarPlan(const QString &nuevo, const QString &origen);
     void Buscar();

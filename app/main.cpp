@@ -5,6 +5,7 @@
 #include "app/catalogos/OrdenesDeCatalogo.h"
 #include "app/catalogos/OrdenesDeCostos.h"
 #include "app/comparar/OrdenesDeComparar.h"
+#include "app/historial/OrdenesDeHistorial.h"
 #include "app/respaldo/OrdenesDeRespaldo.h"
 #include "session/Aplicacion.h"
 
@@ -43,6 +44,8 @@ std::function<int(const Argumentos &)> OrdenSinPantalla(const Argumentos &argume
         return ActualizarLosCostos;
     if (argumentos.completarGastos)
         return CompletarLosGastos;
+    if (argumentos.EsDeHistorial())
+        return OrdenarHistorial;
     if (argumentos.comparar)
         return CompararPlanes;
     if (argumentos.respaldar)

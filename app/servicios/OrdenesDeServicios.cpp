@@ -73,8 +73,9 @@ Desenlace EliminarServicios(QWidget *duena, const lectura::Plan &plan, const QLi
     const auto propuesta = propuestas::Eliminar(plan, cuales);
     const qvx::DeAmbos<DialogoDeLote> dialogo(new DialogoDeLote(
         duena,
-        {"Eliminar servicios", "Los servicios se eliminan con sus renglones y no se pueden recuperar.", "E&liminar",
-         "servicio", "servicios", "Se eliminarán"},
+        {"Eliminar servicios",
+         "Los servicios se eliminan con sus renglones. Se recuperan con Edición, Deshacer, o en la página Historial.",
+         "E&liminar", "servicio", "servicios", "Se eliminarán"},
         [&] { qvx::EliminarServicios(Base(), Quien(), propuesta.servicios); }));
     dialogo->Mostrar(propuesta);
     return Preguntar(dialogo);

@@ -237,6 +237,11 @@ QWidget *PaginaServicios::Acciones()
     accMoverParte =
         ConBoton(*fila, "MoverParte", "Mover &parte…", QKeySequence("Ctrl+Shift+M"), &PaginaServicios::MoverParte);
     tvPartes->addAction(accMoverParte);
+    accHistorialDeServicio =
+        Accion("HistorialDeServicio", "&Historial de este servicio", {}, &PaginaServicios::HistorialDeServicio);
+    accHistorialDeParte =
+        Accion("HistorialDeParte", "Historial de esta &parte", {}, &PaginaServicios::HistorialDeParte);
+    tvPartes->addAction(accHistorialDeParte);
     fila->addStretch();
     ConBoton(*fila, "QuitarFiltros", "&Quitar filtros", QKeySequence("Ctrl+Shift+F"), &PaginaServicios::QuitarFiltros);
     ConBoton(*fila, "ActualizarPlan", "Actuali&zar", {}, &PaginaServicios::Actualizar);
@@ -270,6 +275,28 @@ QList<int> PaginaServicios::Elegidos() const
 QString PaginaServicios::ParteElegida() const
 {
     return partes->Clave(tvPartes->currentIndex());
+}
+
+QString PaginaServicios::ParteActual() const
+{
+    const QString parte = ParteElegida();
+    return qvx::claves::EsRaiz(parte) ? QString() : parte;
+}
+
+QString PaginaServicios::FolioActual() const
+{
+    const int servicio = modelo->Servicio(lvServicios->currentIndex());
+    return servicio < 0 ? QString() : Plan().servicios.at(servicio).leido.folio;
+}
+
+void PaginaServicios::HistorialDeServicio()
+{
+    Q_EMIT HistorialPedido(tipo, {}, FolioActual());
+}
+
+void PaginaServicios::HistorialDeParte()
+{
+    Q_EMIT HistorialPedido(tipo, ParteActual(), {});
 }
 
 // Neighbours are chosen as one range: a view asks all ranges about each row that it paints.
@@ -446,7 +473,9 @@ void PaginaServicios::PonerEstado()
     const bool cambia = puede && Plan().tipoActivo;
     for (QAction *accion : std::as_const(deServicios))
         accion->setEnabled(cambia && elegidos > 0);
-    accAbrir->setEnabled(modelo->Servicio(lvServicios->currentIndex()) >= 0);
+    accAbrir->setEnabled(!FolioActual().isEmpty());
+    accHistorialDeServicio->setEnabled(!FolioActual().isEmpty());
+    accHistorialDeParte->setEnabled(!ParteActual().isEmpty());
     const QString parte = ParteElegida();
     accMoverParte->setEnabled(cambia && !parte.isEmpty() && !qvx::claves::EsRaiz(parte));
     tvPartes->Recibir(cambia);

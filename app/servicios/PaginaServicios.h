@@ -34,6 +34,10 @@ public:
 
     // Whose plan is shown, "" for none. It is read when the page is shown.
     void PonerTipo(const QString &tipoEquipo);
+    const QString &Tipo() const { return tipo; }
+    // The part chosen in the tree, "" for none and for the whole plan; and the service with the cursor, "" for none.
+    QString ParteActual() const;
+    QString FolioActual() const;
 
 public Q_SLOTS:
     // Reads the plan anew, and stays where it was. When it cannot be read, what is shown stays, marked as out of date.
@@ -44,6 +48,8 @@ Q_SIGNALS:
     void PlanCambiado(const QString &tipoEquipo);
     // A service is to be opened in its own editor.
     void ServicioPedido(const QString &tipoEquipo, const QString &parte, const QString &folio);
+    // The history of a part or of a service is to be shown.
+    void HistorialPedido(const QString &tipoEquipo, const QString &parte, const QString &folio);
 
 protected:
     void showEvent(QShowEvent *evento) override;
@@ -79,6 +85,8 @@ private:
     void Cambiar();
     void Eliminar();
     void MoverParte();
+    void HistorialDeServicio();
+    void HistorialDeParte();
     void AlSoltarServicios(const QString &parte, bool copiar);
     void AlSoltarParte(const QString &parte, const QString &nuevoPadre);
     void Objetar(const QString &objecion);
@@ -109,4 +117,6 @@ private:
     QList<QAction *> deServicios; // what is done to the services chosen
     QAction *accAbrir = nullptr;
     QAction *accMoverParte = nullptr;
+    QAction *accHistorialDeServicio = nullptr;
+    QAction *accHistorialDeParte = nullptr;
 };
