@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/programa/PedidoDePrograma.h"
 #include "app/reportes/Cifras.h"
 #include "app/reportes/TextoDeArchivo.h"
 #include "data/Servidor.h"
@@ -36,6 +37,7 @@ struct Argumentos {
     bool actualizarCostos = false;
     bool completarGastos = false;
     QStringList claves;
+    PedidoDePrograma programa; // without a window: a programme or a report
     bool crearEsquema = false; // without a window: on the server, at most one of the two
     bool actualizarEsquema = false;
     bool conEjemplos = false;

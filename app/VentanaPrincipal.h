@@ -54,10 +54,12 @@ private:
     void PonerPaginas();
     QWidget *HacerTipos();
     QWidget *HacerServicios();
+    QWidget *HacerPrograma();
     QWidget *HacerCatalogos();
     void AlMostrarPagina(const QString &nombre);
     void CopiarPlan(const QString &nuevo, const QString &origen);
     void Buscar();
+    void AbrirServicio(const QString &tipo, const QString &parte, const QString &folio);
     bool Ver(const QString &tipo, const QString &parte, const QString &servicio);
     void PonerMenus();
     void PonerVer();

@@ -4,6 +4,7 @@
 #include "app/Reporte.h"
 #include "app/catalogos/OrdenesDeCatalogo.h"
 #include "app/catalogos/OrdenesDeCostos.h"
+#include "app/programa/OrdenesDePrograma.h"
 #include "session/Aplicacion.h"
 
 #include <fontconfig/fontconfig.h>
@@ -41,6 +42,8 @@ std::function<int(const Argumentos &)> OrdenSinPantalla(const Argumentos &argume
         return ActualizarLosCostos;
     if (argumentos.completarGastos)
         return CompletarLosGastos;
+    if (argumentos.programa.programa)
+        return EscribirPrograma;
     return nullptr;
 }
 

@@ -1,6 +1,7 @@
 #include "app/programa/Calendario.h"
 
 #include <QStringList>
+#include <algorithm>
 
 namespace programa
 {
@@ -43,6 +44,27 @@ QString Meses::Nombre(int mes) const
                                      "jul", "ago", "sep", "oct", "nov", "dic"};
     const QDate primero = Primero(mes);
     return nombres.at(primero.month() - 1) + " " + QString::number(primero.year());
+}
+
+Festivos LeerFestivos(const QString &texto)
+{
+    Festivos festivos;
+    const QStringList renglones = texto.split(QLatin1Char('\n'));
+    for (qsizetype i = 0; i < renglones.size(); ++i) {
+        const QString escrito = renglones.at(i).section(QLatin1Char('#'), 0, 0).trimmed();
+        const QDate fecha = QDate::fromString(escrito, "yyyy-MM-dd");
+        if (escrito.isEmpty())
+            continue;
+        if (!fecha.isValid())
+            return {{},
+                    QString("Días festivos, renglón %1: «%2» no es una fecha. Escríbala como 2027-01-01.")
+                        .arg(i + 1)
+                        .arg(escrito.left(40))};
+        festivos.fechas.append(fecha);
+    }
+    std::sort(festivos.fechas.begin(), festivos.fechas.end());
+    festivos.fechas.erase(std::unique(festivos.fechas.begin(), festivos.fechas.end()), festivos.fechas.end());
+    return festivos;
 }
 
 QString Escrita(QDate fecha)

@@ -48,6 +48,14 @@ private:
     int cuantos = 0;
 };
 
+// Holidays, a date in each line of a text, or why it is none; empty lines and what stands behind a "#" count for
+// nothing.
+struct Festivos {
+    QList<QDate> fechas; // in their order, each once
+    QString objecion;
+};
+Festivos LeerFestivos(const QString &texto);
+
 // As it is shown everywhere: 2026-12-31.
 QString Escrita(QDate fecha);
 
