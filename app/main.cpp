@@ -7,6 +7,7 @@
 #include "app/programa/OrdenesDePrograma.h"
 #include "session/Aplicacion.h"
 
+#include <QGuiApplication>
 #include <fontconfig/fontconfig.h>
 #include <functional>
 #include <future>
@@ -68,8 +69,12 @@ int main(int argc, char **argv)
         const QCoreApplication sinPantalla(argc, argv);
         return ConReporte([&] { return orden(argumentos); });
     }
-    if (argumentos.EsIntercambio())
+    if (argumentos.EsIntercambio() || argumentos.programa.Hay())
         qputenv("QT_QPA_PLATFORM", "offscreen"); // runs where there is no display
+    if (argumentos.programa.Hay()) {             // a report: letters, and no windows
+        const QGuiApplication sinVentanas(argc, argv);
+        return ConReporte([&] { return EscribirReporte(argumentos); });
+    }
     // What fonts there are is found out while the window system is being reached.
     const auto fuentes = std::async(std::launch::async, FcInit);
     qvx::Aplicacion aplicacion(argc, argv);

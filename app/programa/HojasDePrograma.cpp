@@ -22,11 +22,12 @@ void AgregarMeses(Hoja &hoja, const Programa &programa)
         hoja.columnas.append(Sumada(programa.meses.Nombre(mes)));
 }
 
+// A month without any is left empty.
 QVariantList Numeros(const QList<Cantidad> &cantidades)
 {
     QVariantList numeros;
     for (const Cantidad &cantidad : cantidades)
-        numeros.append(cantidad.Numero());
+        numeros.append(cantidad.EsCero() ? QVariant() : QVariant(cantidad.Numero()));
     return numeros;
 }
 

@@ -11,9 +11,8 @@ namespace
 
 constexpr int Decimales = 2;
 
-const QStringList Titulos{"Fecha",     "Fecha teórica", "Parte",           "Folio",           "Servicio",
-                          "Prioridad", "Motivo",        "Veces × equipos", "Mano de obra HR", "Paro HR",
-                          "Costo",     "Costo de hoy",  "Precio"};
+const QStringList Titulos{"Fecha", "Fecha teórica", "Parte", "Folio", "Servicio",     "Prioridad", "Motivo",
+                          "Veces", "Mano de obra",  "Paro",  "Costo", "Costo de hoy", "Precio"};
 
 bool EsNumero(int columna)
 {

@@ -6,11 +6,13 @@
 #include "app/Trampas.h"
 #include "app/catalogos/DialogoExportarCatalogo.h"
 #include "app/programa/DialogoDatosDePrograma.h"
+#include "app/programa/DialogoDeReporte.h"
 #include "app/programa/GraficaDeCarga.h"
 #include "app/programa/HojasDePrograma.h"
 #include "app/programa/Ics.h"
 #include "app/programa/ModeloPrograma.h"
 #include "app/programa/PanelQueSi.h"
+#include "app/programa/PaqueteDelMes.h"
 #include "app/programa/TextosDePrograma.h"
 #include "controls/DeAmbos.h"
 #include "controls/ModeloTabla.h"
@@ -18,7 +20,10 @@
 #include "controls/VistaTabla.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
+#include "plan/Planta.h"
 #include "plan/RegistrosDeCatalogo.h"
+#include "session/Interaccion.h"
+#include "session/Sistema.h"
 #include "session/Utilerias.h"
 
 #include <QAction>
@@ -42,9 +47,9 @@
 namespace
 {
 
-constexpr int AnchoDeRuta = 260;
-constexpr int AnchoDeServicio = 180;
-constexpr int AnchoDeMotivo = 260;
+constexpr int AnchoDeRuta = 230;
+constexpr int AnchoDeServicio = 160;
+constexpr int AnchoDeMotivo = 220;
 constexpr int DiasParaJuntar = 7;
 constexpr int MaximoParaJuntar = 365;
 
@@ -66,7 +71,9 @@ QList<QVariantList> FilasDe(const Hoja &hoja)
     QList<QVariantList> filas = hoja.filas;
     for (QVariantList &fila : filas)
         for (qsizetype i = 0; i < fila.size(); ++i)
-            if (hoja.columnas.at(i).clase == ColumnaDeHoja::Clase::Fecha)
+            if (!fila.at(i).isValid())
+                continue;
+            else if (hoja.columnas.at(i).clase == ColumnaDeHoja::Clase::Fecha)
                 fila[i] = programa::Escrita(fila.at(i).toDate());
             else if (hoja.columnas.at(i).clase != ColumnaDeHoja::Clase::Texto)
                 fila[i] = programa::Cantidad::De(fila.at(i).toDouble()).Redondeada(2).Numero();
@@ -318,6 +325,13 @@ QWidget *PaginaPrograma::Acciones()
     menu->addSeparator();
     AgregarAccion(*menu, "ExportarCalendario", "&Calendario (ICS)…", {}, [this] { ExportarCalendario(); });
     conPrograma.append(Boton(*fila, "cmdExportarPrograma", "E&xportar", menu));
+    auto *papel = new QMenu(this);
+    AgregarAccion(*papel, "ImprimirPlan", "&Plan de mantenimiento…", {}, [this] { ImprimirPlan(); });
+    AgregarAccion(*papel, "ImprimirHojas", "&Hojas de trabajo…", QKeySequence::Print, [this] { ImprimirHojas(); });
+    AgregarAccion(*papel, "ImprimirMateriales", "&Materiales…", {}, [this] { ImprimirMateriales(); });
+    papel->addSeparator();
+    AgregarAccion(*papel, "PaqueteDelMes", "Pa&quete del mes…", {}, [this] { HacerPaquete(); });
+    conPrograma.append(Boton(*fila, "cmdImprimirPrograma", "&Imprimir", papel));
     return acciones;
 }
 
@@ -596,6 +610,107 @@ void PaginaPrograma::ExportarCalendario()
         if (!ruta.isEmpty())
             programa::EscribirIcs(
                 ruta, programa::Ics(*medido, *programado, base, QDateTime::currentDateTimeUtc(), modelo->Mostradas()));
+    });
+}
+
+programa::Encargo PaginaPrograma::EncargoDe() const
+{
+    qvx::Sesion &sesion = qvx::Sesion::Actual();
+    return {qvx::NombreDePlanta(Base()), sesion.Operador(), base, sesion.Ahora()};
+}
+
+QList<int> PaginaPrograma::Elegidas() const
+{
+    QList<int> visibles;
+    for (const QModelIndex &indice : lvPrograma->selectionModel()->selectedRows())
+        visibles.append(indice.row());
+    std::sort(visibles.begin(), visibles.end());
+    QList<int> filas;
+    for (const int visible : std::as_const(visibles))
+        filas.append(modelo->Fila(visible));
+    return filas;
+}
+
+void PaginaPrograma::ImprimirPlan()
+{
+    ConTrampa(*this, 1000208, [this] {
+        if (medido)
+            DialogoDeReporte(
+                {DialogoDeReporte::Clase::Plan, "Plan de mantenimiento", {}, puede}, EncargoDe(),
+                [this](const programa::Encargo &encargo, int) { return programa::ReporteDePlan(*medido, encargo); },
+                this)
+                .exec();
+    });
+}
+
+// What is chosen, or all that is shown.
+void PaginaPrograma::ImprimirHojas()
+{
+    ConTrampa(*this, 1000209, [this] {
+        if (!programado)
+            return;
+        const QList<int> elegidas = Elegidas();
+        QList<QList<int>> cuales{modelo->Mostradas()};
+        QStringList alcances{"Lo que se muestra: " + Cuantos(cuales.constFirst().size(), "fecha", "fechas")};
+        if (!elegidas.isEmpty()) {
+            cuales.prepend(elegidas);
+            alcances.prepend("Lo seleccionado: " + Cuantos(elegidas.size(), "fecha", "fechas"));
+        }
+        DialogoDeReporte(
+            {DialogoDeReporte::Clase::Hojas, "Hojas de trabajo", alcances, puede}, EncargoDe(),
+            [&, this](const programa::Encargo &encargo, int alcance) {
+                return programa::HojasDeTrabajo(*medido, programa::LaboresDe(*medido, *programado, cuales.at(alcance)),
+                                                encargo);
+            },
+            this)
+            .exec();
+    });
+}
+
+void PaginaPrograma::ImprimirMateriales()
+{
+    ConTrampa(*this, 1000210, [this] {
+        if (!programado)
+            return;
+        const QStringList alcances{"Todo el año", "Lo que se muestra", "Una ronda: cada servicio una vez"};
+        DialogoDeReporte(
+            {DialogoDeReporte::Clase::Materiales, "Materiales", alcances, puede}, EncargoDe(),
+            [&, this](const programa::Encargo &encargo, int alcance) {
+                const QList<qint64> veces =
+                    alcance == 2 ? programa::UnaRonda(*medido)
+                                 : programa::VecesDe(*medido, *programado,
+                                                     alcance == 0 ? programa::Todas(*programado) : modelo->Mostradas());
+                return programa::ReporteDeMateriales(*medido, veces, "Materiales, " + alcances.at(alcance).toLower(),
+                                                     encargo);
+            },
+            this)
+            .exec();
+    });
+}
+
+// Of the month that the filter shows; the next one of the programme without one.
+void PaginaPrograma::HacerPaquete()
+{
+    ConTrampa(*this, 1000211, [this] {
+        if (!programado)
+            return;
+        int mes = cboMes->currentData().toInt();
+        if (mes < 0)
+            mes = std::max(0, programado->meses.Lugar(qvx::Sesion::Actual().Ahora().date().addMonths(1)));
+        const QString nombre = "Paquete " + tipo + " " + programado->meses.Primero(mes).toString("yyyy-MM");
+        QString ruta = RutaParaGuardar(*this, "Paquete del mes: " + programado->meses.Nombre(mes),
+                                       "Hojas, surtido y calendario|*.pdf", nombre);
+        if (ruta.isEmpty())
+            return;
+        ruta.chop(4);
+        const auto paquete = programa::PaqueteDelMes::En(ruta);
+        AvanceDeReporte avance(*this, "Paquete del mes");
+        const bool a4 = ajustes::Abrir().value("reportes/papelA4").toBool();
+        if (paquete.Escribir(*medido, *programado, mes, EncargoDe(), a4 ? impreso::Papel::A4 : impreso::Papel::Carta,
+                             [&](int hecho, int todo) { return avance(hecho, todo); }))
+            qvx::Sistema().Mensaje("El paquete de " + programado->meses.Nombre(mes) + " está en tres archivos:\n\n"
+                                       + paquete.Archivos().join(QLatin1Char('\n')),
+                                   qvx::mensaje::Informacion, "Quorvex", window()->winId(), "QVX", "ERR-ID:1000212");
     });
 }
 

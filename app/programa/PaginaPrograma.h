@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/programa/PlanMedido.h"
+#include "app/programa/Reportes.h"
 #include "app/reportes/Hoja.h"
 
 #include <QTime>
@@ -84,6 +84,12 @@ private:
     Hoja HojaMostrada() const;
     void Exportar(bool libro);
     void ExportarCalendario();
+    programa::Encargo EncargoDe() const;
+    QList<int> Elegidas() const;
+    void ImprimirPlan();
+    void ImprimirHojas();
+    void ImprimirMateriales();
+    void HacerPaquete();
 
     QString base;
     QString tipo;

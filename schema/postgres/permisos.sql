@@ -58,12 +58,12 @@ GRANT EXECUTE ON FUNCTION Get_Ruta_Parte_Tipo_Equipo(bpchar, bpchar), Numero_De_
 GRANT EXECUTE ON FUNCTION Reservar_Plan(bpchar, boolean) TO quorvex_planificadores, quorvex_catalogos;
 GRANT SELECT ON Esquema, Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad, Catalogo_Cambio, Derecho,
     Formato_Clave, Consulta, Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle,
-    Programa_Tipo, Programa_Uso, Programa_Festivo, Programa_Incluido, Programa_Capacidad
+    Programa_Tipo, Programa_Uso, Programa_Festivo, Programa_Incluido, Programa_Capacidad, Ajuste_Planta
     TO quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
 GRANT SELECT ON Plan_Reserva TO quorvex_planificadores, quorvex_catalogos;
 GRANT INSERT, UPDATE, DELETE ON Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
     TO quorvex_planificadores;
-GRANT INSERT, UPDATE ON Programa_Tipo TO quorvex_planificadores;
+GRANT INSERT, UPDATE ON Programa_Tipo, Ajuste_Planta TO quorvex_planificadores;
 GRANT INSERT, DELETE ON Programa_Uso, Programa_Festivo, Programa_Incluido, Programa_Capacidad TO quorvex_planificadores;
 -- A key is never changed.
 GRANT INSERT, DELETE ON Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad TO quorvex_catalogos;

@@ -50,6 +50,12 @@ CREATE TABLE Programa_Capacidad (
     PRIMARY KEY (Te_Cve_Tipo_Equipo, Pc_Mes)
 );
 
+-- The plant's own, such as the name that stands on reports.
+CREATE TABLE Ajuste_Planta (
+    Aj_Nombre Texto NOT NULL PRIMARY KEY,
+    Aj_Valor  Texto NOT NULL
+);
+
 -- An equipment type that goes takes its programme along: one of the same key would begin with it. Who keeps the
 -- catalogues does not write programmes.
 

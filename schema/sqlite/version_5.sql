@@ -55,6 +55,12 @@ CREATE TABLE Programa_Capacidad (
     PRIMARY KEY (Te_Cve_Tipo_Equipo, Pc_Mes)
 );
 
+-- The plant's own, such as the name that stands on reports.
+CREATE TABLE Ajuste_Planta (
+    Aj_Nombre TEXT NOT NULL PRIMARY KEY,
+    Aj_Valor  TEXT NOT NULL
+);
+
 -- An equipment type that goes takes its programme along: one of the same key would begin with it.
 CREATE TRIGGER Te_Sin_Programa AFTER DELETE ON Tipo_Equipo BEGIN
     DELETE FROM Programa_Tipo WHERE Te_Cve_Tipo_Equipo = OLD.Te_Cve_Tipo_Equipo
