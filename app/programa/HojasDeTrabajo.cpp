@@ -19,7 +19,7 @@ constexpr int RenglonesDeObservaciones = 5;
 void PonerLineas(impreso::Documento &documento, const PlanMedido &medido, const Labor &labor, const Encargo &encargo)
 {
     QList<impreso::Columna> columnas{
-        {"     Hecho   Clase", 17}, {"Producto", 40}, {"Unidad", 8}, {"Planeada", 10, true}, {"Real", 15, true}};
+        {"Hecho  Clase", 17}, {"Producto", 40}, {"Unidad", 8}, {"Planeada", 10, true}, {"Real", 15, true}};
     if (encargo.conCostos)
         columnas.append({"Costo", 12, true});
     documento.Agregar(Clase::Seccion, {"Mano de obra, refacciones y herramientas"});

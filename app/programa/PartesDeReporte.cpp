@@ -48,4 +48,9 @@ QString Pesos(const Cantidad &importe)
     return "$" + importe.Texto(2);
 }
 
+QString PesosEnteros(const Cantidad &costo)
+{
+    return costo == costo.Redondeada(2) ? Pesos(costo) : "$" + costo.Texto();
+}
+
 } // namespace programa

@@ -100,7 +100,7 @@ void PonerPorParte(Documento &documento, const PlanMedido &medido, const QHash<Q
         tramo.negrita = true;
         tramo.conLoQueSigue = true;
         for (const auto &[llave, material] : materiales)
-            documento.Fila(CeldasDe(medido, material)).nivel = nivel;
+            documento.Fila(CeldasDe(medido, material));
     };
     RecorrerPartes(medido.plan.arbol, [&](const qvx::Parte &parte, int nivel) {
         if (!dePartes.contains(parte.clave))

@@ -101,11 +101,12 @@ private:
     {
         const lectura::Producto &producto = medido.lineas.productos.at(linea.producto);
         documento
-            .Tramo(ClaseDeLinea(linea.clase) + "  " + producto.clave + " " + producto.descripcion + "  ·  "
-                   + Cantidad::De(linea.cantidad).Texto() + " " + linea.unidad
-                   + (linea.clase == lectura::Linea::Clase::Herramienta
-                          ? QString()
-                          : " × " + Pesos(Cantidad::De(linea.costo)) + " = " + Pesos(Cantidad::De(linea.importe))))
+            .Tramo(
+                ClaseDeLinea(linea.clase) + "  " + producto.clave + " " + producto.descripcion + "  ·  "
+                + Cantidad::De(linea.cantidad).Texto() + " " + linea.unidad
+                + (linea.clase == lectura::Linea::Clase::Herramienta
+                       ? QString()
+                       : " × " + PesosEnteros(Cantidad::De(linea.costo)) + " = " + Pesos(Cantidad::De(linea.importe))))
             .nivel = 5;
     }
 

@@ -18,6 +18,7 @@ constexpr double LetraDeSeccion = 10;
 constexpr double LetraDePie = 7.5;
 constexpr double Margen = 3;          // inside a cell
 constexpr double Sangria = 10;        // of a level
+constexpr double AltoConCasilla = 14; // so that there is room to write
 constexpr double Casilla = 9;         // its side
 constexpr double RenglonEscrito = 22; // room for handwriting
 constexpr double AltoDePie = 16;
@@ -129,7 +130,7 @@ double Paginador::Fila(const Bloque &bloque, double arriba, QPainter *pintor) co
     const double margen = Puntos(Margen);
     const double sangria = Puntos(Sangria) * bloque.nivel;
     const bool tramo = bloque.clase == Bloque::Clase::Tramo;
-    double alto = bloque.casilla ? Puntos(Casilla) : 0;
+    double alto = bloque.casilla ? Puntos(AltoConCasilla) : 0;
     const QList<QRectF> celdas = tramo ? QList<QRectF>{{0, arriba, area.width(), 0}} : Celdas(tabla, arriba, 0);
     const auto poner = [&](QPainter *con) {
         for (qsizetype i = 0; i < celdas.size() && i < bloque.textos.size(); ++i) {
@@ -151,7 +152,7 @@ double Paginador::Fila(const Bloque &bloque, double arriba, QPainter *pintor) co
     pintor->setPen(Qt::black);
     if (bloque.casilla) {
         pintor->setPen(QPen(Qt::black, Puntos(0.7)));
-        pintor->drawRect(QRectF(margen + sangria, arriba + margen / 2 + Puntos(1), Puntos(Casilla), Puntos(Casilla)));
+        pintor->drawRect(QRectF(margen + sangria, arriba + margen / 2 + Puntos(2), Puntos(Casilla), Puntos(Casilla)));
     }
     const double suyo = alto;
     poner(pintor);
