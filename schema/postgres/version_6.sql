@@ -1,4 +1,4 @@
--- Quorvex, shared server: from version 4 to version 5.
+-- Quorvex, shared server: from version 5 to version 6.
 
 -- What a planner assumes of an equipment type to make its programme of the year: day zero, use, machines, days off.
 
