@@ -103,8 +103,10 @@ QString Volcado(const QString &base, const QStringList &opciones)
 // The rows of the tables that version 2 has, but for what an upgrade changes.
 QString Filas(const QString &base)
 {
-    return Volcado(
-        base, {"-a", "-T", "dbo.esquema", "-T", "dbo.consulta", "-T", "dbo.plan_reserva", "-T", "dbo.catalogo_cambio"});
+    QStringList opciones{"-a"};
+    for (const char *nueva : {"esquema", "consulta", "plan_reserva", "catalogo_cambio", "operacion*", "historia_*"})
+        opciones << "-T" << QString("dbo.") + nueva;
+    return Volcado(base, opciones);
 }
 
 QStringList ActualizarEn(const QString &base, const QString &usuario = "postgres", const QString &opciones = {})

@@ -69,18 +69,28 @@ Recordset Conexion::Correr(const QString &sql, const std::function<Sentencia()> 
         const auto preparada = Preparar(sentencia, sql);
         if (!sentencia.lectura)
             reglas->RevisarIguales(preparada->conocida, sentencia, sql);
+        if (preparada->conocida.cambio != 0 && estado == Estado::Libre)
+            EmpezarSola();
         if (estado == Estado::Abierta && reglas->ComoReservar())
             for (const int lugar : preparada->conocida.reservas)
                 Reservar(SinBlancosAlFinal(sentencia.valores.value(lugar).toString()));
+        if (preparada->conocida.cambio != 0)
+            Registrar(preparada->conocida, sentencia);
         for (int i = 0; i < sentencia.valores.size(); ++i)
             preparada->consulta.bindValue(i, sentencia.valores.at(i));
         if (!preparada->consulta.exec())
             Rechazar(preparada->consulta.lastError(), sql, estado == Estado::Libre && !sentencia.lectura);
-        return Leer(*preparada, sql);
+        const Recordset resultado = Leer(*preparada, sql);
+        TerminarSola();
+        return resultado;
     } catch (const ErrorEjecucion &error) {
         Anotar("!", sql + "  <" + error.Descripcion() + ">");
         CerrarLectura();
-        if (estado == Estado::Abierta) {
+        if (sola) {
+            Deshacer();
+            sola = false;
+            estado = Estado::Libre;
+        } else if (estado == Estado::Abierta) {
             Deshacer();
             estado = Estado::Condenada;
             motivoCondena = error.Descripcion();
@@ -144,6 +154,67 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
     resultado.valores = std::make_shared<const std::vector<QVariant>>(std::move(valores));
     reglas->AlLeer(resultado);
     return resultado;
+}
+
+void Conexion::EmpezarSola()
+{
+    const QString orden = dialecto->InicioDeTransaccion();
+    QSqlQuery consulta(base);
+    if (!consulta.exec(orden))
+        Rechazar(consulta.lastError(), orden);
+    reservadas.clear();
+    registrando = false;
+    reglas->AlEmpezar();
+    sola = true;
+    estado = Estado::Abierta;
+}
+
+void Conexion::TerminarSola()
+{
+    if (!sola)
+        return;
+    Cerrar();
+    QSqlQuery consulta(base);
+    if (!consulta.exec("COMMIT"))
+        Rechazar(consulta.lastError(), "COMMIT", true);
+    sola = false;
+    estado = Estado::Libre;
+}
+
+// Before the transaction's change.
+void Conexion::Registrar(const Conocida &conocida, const Sentencia &sentencia)
+{
+    if (!std::exchange(registrando, true))
+        for (const SentenciaConValores &orden : reglas->Apertura())
+            EjecutarOrden(orden);
+    reglas->AlCambiar(conocida, sentencia);
+}
+
+// Before the commit.
+void Conexion::Cerrar()
+{
+    if (std::exchange(registrando, false))
+        for (const SentenciaConValores &orden : reglas->Cierre())
+            EjecutarOrden(orden);
+}
+
+// Kept prepared: on a server each one is one crossing of the network.
+void Conexion::EjecutarOrden(const SentenciaConValores &orden)
+{
+    auto &preparada = preparadas[QLatin1Char('*') + orden.texto];
+    if (!preparada) {
+        preparada = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, {}});
+        if (!preparada->consulta.prepare(orden.texto)) {
+            const QSqlError error = preparada->consulta.lastError();
+            preparadas.remove(QLatin1Char('*') + orden.texto);
+            Rechazar(error, orden.texto);
+        }
+    }
+    for (int i = 0; i < orden.valores.size(); ++i)
+        preparada->consulta.bindValue(i, orden.valores.at(i));
+    if (!preparada->consulta.exec())
+        Rechazar(preparada->consulta.lastError(), orden.texto);
+    preparada->consulta.finish();
 }
 
 // Outside a transaction: a connection that stands, and what is read and what is changed kept apart.
@@ -249,6 +320,8 @@ void Conexion::BeginTrans()
     if (!porComenzar)
         Ordenar(dialecto->InicioDeTransaccion());
     reservadas.clear();
+    registrando = false;
+    reglas->AlEmpezar();
     estado = Estado::Abierta;
 }
 
@@ -302,6 +375,7 @@ void Conexion::CommitTrans()
         // The engine would answer the commit of a transaction that it has taken back with a rollback.
         if (!dialecto->SigueEnTransaccion(base))
             throw ErrorEjecucion(errores::Datos, "El servidor deshizo la transacción: no se guardó nada.", "COMMIT");
+        Cerrar();
         Ordenar("COMMIT");
         estado = Estado::Libre;
     } catch (const ErrorEjecucion &error) {
@@ -353,7 +427,8 @@ void Conexion::Ordenar(const QString &orden)
 // closing ends whatever is left.
 void Conexion::Deshacer()
 {
-    Anotar("-", "ROLLBACK");
+    if (!sola)
+        Anotar("-", "ROLLBACK");
     if (std::exchange(porComenzar, false))
         return;
     QSqlQuery consulta(base);

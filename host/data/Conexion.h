@@ -30,6 +30,7 @@ public:
     Conexion(const Conexion &) = delete;
     Conexion &operator=(const Conexion &) = delete;
 
+    // A change of what a history is kept of has a transaction of its own when none is open.
     Recordset Execute(const QString &sql);
     // A statement of the host's own, whose values take the places of its "?" in their order: numbers as numbers, all
     // else as text. The text is the program's, with no value in it, and so any shape of the four verbs is allowed.
@@ -56,6 +57,7 @@ public:
 
     bool EnTransaccion() const { return estado != Estado::Libre; }
     const Reglas &Conocedor() const { return *reglas; }
+    Reglas &Conocedor() { return *reglas; }
     // Takes back a transaction that its event left open, and logs it.
     void CerrarAbandonada();
 
@@ -79,6 +81,11 @@ private:
     Recordset Correr(const QString &sql, const std::function<Sentencia()> &analizar);
     std::shared_ptr<Preparada> Preparar(const Sentencia &sentencia, const QString &sql);
     Recordset Leer(Preparada &preparada, const QString &sql);
+    void EmpezarSola();
+    void TerminarSola();
+    void Registrar(const Conocida &conocida, const Sentencia &sentencia);
+    void Cerrar();
+    void EjecutarOrden(const SentenciaConValores &orden);
     void Reservar(const QString &clave);
     QVariant Preguntar(const QString &orden, const QString &clave);
     void Disponer(bool lectura);
@@ -104,6 +111,8 @@ private:
     Estado estado = Estado::Libre;
     bool porComenzar = false; // the engine does not know of the transaction yet
     bool comienzoAnotado = false;
+    bool sola = false;        // the transaction is one statement's own, which nobody sees
+    bool registrando = false; // it has changed what a history is kept of
     int eventos = 0;
     int momentos = 0;
     bool leyendo = false;

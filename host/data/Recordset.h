@@ -24,6 +24,8 @@ public:
     QString Texto(int columna) const;
     double Numero(QAnyStringView campo) const { return Numero(Columna(campo)); }
     double Numero(int columna) const;
+    // Likewise as the engine gave it; an absent one is null.
+    const QVariant &Valor(int columna) const;
     // How many rows a change met.
     int Afectadas() const { return afectadas; }
     int Columnas() const { return campos ? static_cast<int>(campos->size()) : 0; }
@@ -33,7 +35,6 @@ public:
 private:
     friend class Conexion;
     int Columna(QAnyStringView campo) const;
-    const QVariant &Valor(int columna) const;
 
     std::shared_ptr<const QStringList> campos;
     std::shared_ptr<const std::vector<QVariant>> valores; // row after row

@@ -18,6 +18,14 @@ struct Conocida {
     bool ajena = false;  // reads only what no transaction keeps to itself
     QList<int> iguales;  // where among its literals keys stand that must all be one
     QList<int> reservas; // where keys stand of what a transaction keeps to itself until it ends
+    int cambio = 0;      // what it changes of that which a history is kept of, by the owner's count; 0 for nothing
+    QList<int> claves;   // where the keys stand that the history names the change by
+};
+
+// A statement of the owner's own, and its values.
+struct SentenciaConValores {
+    QString texto;
+    QVariantList valores;
 };
 
 // The statements by which a transaction keeps what a key stands for to itself, each with a place for the key: keeping
@@ -45,6 +53,13 @@ public:
     virtual QString Ocupado(const QString &usuario, const QString &clave) const = 0;
     // Nothing where the engine has one writer at a time anyway.
     virtual const std::optional<Reserva> &ComoReservar() const = 0;
+
+    // A history is kept of what transactions change. One begins; it changed something; and what runs in it, unseen by
+    // the trace, before its first change and before its commit.
+    virtual void AlEmpezar() = 0;
+    virtual void AlCambiar(const Conocida &conocida, const Sentencia &sentencia) = 0;
+    virtual QList<SentenciaConValores> Apertura() const = 0;
+    virtual QList<SentenciaConValores> Cierre() const = 0;
 };
 
 } // namespace qvx

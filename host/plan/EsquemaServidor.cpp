@@ -134,7 +134,8 @@ std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor)
 {
     BaseAbierta base = Abrir(servidor, [servidor](const QSqlError &error) { Rechazar(servidor, error); });
     RevisarVersion(base, servidor);
-    return std::make_unique<Conexion>(base.Entregar(), DialectoPostgres(), std::make_unique<Formas>(ReservaDePlan()));
+    return std::make_unique<Conexion>(base.Entregar(), DialectoPostgres(),
+                                      std::make_unique<Formas>(Motor::Servidor, ReservaDePlan()));
 }
 
 CambioDeEsquema CrearEsquema(const Servidor &servidor, bool conEjemplos)

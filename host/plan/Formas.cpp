@@ -75,6 +75,8 @@ Conocida Formas::Conocer(const QString &forma, const QStringList &funciones) con
     // What a function of the database's own reads is not seen here.
     conocida.ajena = forma.startsWith("SELECT") && SoloLlamaA(forma, funciones) && !NombraElPlan(forma);
     conocida.iguales = TiposIgualados(forma);
+    conocida.cambio = OperacionEnCurso::Cambio(forma);
+    conocida.claves = OperacionEnCurso::Claves(forma, conocida.cambio);
     if (conocida.ajena)
         return conocida;
     conocida.reservas = conocida.iguales;
@@ -101,6 +103,11 @@ QString Formas::Ocupado(const QString &usuario, const QString &clave) const
 const Versiones &Formas::Leidas(const Conexion &conexion)
 {
     return dynamic_cast<const Formas &>(conexion.Conocedor()).leidas;
+}
+
+OperacionEnCurso &Formas::EnCurso(Conexion &conexion)
+{
+    return dynamic_cast<Formas &>(conexion.Conocedor()).enCurso;
 }
 
 } // namespace qvx

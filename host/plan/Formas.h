@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/Reglas.h"
+#include "plan/OperacionEnCurso.h"
 #include "plan/Versiones.h"
 
 namespace qvx
@@ -17,7 +18,7 @@ class Conexion;
 class Formas : public Reglas
 {
 public:
-    explicit Formas(std::optional<Reserva> reserva_ = {}) : reserva(std::move(reserva_)) {}
+    explicit Formas(Motor motor, std::optional<Reserva> reserva_ = {}) : reserva(std::move(reserva_)), enCurso(motor) {}
 
     Conocida Conocer(const QString &forma, const QStringList &funciones) const override;
     // No row is given to another equipment type: a change that names two of them was not composed by a screen.
@@ -25,13 +26,23 @@ public:
     void AlLeer(const Recordset &filas) override { leidas.Anotar(filas); }
     QString Ocupado(const QString &usuario, const QString &clave) const override;
     const std::optional<Reserva> &ComoReservar() const override { return reserva; }
+    void AlEmpezar() override { enCurso.Empezar(); }
+    void AlCambiar(const Conocida &conocida, const Sentencia &sentencia) override
+    {
+        enCurso.Anotar(conocida, sentencia);
+    }
+    QList<SentenciaConValores> Apertura() const override { return enCurso.Apertura(); }
+    QList<SentenciaConValores> Cierre() const override { return enCurso.Cierre(); }
 
     // The versions that a connection has read last, which its changes are based on.
     static const Versiones &Leidas(const Conexion &conexion);
+    // What a connection's transaction does.
+    static OperacionEnCurso &EnCurso(Conexion &conexion);
 
 private:
     const std::optional<Reserva> reserva;
     Versiones leidas;
+    OperacionEnCurso enCurso;
 };
 
 } // namespace qvx

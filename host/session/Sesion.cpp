@@ -3,6 +3,7 @@
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Texto.h"
+#include "plan/OperacionEnCurso.h"
 #include "session/Interaccion.h"
 #include "session/Trabajo.h"
 
@@ -26,6 +27,7 @@ Sesion::Sesion(std::unique_ptr<qvx::Conexion> conexion_, QString operador_,
     if (actual)
         throw ErrorEjecucion(errores::ObjetoNoEstablecido, "Ya hay una sesión abierta");
     actual = this;
+    FirmarOperaciones(*conexion, operador);
     conexion->AlEjecutar(&Trabajo::AntesDeSentencia);
 }
 

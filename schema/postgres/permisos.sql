@@ -55,10 +55,14 @@ REVOKE ALL ON ALL TABLES IN SCHEMA dbo FROM PUBLIC, quorvex_planificadores, quor
 GRANT USAGE ON SCHEMA dbo TO quorvex_planificadores, quorvex_lectores, quorvex_catalogos;
 GRANT EXECUTE ON FUNCTION Get_Ruta_Parte_Tipo_Equipo(bpchar, bpchar), Numero_De_Clave(bpchar)
     TO quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
-GRANT EXECUTE ON FUNCTION Reservar_Plan(bpchar, boolean) TO quorvex_planificadores, quorvex_catalogos;
+GRANT EXECUTE ON FUNCTION Reservar_Plan(bpchar, boolean), Hora_De_La_Base() TO quorvex_planificadores, quorvex_catalogos;
+GRANT EXECUTE ON FUNCTION Nombrar_Operacion(text, text, text, text) TO quorvex_planificadores;
 GRANT SELECT ON Esquema, Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad, Catalogo_Cambio, Derecho,
     Formato_Clave, Consulta, Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle,
     Programa_Tipo, Programa_Uso, Programa_Festivo, Programa_Incluido, Programa_Capacidad, Ajuste_Planta
+    TO quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
+-- The history is everybody's to read, and only the database's to write.
+GRANT SELECT ON Operacion, Operacion_Plan, Operacion_Deshecha, Historia_Parte, Historia_Servicio, Historia_Linea
     TO quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
 GRANT SELECT ON Plan_Reserva TO quorvex_planificadores, quorvex_catalogos;
 GRANT INSERT, UPDATE, DELETE ON Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
