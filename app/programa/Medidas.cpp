@@ -21,8 +21,7 @@ public:
         : meses(programa.meses.Cuantos()), veces(programa.periodos.size() * meses, 0)
     {
         for (const Fila &fila : programa.filas)
-            veces[fila.servicio * meses + programa.meses.Lugar(programa.Fecha(fila.programado))] +=
-                qint64(fila.Cuentan()) * programa.datos.equipos;
+            veces[fila.servicio * meses + programa.Mes(fila)] += qint64(fila.Cuentan()) * programa.datos.equipos;
     }
     qint64 De(int servicio, int mes) const { return veces.at(servicio * meses + mes); }
 
@@ -155,7 +154,7 @@ QList<Medida> PorMes(const Programa &programa, const QList<Medida> &medidas)
 {
     QList<Medida> meses(programa.meses.Cuantos());
     for (const Fila &fila : programa.filas)
-        meses[programa.meses.Lugar(programa.Fecha(fila.programado))] += MedidaDe(programa, fila, medidas);
+        meses[programa.Mes(fila)] += MedidaDe(programa, fila, medidas);
     return meses;
 }
 

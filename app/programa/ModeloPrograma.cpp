@@ -88,8 +88,7 @@ void ModeloPrograma::Elegir()
             admitidos[i] = admitidos.at(i) && plegados.at(i).contains(palabra);
     for (int i = 0; i < programado->filas.size(); ++i) {
         const programa::Fila &fila = programado->filas.at(i);
-        if (!admitidos.at(fila.servicio)
-            || (mes >= 0 && programado->meses.Lugar(programado->Fecha(fila.programado)) != mes))
+        if (!admitidos.at(fila.servicio) || (mes >= 0 && programado->Mes(fila) != mes))
             continue;
         mostradas.append(i);
         suma += programa::MedidaDe(*programado, fila, medido->medidas);

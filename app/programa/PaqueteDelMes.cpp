@@ -14,7 +14,7 @@ QList<int> FilasDelMes(const Programa &programa, int mes)
 {
     QList<int> filas;
     for (int i = 0; i < programa.filas.size(); ++i)
-        if (programa.meses.Lugar(programa.Fecha(programa.filas.at(i).programado)) == mes)
+        if (programa.Mes(programa.filas.at(i)) == mes)
             filas.append(i);
     return filas;
 }

@@ -5,7 +5,8 @@
 #include "plan/Claves.h"
 
 #include <algorithm>
-#include <limits>
+#include <utility>
+#include <vector>
 
 namespace programa
 {
@@ -100,6 +101,8 @@ public:
         if (!programa.filas.isEmpty())
             hasta = std::max(hasta, programa.Fecha(programa.filas.constLast().programado));
         programa.meses = Meses(programa.horizonte.Desde(), hasta);
+        for (QDate dia = programa.horizonte.diaCero; dia <= hasta; dia = dia.addDays(1))
+            programa.mesDeDia.append(programa.meses.Lugar(dia));
         return std::move(programa);
     }
 
@@ -220,14 +223,16 @@ private:
     QStringList excesivos;
 };
 
-// Of each service the day of each n, one after the other.
-QHash<QPair<int, int>, int> Dias(const Programa &programa)
+// The day of each service and n, in this order.
+std::vector<std::pair<quint64, int>> Dias(const Programa &programa)
 {
-    QHash<QPair<int, int>, int> dias;
+    std::vector<std::pair<quint64, int>> dias;
     dias.reserve(programa.filas.size());
     for (const Fila &fila : programa.filas)
         for (int vez = 0; vez < fila.veces; ++vez)
-            dias.insert({fila.servicio, fila.n + vez}, fila.programado);
+            dias.emplace_back(static_cast<quint64>(fila.servicio) << 32U | static_cast<quint64>(fila.n + vez),
+                              fila.programado);
+    std::sort(dias.begin(), dias.end());
     return dias;
 }
 
@@ -309,14 +314,19 @@ Diferencia Comparar(const Programa &antes, const Programa &despues)
     const auto viejos = Dias(antes);
     const auto nuevos = Dias(despues);
     Diferencia diferencia;
-    for (auto dia = viejos.cbegin(); dia != viejos.cend(); ++dia) {
-        const auto nuevo = nuevos.constFind(dia.key());
-        if (nuevo == nuevos.constEnd())
+    auto viejo = viejos.begin();
+    auto nuevo = nuevos.begin();
+    while (viejo != viejos.end() || nuevo != nuevos.end()) {
+        if (nuevo == nuevos.end() || (viejo != viejos.end() && viejo->first < nuevo->first)) {
             ++diferencia.perdidas;
-        else if (*nuevo != *dia)
-            ++diferencia.movidas;
+            ++viejo;
+        } else if (viejo == viejos.end() || nuevo->first < viejo->first) {
+            ++diferencia.nuevas;
+            ++nuevo;
+        } else {
+            diferencia.movidas += viejo++->second == nuevo++->second ? 0 : 1;
+        }
     }
-    diferencia.nuevas = static_cast<int>(nuevos.size() - (viejos.size() - diferencia.perdidas));
     return diferencia;
 }
 

@@ -61,7 +61,10 @@ struct Programa {
     QList<Fila> filas;       // by scheduled date and service
     QList<Aparte> aparte;
     Conciliacion conciliacion;
+    QList<int> mesDeDia; // of each day from day zero on
 
+    // The place of the month in which a row is done.
+    int Mes(const Fila &fila) const { return mesDeDia.at(fila.programado); }
     QDate Fecha(int dia) const { return horizonte.diaCero.addDays(dia); }
     // A row's reason, which also says in what it is included.
     QString Motivo(const Fila &fila, const QList<Entrada> &entradas) const;

@@ -22,6 +22,8 @@ public:
 
     // Where pages begin. False when it was stopped.
     bool Repartir(const Avance &avance);
+    // The first block of each page.
+    const QList<qsizetype> &Comienzos() const { return comienzos; }
     int Paginas() const { return static_cast<int>(comienzos.size()); }
     void Pintar(QPainter &pintor, int pagina) const;
 
