@@ -1017,3 +1017,12 @@ INSERT INTO Plan_Mantenimiento_Detalle (
     ('0005', '0017', '000019', '000076', '02', '0000001017',    1, 'PZA',  128.60,     128.60, '0003'),
     ('0005', '0017', '000019', '000077', '03', '0000002005',    1, 'PZA',       0,          0, ''),
     ('0005', '0017', '000019', '000078', '03', '0000002002',    1, 'JGO',       0,          0, '');
+
+-- The history of a new database is empty.
+{sqlite:|postgres:SET CONSTRAINTS ALL IMMEDIATE;}
+DELETE FROM Operacion;
+DELETE FROM Operacion_Plan;
+DELETE FROM Historia_Parte;
+DELETE FROM Historia_Servicio;
+DELETE FROM Historia_Linea;
+{sqlite:DELETE FROM Operacion_En_Curso;|postgres:}

@@ -88,6 +88,7 @@ void PrHistoria::columnas()
 void PrHistoria::ordenes()
 {
     const QStringList principio = Filas();
+    const qint64 antes = Ultima();
     GuardarParte("N0005", "Nuevo", "FLECHA  ");
     GuardarParte("N0007", "Editar", "FLECHA «Ñ» 0.1");
     Rotular("N0007", "0007 - EJE");
@@ -96,7 +97,7 @@ void PrHistoria::ordenes()
     Mandar("N0002", "Reactivar", 7500045, qvx::mensaje::Aceptar);
     Mandar("N0007", "B1", 7500047, qvx::mensaje::No); // not done
     Mandar("N0007", "B1", 7500047);
-    NuevoServicio("N0002", "0.30000000000000004");
+    NuevoServicio("N0002", "1234.5678");
     CambiarServicio("N0002", "000004", "99.95");
     CambiarServicio("N0002", "000004", "99.95"); // changes nothing
     Mover("N0002", "000004", "N0005");
@@ -110,26 +111,28 @@ void PrHistoria::ordenes()
     const QStringList fin = Filas();
 
     QStringList hechas;
-    const QList<qvx::Operacion> operaciones = Operaciones();
+    QList<qvx::Operacion> operaciones = Operaciones();
+    operaciones.removeIf([&](const qvx::Operacion &operacion) { return operacion.numero <= antes; });
     for (const qvx::Operacion &operacion : operaciones)
         hechas.prepend(QString("%1: %2 [%3] %4 %5 %6")
                            .arg(operacion.clase, operacion.detalle, operacion.tipos.join(','),
                                 QString::number(operacion.partes), QString::number(operacion.servicios),
                                 QString::number(operacion.lineas)));
-    QCOMPARE(hechas.join('\n'), QString("Parte nueva: Parte 0007 [0900] 1 0 0\n"
-                                        "Parte cambiada: Parte 0007 [0900] 1 0 0\n"
-                                        "Parte cambiada: Parte 0007 [0900] 1 0 0\n"
-                                        "Baja: Parte 0001 [0900] 4 0 0\n"
-                                        "Reactivación: Parte 0001 [0900] 2 0 0\n"
-                                        "Parte eliminada: Parte 0007 [0900] 2 0 0\n"
-                                        "Servicio nuevo: Servicio 000004 de la parte 0002 [0900] 0 1 3\n"
-                                        "Servicio cambiado: Servicio 000004 de la parte 0002 [0900] 0 1 3\n"
-                                        "Servicio cambiado: Servicio 000004 de la parte 0002 [0900] 0 1 3\n"
-                                        "Servicio movido: Servicio 000004 de la parte 0002 [0900] 0 1 3\n"
-                                        "Servicio movido: Servicio 000002 de la parte 0002 [0900] 0 1 1\n"
-                                        "Servicio eliminado: Servicio 000004 de la parte 0005 [0900] 0 1 3\n"
-                                        "Copia de plan: Del tipo de equipo 0900 [0901] 6 3 4\n"
-                                        "Importación:  [0900] 6 3 4"));
+    QCOMPARE(hechas, QString("Parte nueva: Parte 0007 [0900] 1 0 0\n"
+                             "Parte cambiada: Parte 0007 [0900] 1 0 0\n"
+                             "Parte cambiada: Parte 0007 [0900] 1 0 0\n"
+                             "Baja: Parte 0001 [0900] 4 0 0\n"
+                             "Reactivación: Parte 0001 [0900] 2 0 0\n"
+                             "Parte eliminada: Parte 0007 [0900] 2 0 0\n"
+                             "Servicio nuevo: Servicio 000004 de la parte 0002 [0900] 0 1 3\n"
+                             "Servicio cambiado: Servicio 000004 de la parte 0002 [0900] 0 1 3\n"
+                             "Servicio cambiado: Servicio 000004 de la parte 0002 [0900] 0 1 3\n"
+                             "Servicio movido: Servicio 000004 de la parte 0002 [0900] 0 1 3\n"
+                             "Servicio movido: Servicio 000002 de la parte 0002 [0900] 0 1 1\n"
+                             "Servicio eliminado: Servicio 000004 de la parte 0005 [0900] 0 1 3\n"
+                             "Copia de plan: Del tipo de equipo 0900 [0901] 6 3 5\n"
+                             "Importación:  [0900] 6 3 5")
+                         .split('\n'));
     for (const qvx::Operacion &operacion : operaciones) {
         QCOMPARE(operacion.operador, Sesion::Actual().Operador());
         QVERIFY(qAbs(QDateTime::fromString(operacion.fecha, "yyyy-MM-dd hh:mm:ss").secsTo(QDateTime::currentDateTime()))
@@ -163,6 +166,8 @@ void PrHistoria::deFuera()
 {
     const QStringList antes = Filas();
     const auto otro = escenario->Base().Otro();
+    if (!motor::EsPostgres())
+        QTest::qWait(1100); // what was done within one second is one operation
     otro->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'OTRA' WHERE Tep_ID = '0005'");
     const qint64 cambio = Ultima();
     QCOMPARE(Operaciones().value(0).clase, "Fuera de Quorvex");
@@ -175,7 +180,6 @@ void PrHistoria::deFuera()
         QVERIFY(!otro->Puede("TRUNCATE Plan_Mantenimiento_Detalle"));
         return;
     }
-    QTest::qWait(1100); // the next second is another operation
     otro->Correr("INSERT OR REPLACE INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) "
                  "VALUES ('0900', '0005', '000002', '9001')");
     otro->Correr("INSERT OR IGNORE INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) "
@@ -183,7 +187,8 @@ void PrHistoria::deFuera()
     QVERIFY(Deshacer(Ultima()).SePuede());
     QCOMPARE(Filas(), antes);
     for (const char *intento : {"DELETE FROM Historia_Parte", "UPDATE Historia_Servicio SET Pm_Precio = 0",
-                                "UPDATE Operacion SET Op_Oper = 'otro'", "DELETE FROM Operacion WHERE Op_ID > 1"})
+                                "UPDATE Operacion SET Op_Oper = 'otro'",
+                                "DELETE FROM Operacion WHERE Op_ID = (SELECT max(Op_ID) FROM Operacion)"})
         QVERIFY2(!otro->Puede(intento), intento);
 }
 
@@ -259,8 +264,10 @@ void PrHistoria::azar()
         vueltas.prepend(hecho.numero);
     }
     QCOMPARE(Filas(), principio);
-    for (const qint64 numero : vueltas)
-        QVERIFY(Rehacer(numero).SePuede());
+    for (const qint64 numero : vueltas) {
+        const qvx::Deshecho hecho = Rehacer(numero);
+        QVERIFY2(hecho.SePuede(), qPrintable(hecho.reparos.join('\n')));
+    }
     QCOMPARE(Filas(), fin);
     const qvx::Deshecho todo = qvx::DejarComoAntesDe(Base(), firmante, "0900", hechas.constFirst(), false);
     QVERIFY(todo.SePuede());
@@ -272,36 +279,33 @@ void PrHistoria::azar()
 // What is in the way of taking back the first of some changes, and whether the later ones can go with it.
 void PrHistoria::reparos_data()
 {
-    Tabla t({"primero", "despues", "reparo", "conPosteriores"});
+    const Tabla<QString, QString, QString, bool> fila("primero", "despues", "reparo", "conPosteriores");
     const QString parte = "INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) "
                           "VALUES ('0900', '%1', '%2', 'X')";
-    t.Fila("cambiada después",
-           {"UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'A' WHERE Te_Cve_Tipo_Equipo = '0900' AND "
-            "Tep_ID = '0005'",
-            "UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'B' WHERE Te_Cve_Tipo_Equipo = '0900' AND "
-            "Tep_ID = '0005'",
-            "La parte 0005 del tipo de equipo 0900 cambió después.", true});
-    t.Fila("eliminada después", {parte.arg("0050", "0005"),
-                                 "DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0050'",
-                                 "La parte 0050 del tipo de equipo 0900 ya no existe.", true});
-    t.Fila("con algo colgado",
-           {parte.arg("0050", "0005"), parte.arg("0051", "0050"),
-            "La parte 0051 del tipo de equipo 0900 cuelga ahora de la parte 0050, que se iría.", true});
-    t.Fila("sin la superior",
-           {"DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0004'",
-            "DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0003'",
-            "La parte 0004 del tipo de equipo 0900 colgaba de la parte 0003, que ya no existe.", true});
-    t.Fila("líneas",
-           {"UPDATE Plan_Mantenimiento_Detalle SET Pmd_Costo = 1 WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = "
-            "'000001'",
-            "DELETE FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = '000001' AND "
-            "Pmd_ID = '000001'",
-            "El servicio 000001 del tipo de equipo 0900 cambió después.", true});
-    t.Fila("folio dado",
-           {"DELETE FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = '000003'",
-            "INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) VALUES "
-            "('0900', '0005', '000003', '9001')",
-            "El servicio 000003 del tipo de equipo 0900 existe de nuevo, con la misma clave.", true});
+    fila("cambiada después",
+         "UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'A' WHERE Te_Cve_Tipo_Equipo = '0900' AND "
+         "Tep_ID = '0005'",
+         "UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'B' WHERE Te_Cve_Tipo_Equipo = '0900' AND "
+         "Tep_ID = '0005'",
+         "La parte 0005 del tipo de equipo 0900 cambió después.", true);
+    fila("eliminada después", parte.arg("0050", "0005"),
+         "DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0050'",
+         "La parte 0050 del tipo de equipo 0900 ya no existe.", true);
+    fila("con algo colgado", parte.arg("0050", "0005"), parte.arg("0051", "0050"),
+         "La parte 0051 del tipo de equipo 0900 cuelga ahora de la parte 0050, que se iría.", true);
+    fila("sin la superior", "DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0004'",
+         "DELETE FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID = '0003'",
+         "La parte 0004 del tipo de equipo 0900 colgaba de la parte 0003, que ya no existe.", true);
+    fila("líneas",
+         "UPDATE Plan_Mantenimiento_Detalle SET Pmd_Costo = 1 WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = "
+         "'000001'",
+         "DELETE FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = '000001' AND "
+         "Pmd_ID = '000001'",
+         "El servicio 000001 del tipo de equipo 0900 cambió después.", true);
+    fila("folio dado", "DELETE FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = '000003'",
+         "INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio) VALUES "
+         "('0900', '0005', '000003', '9001')",
+         "El servicio 000003 del tipo de equipo 0900 existe de nuevo, con la misma clave.", true);
 }
 
 void PrHistoria::reparos()
@@ -364,13 +368,13 @@ void PrHistoria::otraClave()
 
 void PrHistoria::averias_data()
 {
-    Tabla t({"averia"});
+    const Tabla<QString> fila("averia");
     for (const char *averia :
          {"DELETE ON Plan_Mantenimiento_Detalle", "DELETE ON Plan_Mantenimiento", "DELETE ON Tipo_Equipo_Parte",
           "INSERT ON Tipo_Equipo_Parte", "INSERT ON Plan_Mantenimiento", "INSERT ON Plan_Mantenimiento_Detalle",
           "INSERT ON Registro_Cambio", "INSERT ON Historia_Linea", "INSERT ON Operacion_Deshecha", "ocupada",
           "confirmación"})
-        t.Fila(averia, {averia});
+        fila(averia, averia);
 }
 
 // A failure at any statement leaves all as it was, and no operation stands for it.
@@ -401,7 +405,8 @@ void PrHistoria::editorAbierto()
         Caja(editor, "txtPrecio").setText("1");
         Aceptar(editor);
     });
-    QVERIFY(Mensajes().join('\n').contains("cambió este registro"));
+    const QString dicho = Mensajes().join('\n');
+    QVERIFY2(dicho.contains("ERR-ID:7500080"), qPrintable(dicho));
     QCOMPARE(escenario
                      ->Filas("SELECT Pm_Precio FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = '0900' AND Pm_ID = "
                              "'000001'")
@@ -419,7 +424,8 @@ void PrHistoria::depurar()
     Rotular("N0005", "0005 - B");
     const qint64 ultima = Ultima();
     QCOMPARE(qvx::DepurarHistoria(Base(), "2000-01-01"), 0);
-    QCOMPARE(qvx::DepurarHistoria(Base(), "9999-01-01"), static_cast<int>(ultima));
+    const auto cuantas = static_cast<int>(Operaciones().size());
+    QCOMPARE(qvx::DepurarHistoria(Base(), "9999-01-01"), cuantas);
     QCOMPARE(escenario->Filas("SELECT 1 FROM Historia_Parte"), QStringList());
     Rotular("N0005", "0005 - C");
     QVERIFY(Ultima() > ultima);

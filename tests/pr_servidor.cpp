@@ -104,7 +104,8 @@ QString Volcado(const QString &base, const QStringList &opciones)
 QString Filas(const QString &base)
 {
     QStringList opciones{"-a"};
-    for (const char *nueva : {"esquema", "consulta", "plan_reserva", "catalogo_cambio", "operacion*", "historia_*"})
+    for (const char *nueva : {"esquema", "consulta", "plan_reserva", "catalogo_cambio", "operacion*", "historia_*",
+                              "programa_*", "ajuste_planta"})
         opciones << "-T" << QString("dbo.") + nueva;
     return Volcado(base, opciones);
 }
@@ -287,9 +288,11 @@ void PrServidor::tablas()
 {
     const QString plan = "plan_mantenimiento plan_mantenimiento_detalle ";
     const QString programa = "programa_capacidad programa_festivo programa_incluido programa_tipo programa_uso ";
-    const QString todas = "ajuste_planta catalogo_cambio consulta esquema formato_clave " + plan
-                          + "prioridad_servicio producto " + programa
-                          + "tipo_equipo tipo_equipo_parte tipo_gasto tipo_servicio unidad";
+    const QString todas =
+        "ajuste_planta catalogo_cambio consulta esquema formato_clave historia_linea historia_parte historia_servicio "
+        "operacion operacion_deshecha operacion_plan "
+        + plan + "prioridad_servicio producto " + programa
+        + "tipo_equipo tipo_equipo_parte tipo_gasto tipo_servicio unidad";
     const QString nuevas = "ajuste_planta " + plan + programa + "tipo_equipo_parte";
     const QString catalogos = "prioridad_servicio producto tipo_equipo tipo_gasto tipo_servicio unidad";
     const QString todasYRegistro = QString(todas).replace("tipo_equipo ", "registro_cambio tipo_equipo ");

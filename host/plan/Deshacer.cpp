@@ -66,6 +66,8 @@ public:
     void Escribir(Deshecho &deshecho, const QList<Reparo> &dadas) const;
     // What must not be now that it is written: something hangs from what went, or what came back lost its part.
     QList<Reparo> Sueltas() const;
+    // Signs and logs what was written.
+    void Firmar() const;
     // Later operations that changed these rows.
     QSet<qint64> Posteriores(const QList<Reparo> &reparos) const;
 
@@ -88,12 +90,11 @@ private:
     void DevolverConOtraClave(Deshecho &deshecho, const QList<Reparo> &dadas) const;
     int Copiar(DelPlan clase, const Reparo &dada, const QString &nueva) const;
     QString ClaveLibre(DelPlan clase) const;
-    QVariantList Firma(DelPlan clase) const
+    QVariantList FirmaDe(DelPlan clase) const
     {
         return TablaDe(clase).firma < 0 ? QVariantList() : QVariantList{firmante.operador, firmante.fecha()};
     }
-    void FirmarServiciosDeLineas() const;
-    void Registrar() const;
+    QString DeDespues(DelPlan clase) const;
 
     Conexion &conexion;
     const Firmante &firmante;
@@ -186,7 +187,7 @@ QStringList ConFirmaNueva(DelPlan clase)
 
 int EnUnPlan::Devolver(DelPlan clase, const QList<Reparo> &dadas) const
 {
-    QVariantList suyos = Firma(clase) + valores;
+    QVariantList suyos = FirmaDe(clase) + valores;
     QString salvo;
     for (const Reparo &dada : dadas) {
         // What hangs from a key that is another's now comes back with its row.
@@ -235,13 +236,22 @@ void EnUnPlan::DevolverConOtraClave(Deshecho &deshecho, const QList<Reparo> &dad
             colgar(DelPlan::Servicio, "Tep_ID", "Pm_ID = ?", {nueva});
             colgar(DelPlan::Linea, "Tep_ID", "Pm_ID = ?", {nueva});
         }
-    // Only what came back just now: the rest hangs from the part that has the key.
-    const auto devueltas = [&](DelPlan clase, const QString &clave) {
-        return clave + " IN (SELECT " + clave + " FROM " + TablaDeHistoria(clase) + " WHERE " + Volveran(clase) + ")";
+    // Only what came back just now under its own key: the rest hangs from the part that has the key.
+    const auto devueltas = [&](DelPlan clase, DelPlan deQuien, const QString &columna) {
+        const QString clave = ClavesEnHistoria(deQuien).constFirst();
+        QString condicion =
+            clave + " IN (SELECT " + clave + " FROM " + TablaDeHistoria(clase) + " WHERE " + Volveran(clase) + ")";
+        QVariantList suyos = valores;
+        for (const Reparo &dada : dadas)
+            if (dada.clase == deQuien) {
+                condicion += " AND " + clave + " <> ?";
+                suyos.append(dada.clave);
+            }
+        colgar(clase, columna, condicion, suyos);
     };
-    colgar(DelPlan::Parte, "Tep_Padre", devueltas(DelPlan::Parte, "Tep_ID"), valores);
-    colgar(DelPlan::Servicio, "Tep_ID", devueltas(DelPlan::Servicio, "Pm_ID"), valores);
-    colgar(DelPlan::Linea, "Tep_ID", devueltas(DelPlan::Linea, "Pm_ID"), valores);
+    devueltas(DelPlan::Parte, DelPlan::Parte, "Tep_Padre");
+    devueltas(DelPlan::Servicio, DelPlan::Servicio, "Tep_ID");
+    devueltas(DelPlan::Linea, DelPlan::Servicio, "Tep_ID");
 }
 
 QString EnUnPlan::ClaveLibre(DelPlan clase) const
@@ -258,7 +268,7 @@ int EnUnPlan::Copiar(DelPlan clase, const Reparo &dada, const QString &nueva) co
     const QString columna = ClavesEnHistoria(dada.clase).constFirst();
     QStringList de = ConFirmaNueva(clase);
     de[TablaDe(clase).columnas.indexOf(columna)] = "?"; // before the signature
-    const QVariantList suyos = QVariantList{nueva} + Firma(clase);
+    const QVariantList suyos = QVariantList{nueva} + FirmaDe(clase);
     return conexion
         .Execute("INSERT INTO " + TablaDe(clase).nombre + " (" + TablaDe(clase).columnas.join(", ") + ") SELECT "
                      + de.join(", ") + " FROM " + TablaDeHistoria(clase) + " WHERE " + Volveran(clase) + " AND "
@@ -267,22 +277,17 @@ int EnUnPlan::Copiar(DelPlan clase, const Reparo &dada, const QString &nueva) co
         .Afectadas();
 }
 
-// A service whose lines alone changed is signed as well: whoever has it open is told when he saves.
-void EnUnPlan::FirmarServiciosDeLineas() const
+// A service whose lines alone changed is signed as well: whoever has it open is told when he saves. Every part and
+// service that the operations changed is in the change log, as the screen writes it.
+void EnUnPlan::Firmar() const
 {
-    const QString folios = "Pm_ID IN (SELECT Pm_ID FROM Historia_Linea WHERE " + donde + ")";
+    const QVariantList firma{firmante.operador, firmante.fecha()};
     conexion.Execute(
         "UPDATE Plan_Mantenimiento SET Oper_Ult_Modif = ?, Fecha_Ult_Modif = ? WHERE Te_Cve_Tipo_Equipo = ? "
-        "AND "
-            + folios + " AND Pm_ID NOT IN (SELECT Pm_ID FROM Historia_Servicio WHERE " + donde + ")",
-        QVariantList{firmante.operador, firmante.fecha(), tipo} + valores + valores);
-}
-
-// Every part and service that the operations changed is in the change log, as the screen writes it.
-void EnUnPlan::Registrar() const
-{
+        "AND Pm_ID IN (SELECT Pm_ID FROM Historia_Linea WHERE "
+            + donde + ") AND Pm_ID NOT IN (SELECT Pm_ID FROM Historia_Servicio WHERE " + donde + ")",
+        firma + QVariantList{tipo} + valores + valores);
     const QString alta = "INSERT INTO Registro_Cambio (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) SELECT DISTINCT ";
-    const QVariantList firma{firmante.operador, firmante.fecha()};
     conexion.Execute(alta + "'Tipo_Equipo_Parte', rtrim(Tep_ID) || '|' || ?, ?, ? FROM Historia_Parte WHERE " + donde,
                      QVariantList{tipo} + firma + valores);
     conexion.Execute(alta
@@ -301,8 +306,6 @@ void EnUnPlan::Escribir(Deshecho &deshecho, const QList<Reparo> &dadas) const
     deshecho.servicios += qMax(servicios, Devolver(DelPlan::Servicio, dadas));
     deshecho.lineas += qMax(lineas, Devolver(DelPlan::Linea, dadas));
     DevolverConOtraClave(deshecho, dadas);
-    FirmarServiciosDeLineas();
-    Registrar();
 }
 
 // Keys that the operations brought and that are gone again.
@@ -320,6 +323,16 @@ QString EnUnPlan::ServiciosQueSeVan() const
              "Historia_Servicio.Te_Cve_Tipo_Equipo AND s.Pm_ID = Historia_Servicio.Pm_ID)";
 }
 
+// That the rows x have come to hang where they do since: what did so already is left as the operations met it.
+QString EnUnPlan::DeDespues(DelPlan clase) const
+{
+    const QString historia = " FROM " + TablaDeHistoria(clase) + " AS q WHERE " + MismaClave(clase, "q", "x");
+    const QString cuelga = clase == DelPlan::Parte ? "Tep_Padre" : "Tep_ID";
+    return " AND (SELECT CASE WHEN q.Hi_Lado = 'A' AND q." + cuelga + " = x." + cuelga + " THEN 0 ELSE 1 END" + historia
+           + " AND q.Op_ID > ? ORDER BY q.Hi_ID LIMIT 1) = 1 AND NOT EXISTS (SELECT 1" + historia + " AND q."
+           + QString(donde).replace(" AND ", " AND q.") + ")";
+}
+
 QList<Reparo> EnUnPlan::Sueltas() const
 {
     QList<Reparo> reparos;
@@ -333,15 +346,16 @@ QList<Reparo> EnUnPlan::Sueltas() const
                 reparos.append(reparo);
         }
     };
-    const QVariantList enPlan = QVariantList{tipo} + valores;
-    leer("SELECT Tep_ID, Tep_Padre FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = ? AND Tep_Padre IN ("
-             + PartesQueSeVan() + ")",
+    const QVariantList enPlan = QVariantList{tipo} + valores + QVariantList{primera} + valores;
+    leer("SELECT x.Tep_ID, x.Tep_Padre FROM Tipo_Equipo_Parte AS x WHERE x.Te_Cve_Tipo_Equipo = ? AND x.Tep_Padre IN ("
+             + PartesQueSeVan() + ")" + DeDespues(DelPlan::Parte),
          enPlan, DelPlan::Parte, "cuelga ahora de la parte %1, que se iría.");
-    leer("SELECT Pm_ID, Tep_ID FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = ? AND Tep_ID IN (" + PartesQueSeVan()
-             + ")",
+    leer("SELECT x.Pm_ID, x.Tep_ID FROM Plan_Mantenimiento AS x WHERE x.Te_Cve_Tipo_Equipo = ? AND x.Tep_ID IN ("
+             + PartesQueSeVan() + ")" + DeDespues(DelPlan::Servicio),
          enPlan, DelPlan::Servicio, "es ahora de la parte %1, que se iría.");
-    leer("SELECT DISTINCT Pm_ID, Pm_ID FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = ? AND Pm_ID IN ("
-             + ServiciosQueSeVan() + ")",
+    leer("SELECT DISTINCT x.Pm_ID, x.Pm_ID FROM Plan_Mantenimiento_Detalle AS x WHERE x.Te_Cve_Tipo_Equipo = ? AND "
+         "x.Pm_ID IN ("
+             + ServiciosQueSeVan() + ")" + DeDespues(DelPlan::Linea),
          enPlan, DelPlan::Servicio, "tiene ahora líneas que quedarían sin él.");
     // What hung from no part that was there hangs from none again; what had one must find it.
     const QString tenia =
@@ -467,6 +481,7 @@ QList<QPair<QString, QList<Reparo>>> Intentar(Conexion &conexion, const Firmante
         if (suyos.isEmpty() && !impedido) {
             plan.Escribir(deshecho, dadas);
             suyos = plan.Sueltas();
+            plan.Firmar();
         }
         impedido = impedido || !suyos.isEmpty();
         reparos.append({tipo, suyos});
