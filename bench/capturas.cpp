@@ -255,13 +255,18 @@ void RetratarPrograma()
     En<QTabWidget>(pagina, "tabPrograma").setCurrentIndex(1);
     Guardar(pagina, "carga");
     EnElDialogo([](QWidget &dialogo) {
-        EnElDialogo(
-            [](QWidget &vista) {
-                QTest::qWait(500); // it lays its pages out by a timer
-                Guardar(vista, "hoja_de_trabajo");
-                vista.close();
-            },
-            &dialogo);
+        // Its own progress is a dialog over it at first.
+        QTimer espera;
+        QObject::connect(&espera, &QTimer::timeout, &dialogo, [&] {
+            QWidget *vista = QApplication::activeModalWidget();
+            if (!vista || vista->objectName() != "VistaPrevia")
+                return;
+            espera.stop();
+            QTest::qWait(500); // it lays its pages out by a timer
+            Guardar(*vista, "hoja_de_trabajo");
+            vista->close();
+        });
+        espera.start(200);
         En<QPushButton>(dialogo, "cmdVistaPrevia").click();
         dialogo.close();
     });

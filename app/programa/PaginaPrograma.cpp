@@ -187,7 +187,7 @@ QWidget *PaginaPrograma::Arriba()
     fila->addWidget(lblTipo);
     auto *cmdTipo = Boton(*fila, "cmdTipoDelPrograma", "&Tipo de equipo…", nullptr);
     connect(cmdTipo, &QPushButton::clicked, this, &PaginaPrograma::ElegirTipo);
-    auto *cmdDatos = Boton(*fila, "cmdDatosDePrograma", "&Datos del programa…", nullptr);
+    auto *cmdDatos = Boton(*fila, "cmdDatosDePrograma", "Dat&os del programa…", nullptr);
     connect(cmdDatos, &QPushButton::clicked, this, [this] { EditarDatos(datos); });
     fila->addWidget(txtBuscar, 1);
     fila->addWidget(cboMes);
