@@ -289,6 +289,10 @@ Argumentos Argumentos::Leer(const QStringList &linea)
                        {"revisar", ""},
                        {"ayuda", ""},
                        {"version", ""}});
+    for (const QString &opcion : PedidoDePrograma::ConValor())
+        lector.addOption({opcion, "", "VALUE"});
+    for (const QString &opcion : PedidoDePrograma::SinValor())
+        lector.addOption({opcion, ""});
     Argumentos argumentos;
     if (!lector.parse(linea)) {
         argumentos.error = lector.unknownOptionNames().isEmpty()
@@ -297,6 +301,7 @@ Argumentos Argumentos::Leer(const QStringList &linea)
         return argumentos;
     }
     QStringList sueltos = lector.positionalArguments();
+    const QString errorDePrograma = argumentos.programa.Leer(lector, sueltos);
     LeerCostos(lector, sueltos, argumentos);
     LeerCopias(lector, sueltos, argumentos);
     LeerComparacion(lector, sueltos, argumentos);
@@ -307,7 +312,9 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     if (argumentos.revisar && (argumentos.EsIntercambio() || argumentos.EsDeCatalogo() || lector.isSet("tipo-equipo")))
         argumentos.error = "--revisar mira todos los tipos de equipo y va sin otra orden.";
     LeerServidor(lector, argumentos);
-    if (!sueltos.isEmpty()) // an address is not repeated: it may carry a password
+    if (!errorDePrograma.isEmpty())
+        argumentos.error = errorDePrograma;
+    else if (!sueltos.isEmpty()) // an address is not repeated: it may carry a password
         argumentos.error = sueltos.constFirst().startsWith("postgres")
                                ? QString("La dirección del servidor va después de --servidor.")
                                : "Argumento de más: " + sueltos.constFirst();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/programa/PedidoDePrograma.h"
 #include "app/reportes/Cifras.h"
 #include "app/reportes/TextoDeArchivo.h"
 #include "data/Servidor.h"
@@ -47,6 +48,7 @@ struct Argumentos {
     bool rehacer = false;
     std::optional<int> depurar;
     qint64 operacion = 0;
+    PedidoDePrograma programa; // without a window: a programme or a report
     bool crearEsquema = false; // without a window: on the server, at most one of the two
     bool actualizarEsquema = false;
     bool conEjemplos = false;

@@ -18,6 +18,7 @@
 #include "app/comparar/MenuDeComparar.h"
 #include "app/historial/MenuDeHistorial.h"
 #include "app/historial/PaginaHistorial.h"
+#include "app/programa/PaginaPrograma.h"
 #include "app/servicios/PaginaServicios.h"
 #include "app/tipos/PaginaTipos.h"
 #include "controls/Formulario.h"
@@ -39,6 +40,7 @@ constexpr auto PaginaAbierta = "ventana/pagina";
 const QString PaginaDeTipos = "Tipos";
 const QString PaginaDelPlan = "Plan";
 const QString PaginaDeServicios = "Servicios";
+const QString PaginaDelPrograma = "Programa";
 const QString PaginaDeCatalogos = "Catalogos";
 const QString PaginaDelHistorial = "Historial";
 
@@ -77,6 +79,9 @@ void VentanaPrincipal::PonerPaginas()
         {PaginaDelPlan, "&Plan", "mnuPagina1", QKeySequence(Qt::Key_F7), "Partes", [this] { return plan->Forma(); }});
     paginas->Agregar({PaginaDeServicios, "&Servicios", "mnuPaginaServicios", QKeySequence(Qt::Key_F8),
                       "Todos los servicios de un plan", [this] { return HacerServicios(); }});
+    // F10 opens the menus on most desktops.
+    paginas->Agregar({PaginaDelPrograma, "Pro&grama", "mnuPaginaPrograma", QKeySequence(Qt::Key_F11),
+                      "El programa del año", [this] { return HacerPrograma(); }});
     paginas->Agregar({PaginaDeCatalogos, "&Catálogos", "mnuPagina2", QKeySequence(Qt::Key_F9), "Catálogos",
                       [this] { return HacerCatalogos(); }});
     paginas->Agregar({PaginaDelHistorial, "&Historial", "mnuPaginaHistorial", QKeySequence(Qt::Key_F12), "Historial",
@@ -97,13 +102,22 @@ QWidget *VentanaPrincipal::HacerServicios()
 {
     auto *servicios = new PaginaServicios;
     connect(servicios, &PaginaServicios::PlanCambiado, this, &VentanaPrincipal::PlanCambiado);
-    connect(servicios, &PaginaServicios::ServicioPedido, this,
-            [this](const QString &tipo, const QString &parte, const QString &folio) {
-                if (Ver(tipo, parte, folio))
-                    plan->AbrirServicio();
-            });
+    connect(servicios, &PaginaServicios::ServicioPedido, this, &VentanaPrincipal::AbrirServicio);
     connect(servicios, &PaginaServicios::HistorialPedido, this, &VentanaPrincipal::MostrarHistorial);
     return servicios;
+}
+
+void VentanaPrincipal::AbrirServicio(const QString &tipo, const QString &parte, const QString &folio)
+{
+    if (Ver(tipo, parte, folio))
+        plan->AbrirServicio();
+}
+
+QWidget *VentanaPrincipal::HacerPrograma()
+{
+    auto *programa = new PaginaPrograma(enServidor ? nombreDeBase : direccion);
+    connect(programa, &PaginaPrograma::ServicioPedido, this, &VentanaPrincipal::AbrirServicio);
+    return programa;
 }
 
 QWidget *VentanaPrincipal::HacerCatalogos()
@@ -127,6 +141,8 @@ void VentanaPrincipal::AlMostrarPagina(const QString &nombre)
         plan->Releer();
     if (nombre == PaginaDeServicios)
         static_cast<PaginaServicios *>(paginas->Hecha(nombre))->PonerTipo(plan->HayTipo() ? plan->Tipo() : tipoEquipo);
+    if (nombre == PaginaDelPrograma)
+        static_cast<PaginaPrograma *>(paginas->Hecha(nombre))->PonerTipo(plan->HayTipo() ? plan->Tipo() : tipoEquipo);
     Q_EMIT plan->Cambio();
 }
 

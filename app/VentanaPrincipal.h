@@ -70,11 +70,13 @@ private:
     void PonerPaginas();
     QWidget *HacerTipos();
     QWidget *HacerServicios();
+    QWidget *HacerPrograma();
     QWidget *HacerCatalogos();
     QWidget *HacerHistorial();
     void AlMostrarPagina(const QString &nombre);
     void CopiarPlan(const QString &nuevo, const QString &origen);
     void Buscar();
+    void AbrirServicio(const QString &tipo, const QString &parte, const QString &folio);
     bool Ver(const QString &tipo, const QString &parte, const QString &servicio);
     void PonerMenus();
     void PonerVer();

@@ -6,9 +6,11 @@
 #include "app/catalogos/OrdenesDeCostos.h"
 #include "app/comparar/OrdenesDeComparar.h"
 #include "app/historial/OrdenesDeHistorial.h"
+#include "app/programa/OrdenesDePrograma.h"
 #include "app/respaldo/OrdenesDeRespaldo.h"
 #include "session/Aplicacion.h"
 
+#include <QGuiApplication>
 #include <fontconfig/fontconfig.h>
 #include <functional>
 #include <future>
@@ -52,6 +54,8 @@ std::function<int(const Argumentos &)> OrdenSinPantalla(const Argumentos &argume
         return RespaldarEnArchivo;
     if (argumentos.restaurar)
         return RestaurarDeArchivo;
+    if (argumentos.programa.programa)
+        return EscribirPrograma;
     return nullptr;
 }
 
@@ -76,8 +80,12 @@ int main(int argc, char **argv)
         const QCoreApplication sinPantalla(argc, argv);
         return ConReporte([&] { return orden(argumentos); });
     }
-    if (argumentos.EsIntercambio())
+    if (argumentos.EsIntercambio() || argumentos.programa.Hay())
         qputenv("QT_QPA_PLATFORM", "offscreen"); // runs where there is no display
+    if (argumentos.programa.Hay()) {             // a report: letters, and no windows
+        const QGuiApplication sinVentanas(argc, argv);
+        return ConReporte([&] { return EscribirReporte(argumentos); });
+    }
     // What fonts there are is found out while the window system is being reached.
     const auto fuentes = std::async(std::launch::async, FcInit);
     qvx::Aplicacion aplicacion(argc, argv);

@@ -6,6 +6,7 @@
 #include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/DialogoImportarCatalogo.h"
 #include "app/catalogos/PaginaCatalogos.h"
+#include "app/programa/PaginaPrograma.h"
 #include "app/servicios/PaginaServicios.h"
 #include "app/tipos/PaginaTipos.h"
 #include "controls/Controles.h"
@@ -23,6 +24,8 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
 #include <QTimer>
 #include <QTreeView>
 
@@ -228,6 +231,48 @@ void RetratarServicios()
     En<QAction>(pagina, "accMoverServicios").trigger();
 }
 
+// The year of the forklifts: its dates, its load, and a job sheet as it will be printed.
+void RetratarPrograma()
+{
+    qvx::DatosDePrograma datos;
+    datos.tipoEquipo = "0001";
+    datos.diaCero = QDate(2026, 12, 31);
+    datos.usos = {{"HR", {8, 0}}, {"KM", {12, 0}}};
+    datos.equipos = 4;
+    datos.descanso = qvx::DatosDePrograma::Descanso::SabadoYDomingo;
+    for (int mes = 1; mes <= 12; ++mes)
+        datos.capacidad[mes] = mes == 7 || mes == 12 ? 40 : 80;
+    auto &sesion = qvx::Sesion::Actual();
+    qvx::GuardarDatosDePrograma(sesion.Conexion(), sesion.Firmante(), datos);
+    PaginaPrograma pagina("quorvex.db");
+    coloresQVX::colorQVX::AplicarA(pagina);
+    pagina.PonerTipo("0001");
+    pagina.resize(1366, 700);
+    pagina.show();
+    if (!QTest::qWaitForWindowActive(&pagina))
+        qFatal("La ventana no se activó");
+    Guardar(pagina, "programa");
+    En<QTabWidget>(pagina, "tabPrograma").setCurrentIndex(1);
+    Guardar(pagina, "carga");
+    EnElDialogo([](QWidget &dialogo) {
+        // Its own progress is a dialog over it at first.
+        QTimer espera;
+        QObject::connect(&espera, &QTimer::timeout, &dialogo, [&] {
+            QWidget *vista = QApplication::activeModalWidget();
+            if (!vista || vista->objectName() != "VistaPrevia")
+                return;
+            espera.stop();
+            QTest::qWait(500); // it lays its pages out by a timer
+            Guardar(*vista, "hoja_de_trabajo");
+            vista->close();
+        });
+        espera.start(200);
+        En<QPushButton>(dialogo, "cmdVistaPrevia").click();
+        dialogo.close();
+    });
+    En<QAction>(pagina, "accImprimirHojas").trigger();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -271,6 +316,7 @@ int main(int argc, char **argv)
     escenario.CerrarPantalla();
     RetratarTipos();
     RetratarServicios();
+    RetratarPrograma();
     RetratarBusqueda();
     RetratarCatalogos();
     RetratarCostos(escenario);

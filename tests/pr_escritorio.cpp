@@ -6,6 +6,7 @@
 #include "app/VentanaDelManual.h"
 #include "app/VentanaPrincipal.h"
 #include "controls/VistaTabla.h"
+#include "plan/Guion.h"
 #include "support/PruebaPantalla.h"
 
 #include <QAction>
@@ -284,8 +285,8 @@ void PrEscritorio::manual()
     QVERIFY(QTest::qWaitForWindowActive(&principal));
     Pagina(principal, "mnuAcercaDe");
     const QString acerca = Mensajes().join('|');
-    QVERIFY2(QRegularExpression("Quorvex 1\\..*prueba\nVersión de su esquema: 4\n.*Qt 6\\..*"
-                                    + motor::Segun("SQLite 3\\.", "PostgreSQL 15\\."),
+    QVERIFY2(QRegularExpression("Quorvex 1\\..*prueba\nVersión de su esquema: " + QString::number(qvx::VersionEsquema)
+                                    + "\n.*Qt 6\\..*" + motor::Segun("SQLite 3\\.", "PostgreSQL 15\\."),
                                 QRegularExpression::DotMatchesEverythingOption)
                  .match(acerca)
                  .hasMatch(),

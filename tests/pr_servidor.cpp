@@ -104,7 +104,8 @@ QString Volcado(const QString &base, const QStringList &opciones)
 QString Filas(const QString &base)
 {
     QStringList opciones{"-a"};
-    for (const char *nueva : {"esquema", "consulta", "plan_reserva", "catalogo_cambio", "operacion*", "historia_*"})
+    for (const char *nueva : {"esquema", "consulta", "plan_reserva", "catalogo_cambio", "operacion*", "historia_*",
+                              "programa_*", "ajuste_planta"})
         opciones << "-T" << QString("dbo.") + nueva;
     return Volcado(base, opciones);
 }
@@ -286,21 +287,24 @@ void PrServidor::otraVersion()
 void PrServidor::tablas()
 {
     const QString plan = "plan_mantenimiento plan_mantenimiento_detalle ";
+    const QString programa = "programa_capacidad programa_festivo programa_incluido programa_tipo programa_uso ";
     const QString todas =
-        "catalogo_cambio consulta esquema formato_clave historia_linea historia_parte historia_servicio "
+        "ajuste_planta catalogo_cambio consulta esquema formato_clave historia_linea historia_parte historia_servicio "
         "operacion operacion_deshecha operacion_plan "
-        + plan + "prioridad_servicio producto tipo_equipo tipo_equipo_parte tipo_gasto tipo_servicio unidad";
-    const QString suyas = plan + "tipo_equipo_parte";
+        + plan + "prioridad_servicio producto " + programa
+        + "tipo_equipo tipo_equipo_parte tipo_gasto tipo_servicio unidad";
+    const QString nuevas = "ajuste_planta " + plan + programa + "tipo_equipo_parte";
     const QString catalogos = "prioridad_servicio producto tipo_equipo tipo_gasto tipo_servicio unidad";
     const QString todasYRegistro = QString(todas).replace("tipo_equipo ", "registro_cambio tipo_equipo ");
-    for (const auto &[derecho, planificadores, catalogadores, lectores] :
-         QList<std::array<QString, 4>>{{"SELECT", todas, todasYRegistro, todas},
-                                       {"INSERT", suyas, catalogos, ""},
-                                       {"UPDATE", suyas, "", ""}, // of a catalogue all but the key
-                                       {"DELETE", suyas, catalogos, ""},
-                                       {"TRUNCATE", "", "", ""},
-                                       {"TRIGGER", "", "", ""},
-                                       {"REFERENCES", "", "", ""}})
+    for (const auto &[derecho, planificadores, catalogadores, lectores] : QList<std::array<QString, 4>>{
+             {"SELECT", todas, todasYRegistro, todas},
+             {"INSERT", nuevas, catalogos, ""},
+             {"UPDATE", "ajuste_planta " + plan + "programa_tipo tipo_equipo_parte", "",
+              ""}, // of a catalogue all but the key
+             {"DELETE", plan + QString(programa).remove("programa_tipo ") + "tipo_equipo_parte", catalogos, ""},
+             {"TRUNCATE", "", "", ""},
+             {"TRIGGER", "", "", ""},
+             {"REFERENCES", "", "", ""}})
         for (const auto &[quien, esperadas] :
              {qMakePair(usuario, planificadores), {QString("quorvex_catalogos"), catalogadores}, {lector, lectores}})
             QCOMPARE(cluster::Super("SELECT string_agg(relname, ' ' ORDER BY relname) FROM pg_class WHERE relnamespace "

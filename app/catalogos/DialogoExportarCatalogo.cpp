@@ -1,16 +1,15 @@
 #include "app/catalogos/DialogoExportarCatalogo.h"
 
 #include "app/Ajustes.h"
+#include "app/RutaParaGuardar.h"
 #include "app/catalogos/ExportacionDeCatalogo.h"
 #include "controls/DeAmbos.h"
 #include "controls/colorQVX.h"
 #include "data/ErrorEjecucion.h"
 #include "session/Interaccion.h"
-#include "session/Sesion.h"
 #include "session/Sistema.h"
 #include "ui_DialogoExportarCatalogo.h"
 
-#include <QFileInfo>
 #include <QPushButton>
 
 namespace
@@ -24,26 +23,6 @@ int Decir(const QWidget &duena, const QString &texto, int estilo, const QString 
     return qvx::Sistema().Mensaje(texto, estilo, "Quorvex", duena.window()->winId(), "QVX", "ERR-ID:" + identificador);
 }
 
-// With the terminacion, when the person left it out; "" when he gave up.
-QString ElegirRuta(const QWidget &duena, const QString &nombre, bool libro)
-{
-    const QString terminacion = libro ? ".xlsx" : ".csv";
-    QString ruta = qvx::Sesion::Actual().Interaccion().ElegirArchivo(
-        {"Exportar " + nombre.toLower(), (libro ? "Libro XLSX|*" : "Archivo CSV|*") + terminacion, nombre + terminacion,
-         "", true},
-        duena.window());
-    if (ruta.isEmpty() || ruta.endsWith(terminacion, Qt::CaseInsensitive))
-        return ruta;
-    ruta += terminacion;
-    // The file dialog asked about the name without it.
-    if (QFileInfo::exists(ruta)
-        && Decir(duena, ruta + " ya existe. ¿Desea reemplazarlo?",
-                 qvx::mensaje::SiNo + qvx::mensaje::Pregunta + qvx::mensaje::SegundoBoton, "1000036")
-               != qvx::mensaje::Si)
-        return {};
-    return ruta;
-}
-
 } // namespace
 
 void DialogoExportarCatalogo::Exportar(QWidget *duena, const Hoja &hoja, bool libro)
@@ -55,7 +34,8 @@ void DialogoExportarCatalogo::Exportar(QWidget *duena, const Hoja &hoja, bool li
             return;
         formato = dialogo->Formato();
     }
-    const QString ruta = ElegirRuta(*duena, hoja.nombre, libro);
+    const QString ruta = RutaParaGuardar(*duena, "Exportar " + hoja.nombre.toLower(),
+                                         libro ? "Libro XLSX|*.xlsx" : "Archivo CSV|*.csv", hoja.nombre);
     if (ruta.isEmpty())
         return;
     try {

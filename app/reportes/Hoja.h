@@ -9,6 +9,7 @@ struct ColumnaDeHoja {
     enum class Clase { Texto, Numero, Dinero, Fecha };
     QString titulo;
     Clase clase = Clase::Texto;
+    bool seSuma = false; // a workbook ends with its total
 };
 
 struct Hoja {

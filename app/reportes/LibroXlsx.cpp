@@ -19,6 +19,8 @@ constexpr qsizetype AnchoMenor = 8;   // of a column, in letters
 constexpr qsizetype AnchoMayor = 60;
 constexpr qsizetype Margen = 3; // that the filter's button takes of a heading
 
+constexpr int CifrasDelTotal = 15; // binary fractions leave something behind them
+
 constexpr qint64 SitioDelLibro = 64LL * 1024;
 constexpr qint64 SitioPorCelda = 200;
 constexpr qint64 SitioPorLetra = 12; // escaped, in a part and again in the workbook
@@ -63,6 +65,7 @@ public:
             for (qsizetype columna = 0; columna < contenido.columnas.size(); ++columna)
                 Poner(fila, Columna(columna), valores.at(columna), contenido.columnas.at(columna).clase);
         }
+        PonerTotales(contenido, fila);
         worksheet_freeze_panes(hoja, 1, 0);
         Revisar(worksheet_autofilter(hoja, 0, 0, fila, Columna(contenido.columnas.size() - 1)));
     }
@@ -93,7 +96,35 @@ private:
         }
     }
 
-    lxw_format *FormatoDe(ColumnaDeHoja::Clase clase)
+    // Apart from the rows, which the filter would take it for.
+    void PonerTotales(const Hoja &contenido, lxw_row_t ultima)
+    {
+        const lxw_row_t fila = ultima + 2;
+        for (qsizetype columna = 0; columna < contenido.columnas.size() && ultima > 0; ++columna) {
+            const ColumnaDeHoja &definida = contenido.columnas.at(columna);
+            if (!definida.seSuma)
+                continue;
+            double total = 0;
+            for (const QVariantList &valores : contenido.filas)
+                total += valores.at(columna).toDouble();
+            const QByteArray letra = Letra(columna);
+            const QByteArray formula = "=SUBTOTAL(109," + letra + "2:" + letra + QByteArray::number(ultima + 1) + ")";
+            lxw_format *formato = FormatoDe(definida.clase, true);
+            Revisar(worksheet_write_formula_num(hoja, fila, Columna(columna), formula.constData(), formato,
+                                                QString::number(total, 'g', CifrasDelTotal).toDouble()));
+        }
+    }
+
+    // "A", …, "Z", "AA", …
+    static QByteArray Letra(qsizetype columna)
+    {
+        QByteArray letras;
+        for (++columna; columna > 0; columna = (columna - 1) / 26)
+            letras.prepend(static_cast<char>('A' + (columna - 1) % 26));
+        return letras;
+    }
+
+    lxw_format *FormatoDe(ColumnaDeHoja::Clase clase, bool negrita = false)
     {
         const char *forma = nullptr;
         switch (clase) {
@@ -101,7 +132,10 @@ private:
             forma = "@"; // what is typed there later is a text too
             break;
         case ColumnaDeHoja::Clase::Numero:
-            return nullptr;
+            if (!negrita)
+                return nullptr;
+            forma = "General";
+            break;
         case ColumnaDeHoja::Clase::Dinero:
             forma = "#,##0.00######";
             break;
@@ -111,6 +145,8 @@ private:
         }
         lxw_format *formato = workbook_add_format(libro.get());
         format_set_num_format(formato, forma);
+        if (negrita)
+            format_set_bold(formato);
         return formato;
     }
 

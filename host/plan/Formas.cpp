@@ -35,7 +35,7 @@ bool CambioPermitido(const QString &forma)
 
 bool NombraElPlan(const QString &forma)
 {
-    static const QRegularExpression plan("\\b(Tipo_Equipo_Parte|Plan_Mantenimiento)",
+    static const QRegularExpression plan("\\b(Tipo_Equipo_Parte|Plan_Mantenimiento|Programa_)",
                                          QRegularExpression::CaseInsensitiveOption);
     return forma.contains(plan);
 }

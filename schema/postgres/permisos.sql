@@ -58,7 +58,8 @@ GRANT EXECUTE ON FUNCTION Get_Ruta_Parte_Tipo_Equipo(bpchar, bpchar), Numero_De_
 GRANT EXECUTE ON FUNCTION Reservar_Plan(bpchar, boolean), Hora_De_La_Base() TO quorvex_planificadores, quorvex_catalogos;
 GRANT EXECUTE ON FUNCTION Nombrar_Operacion(text, text, text, text) TO quorvex_planificadores;
 GRANT SELECT ON Esquema, Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad, Catalogo_Cambio, Derecho,
-    Formato_Clave, Consulta, Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
+    Formato_Clave, Consulta, Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle,
+    Programa_Tipo, Programa_Uso, Programa_Festivo, Programa_Incluido, Programa_Capacidad, Ajuste_Planta
     TO quorvex_planificadores, quorvex_catalogos, quorvex_lectores;
 -- The history is everybody's to read, and only the database's to write.
 GRANT SELECT ON Operacion, Operacion_Plan, Operacion_Deshecha, Historia_Parte, Historia_Servicio, Historia_Linea
@@ -66,6 +67,8 @@ GRANT SELECT ON Operacion, Operacion_Plan, Operacion_Deshecha, Historia_Parte, H
 GRANT SELECT ON Plan_Reserva TO quorvex_planificadores, quorvex_catalogos;
 GRANT INSERT, UPDATE, DELETE ON Tipo_Equipo_Parte, Plan_Mantenimiento, Plan_Mantenimiento_Detalle
     TO quorvex_planificadores;
+GRANT INSERT, UPDATE ON Programa_Tipo, Ajuste_Planta TO quorvex_planificadores;
+GRANT INSERT, DELETE ON Programa_Uso, Programa_Festivo, Programa_Incluido, Programa_Capacidad TO quorvex_planificadores;
 -- A key is never changed.
 GRANT INSERT, DELETE ON Tipo_Equipo, Producto, Tipo_Gasto, Tipo_Servicio, Prioridad_Servicio, Unidad TO quorvex_catalogos;
 GRANT UPDATE (Te_Descripcion, Es_Cve_Estado) ON Tipo_Equipo TO quorvex_catalogos;
@@ -86,4 +89,6 @@ CREATE OR REPLACE TRIGGER Tep_Programa BEFORE INSERT OR UPDATE OR DELETE ON Tipo
 CREATE OR REPLACE TRIGGER Pm_Programa BEFORE INSERT OR UPDATE OR DELETE ON Plan_Mantenimiento FOR EACH STATEMENT
     WHEN (current_setting('quorvex.esquema', true) IS DISTINCT FROM '{version}') EXECUTE FUNCTION Rechazar_Programa();
 CREATE OR REPLACE TRIGGER Pmd_Programa BEFORE INSERT OR UPDATE OR DELETE ON Plan_Mantenimiento_Detalle FOR EACH STATEMENT
+    WHEN (current_setting('quorvex.esquema', true) IS DISTINCT FROM '{version}') EXECUTE FUNCTION Rechazar_Programa();
+CREATE OR REPLACE TRIGGER Pt_Programa BEFORE INSERT OR UPDATE OR DELETE ON Programa_Tipo FOR EACH STATEMENT
     WHEN (current_setting('quorvex.esquema', true) IS DISTINCT FROM '{version}') EXECUTE FUNCTION Rechazar_Programa();

@@ -1,0 +1,77 @@
+#include "app/reportes/Papel.h"
+
+#include "data/ErrorEjecucion.h"
+#include "system/ArchivoEntero.h"
+
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPrinter>
+
+namespace impreso
+{
+
+namespace
+{
+
+constexpr int Resolucion = 600;
+constexpr double MargenDePagina = 14;  // millimetres
+constexpr double MargenIzquierdo = 18; // punched
+
+// Page after page. fallo: whether the device has given up.
+bool Recorrer(const Documento &documento, QPagedPaintDevice &hoja, const Avance &avance,
+              const std::function<bool()> &fallo)
+{
+    Paginador paginador(documento, hoja);
+    if (!paginador.Repartir(avance))
+        return false;
+    QPainter pintor(&hoja);
+    if (!pintor.isActive())
+        qvx::Rechazar("No se pudo imprimir: la impresora no empieza. Revise que esté encendida y en línea.");
+    const int paginas = paginador.Paginas();
+    for (int pagina = 0; pagina < paginas; ++pagina) {
+        if (!avance(paginas + pagina, paginas * 2))
+            return false;
+        if (pagina > 0 && !hoja.newPage())
+            qvx::Rechazar("No se pudo imprimir: la impresora dejó de recibir en la página "
+                          + QString::number(pagina + 1) + ".");
+        paginador.Pintar(pintor, pagina);
+        if (fallo())
+            qvx::Rechazar("No se pudo imprimir: la impresora falló en la página " + QString::number(pagina + 1) + ".");
+    }
+    return pintor.end();
+}
+
+} // namespace
+
+QPageLayout Disposicion(const Documento &documento, Papel papel)
+{
+    return {QPageSize(papel == Papel::A4 ? QPageSize::A4 : QPageSize::Letter), documento.orientacion,
+            QMarginsF(MargenIzquierdo, MargenDePagina, MargenDePagina, MargenDePagina), QPageLayout::Millimeter};
+}
+
+bool EscribirPdf(const QString &ruta, const Documento &documento, Papel papel, const Avance &avance)
+{
+    qvx::ArchivoEntero archivo(ruta);
+    {
+        QPdfWriter hoja(&archivo.Salida());
+        hoja.setResolution(Resolucion);
+        hoja.setPageLayout(Disposicion(documento, papel));
+        hoja.setTitle(documento.titulo + " · " + documento.tipo);
+        hoja.setCreator("Quorvex");
+        if (!Recorrer(documento, hoja, avance, [&] { return archivo.Salida().error() != QFileDevice::NoError; }))
+            return false;
+    }
+    archivo.Terminar();
+    return true;
+}
+
+bool Imprimir(QPrinter &impresora, const Documento &documento, const Avance &avance)
+{
+    const bool hecho =
+        Recorrer(documento, impresora, avance, [&] { return impresora.printerState() == QPrinter::Error; });
+    if (!hecho)
+        impresora.abort();
+    return hecho;
+}
+
+} // namespace impreso
