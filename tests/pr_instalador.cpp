@@ -24,6 +24,7 @@ private Q_SLOTS:
     void restos();
     void rechazada_data();
     void rechazada();
+    void actualizada_data();
     void actualizada();
     void sinActualizar();
     void interrumpida();
@@ -72,11 +73,11 @@ QString Sqlite(const QString &archivo, const QString &orden)
     return QString::fromUtf8(programa.readAllStandardOutput());
 }
 
-// A file as version 2 left it, with what planners may have put into it.
-QString Vieja(const QTemporaryDir &carpeta)
+// A file as a version left it, with what planners may have put into it.
+QString Vieja(const QTemporaryDir &carpeta, int version = 2)
 {
     const QString archivo = carpeta.filePath("plan.db");
-    Sqlite(archivo, ".read " CARPETA_DATOS "/version_2.sqlite.sql");
+    Sqlite(archivo, QString(".read " CARPETA_DATOS "/version_%1.sqlite.sql").arg(version));
     return archivo;
 }
 
@@ -202,10 +203,18 @@ void PrInstalador::rechazada()
 }
 
 // No row changes, what is made is what a new file has, and the file as it was stands beside it.
+void PrInstalador::actualizada_data()
+{
+    const Tabla<int> fila("version");
+    for (const int version : {2, 4})
+        fila(QString::number(version), version);
+}
+
 void PrInstalador::actualizada()
 {
+    QFETCH(const int, version);
     const QTemporaryDir carpeta;
-    const QString archivo = Vieja(carpeta);
+    const QString archivo = Vieja(carpeta, version);
     const QString antes = Filas(archivo);
     QCOMPARE(ErrorAlAbrir(archivo), "abrió");
     QCOMPARE(Version(archivo), Actual);
@@ -217,11 +226,11 @@ void PrInstalador::actualizada()
         QCOMPARE(Sqlite(archivo, consulta), Sqlite(nueva, consulta));
 
     const QStringList copias = Copias(carpeta);
-    QVERIFY2(QRegularExpression("^plan\\.db\\.v2-\\d{4}-\\d\\d-\\d\\d_\\d{4}$").match(copias.join(' ')).hasMatch(),
+    QVERIFY2(QRegularExpression("^plan\\.db\\.v\\d-\\d{4}-\\d\\d-\\d\\d_\\d{4}$").match(copias.join(' ')).hasMatch(),
              qPrintable(copias.join(' ')));
     const QString copia = carpeta.filePath(copias.constFirst());
     QCOMPARE(QFile::permissions(copia) & 0x0077, QFile::Permissions());
-    QCOMPARE(Version(copia), "2|ok");
+    QCOMPARE(Version(copia), QString("%1|ok").arg(version));
     QCOMPARE(Filas(copia), antes);
     // Put back and brought up again within the minute: the first copy stays.
     QVERIFY(QFile::remove(archivo) && QFile::copy(copia, archivo));

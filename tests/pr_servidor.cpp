@@ -80,12 +80,13 @@ QStringList CrearEn(const QString &base, const QString &usuario = "postgres")
     return {"--crear-esquema", "--servidor", cluster::Direccion(usuario, base)};
 }
 
-// A database as version 2 left it, with what planners may have put into it.
-QString Vieja()
+// A database as a version left it, with what planners may have put into it.
+QString Vieja(int version = 2)
 {
     QString nombre = cluster::NombreNuevo("vieja");
     cluster::Super("CREATE DATABASE " + nombre);
-    cluster::Super(QString::fromUtf8(Contenido(CARPETA_DATOS "/version_2.postgres.sql")), nombre);
+    cluster::Super(QString::fromUtf8(Contenido(CARPETA_DATOS + QString("/version_%1.postgres.sql").arg(version))),
+                   nombre);
     return nombre;
 }
 
@@ -399,6 +400,11 @@ void PrServidor::actualizar()
     cluster::Super("CREATE DATABASE " + nueva);
     QVERIFY(Quorvex(CrearEn(nueva)).startsWith("0"));
     QCOMPARE(Volcado(vieja, {"-C", "-s"}), Volcado(nueva, {"-C", "-s"}));
+    const QString cuatro = Vieja(4);
+    const QString deCuatro = Filas(cuatro);
+    QVERIFY(Quorvex(ActualizarEn(cuatro)).startsWith("0Se actualizó el esquema "));
+    QCOMPARE(Filas(cuatro), deCuatro);
+    QCOMPARE(Volcado(cuatro, {"-C", "-s"}), Volcado(nueva, {"-C", "-s"}));
     const QString texto = "SELECT Co_Texto FROM dbo.Consulta WHERE Co_Nombre = 'PLAN_MANTENIMIENTO'";
     QCOMPARE(cluster::Super(texto, vieja), cluster::Super(texto, nueva));
     // An administrator's own query stays.
