@@ -1,4 +1,6 @@
-#include "app/reportes/LibroXlsx.h"
+// The library that writes workbooks, as the program sees it.
+
+#include "app/reportes/EscritorXlsx.h"
 
 #include "data/ErrorEjecucion.h"
 #include "system/ArchivoEntero.h"
@@ -158,29 +160,36 @@ void AsegurarSitio(const QTemporaryDir &carpeta, const Hoja &hoja)
     prueba.remove();
 }
 
+class EscritorReal : public EscritorXlsx
+{
+public:
+    void Escribir(const QString &ruta, const Hoja &hoja) const override
+    {
+        qvx::ArchivoEntero archivo(ruta);
+        const QTemporaryDir carpeta;
+        if (!carpeta.isValid())
+            RechazarLibro(carpeta.errorString());
+        AsegurarSitio(carpeta, hoja);
+        QFile hecho(carpeta.filePath("libro.xlsx"));
+        Libro libro(hecho.fileName(), QFile::encodeName(carpeta.path()));
+        libro.Llenar(hoja);
+        libro.Terminar();
+        if (!hecho.open(QIODevice::ReadOnly))
+            RechazarLibro(hecho.errorString());
+        const QByteArray octetos = hecho.readAll();
+        if (hecho.error() != QFileDevice::NoError)
+            RechazarLibro(hecho.errorString());
+        archivo.Salida().write(octetos);
+        archivo.Terminar();
+    }
+
+    QString Version() const override { return lxw_version(); }
+};
+
 } // namespace
 
-void EscribirXlsx(const QString &ruta, const Hoja &hoja)
+extern "C" Q_DECL_EXPORT const EscritorXlsx *qvx_escritor_xlsx()
 {
-    qvx::ArchivoEntero archivo(ruta);
-    const QTemporaryDir carpeta;
-    if (!carpeta.isValid())
-        RechazarLibro(carpeta.errorString());
-    AsegurarSitio(carpeta, hoja);
-    QFile hecho(carpeta.filePath("libro.xlsx"));
-    Libro libro(hecho.fileName(), QFile::encodeName(carpeta.path()));
-    libro.Llenar(hoja);
-    libro.Terminar();
-    if (!hecho.open(QIODevice::ReadOnly))
-        RechazarLibro(hecho.errorString());
-    const QByteArray octetos = hecho.readAll();
-    if (hecho.error() != QFileDevice::NoError)
-        RechazarLibro(hecho.errorString());
-    archivo.Salida().write(octetos);
-    archivo.Terminar();
-}
-
-QString VersionDeXlsx()
-{
-    return lxw_version();
+    static const EscritorReal escritor;
+    return &escritor;
 }
