@@ -3,9 +3,12 @@
 #include "app/Argumentos.h"
 
 #include <QObject>
+#include <functional>
 #include <memory>
 
 class VentanaPrincipal;
+class QWidget;
+class VentanaSinBase;
 
 namespace qvx
 {
@@ -14,7 +17,7 @@ class Interaccion;
 class Sesion;
 } // namespace qvx
 
-// What is open: one database at a time, its session and its window.
+// What is open: one database at a time, its session and its window; or none.
 class Escritorio : public QObject
 {
     Q_OBJECT
@@ -29,13 +32,19 @@ public:
     // Opens another database in the place of the one that is open, which stays when the other cannot be opened: the
     // person is told why.
     void Cambiar(const QString &direccion);
+    // Closes the database. A window stays that opens another.
+    void Cerrar();
 
     VentanaPrincipal *Ventana() const { return ventana.get(); }
+    VentanaSinBase *SinBase() const { return sinBase.get(); }
 
 private:
+    static void Mostrar(QWidget &cual);
+    void EntreVentanas(const std::function<void()> &pasos);
     void Terminar();
 
     Argumentos argumentos;
     std::unique_ptr<qvx::Sesion> sesion;
     std::unique_ptr<VentanaPrincipal> ventana;
+    std::unique_ptr<VentanaSinBase> sinBase;
 };

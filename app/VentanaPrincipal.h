@@ -1,17 +1,14 @@
 #pragma once
 
-#include <QMainWindow>
-#include <QPointer>
+#include "app/Ventana.h"
 
 class BarraDeEstado;
 class PantallaDelPlan;
 class Paginas;
-class QMenu;
-class VentanaDelManual;
 
 // The window of the stand-alone host, a page for each thing that a planner does. The screen is one of them, and the
 // window its parent object ("Transaccion", "iParametros").
-class VentanaPrincipal : public QMainWindow
+class VentanaPrincipal : public Ventana
 {
     Q_OBJECT
     Q_PROPERTY(QString Transaccion READ Transaccion)
@@ -32,8 +29,8 @@ public:
 
     // The key in the screen's box, "" for none.
     QString TipoEnPantalla() const;
-    // A form is open, or a transaction: commands wait.
-    bool Ocupada() const;
+    bool Ocupada() const override;
+    qvx::Interaccion &Personas() const override;
 
 public Q_SLOTS:
     // Opens the screen with the plan of an equipment type, and chooses the part and the service where they are named.
@@ -42,10 +39,6 @@ public Q_SLOTS:
     // Something that the screen shows was changed: it reads its plan anew, at once or when it is shown, and what was
     // open and chosen in it is so again.
     void PlanCambiado();
-
-Q_SIGNALS:
-    // Another database is to be opened: a file, or the address of a server.
-    void BasePedida(const QString &direccion);
 
 protected:
     void closeEvent(QCloseEvent *evento) override;
@@ -66,7 +59,6 @@ private:
     template <class Dialogo, class... Datos>
     void AbrirDialogo(int identificador, const Datos &...datos);
     void ActualizarPagina();
-    void AbrirManual(const QString &capitulo);
     void Recordar();
 
     QString tipoEquipo; // until the screen has opened on it
@@ -76,6 +68,5 @@ private:
     PantallaDelPlan *plan;
     Paginas *paginas;
     BarraDeEstado *barra;
-    QPointer<VentanaDelManual> manual;
     bool porReleer = false; // what the screen shows was changed
 };
