@@ -6,10 +6,12 @@
 #include "app/InteraccionDelEscritorio.h"
 #include "app/Reporte.h"
 #include "app/VentanaPrincipal.h"
+#include "app/VentanaSinBase.h"
 #include "app/respaldo/CopiaDelDia.h"
 #include "app/respaldo/MenuDeRespaldo.h"
 #include "data/Conexion.h"
 #include "plan/Restauracion.h"
+#include "session/Interaccion.h"
 #include "session/Sesion.h"
 #include "session/Sistema.h"
 
@@ -47,22 +49,50 @@ void Escritorio::Empezar(const Argumentos &nuevos, std::unique_ptr<qvx::Conexion
     ventana->Retomar(DireccionDe(argumentos), argumentos.servidor.has_value());
     // The command that asks for it belongs to the window that goes.
     connect(ventana.get(), &VentanaPrincipal::BasePedida, this, &Escritorio::Cambiar, Qt::QueuedConnection);
+    connect(ventana.get(), &VentanaPrincipal::CierrePedido, this, &Escritorio::Cerrar, Qt::QueuedConnection);
     PonerCopias();
-    // Served to a browser there is no window manager: the window takes the whole screen.
+    Mostrar(*ventana);
+}
+
+// Served to a browser there is no window manager: the window takes the whole screen.
+void Escritorio::Mostrar(QWidget &cual)
+{
     if (qEnvironmentVariableIsSet("QVX_PANTALLA_COMPLETA"))
-        ventana->showFullScreen();
+        cual.showFullScreen();
     else
-        ventana->show();
+        cual.show();
+}
+
+// Between two windows there is none, and the program goes on.
+void Escritorio::EntreVentanas(const std::function<void()> &pasos)
+{
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const auto otraVez = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
+    Terminar();
+    pasos();
+}
+
+void Escritorio::Cerrar()
+{
+    if (!ventana || ventana->Ocupada())
+        return;
+    EntreVentanas([this] {
+        sinBase = std::make_unique<VentanaSinBase>();
+        connect(sinBase.get(), &VentanaSinBase::BasePedida, this, &Escritorio::Cambiar, Qt::QueuedConnection);
+        Mostrar(*sinBase);
+    });
 }
 
 void Escritorio::Cambiar(const QString &direccion)
 {
-    const auto avisar = [this](const qvx::ErrorEjecucion &error) {
-        qvx::Sistema().Mensaje("No se abrió la otra base de datos: sigue abierta la que estaba.\n\n"
-                                   + error.Descripcion(),
-                               qvx::mensaje::Exclamacion, "Quorvex", ventana->winId(), "QVX", "ERR-ID:1000065");
+    const ::Ventana &actual = *(ventana ? static_cast<::Ventana *>(ventana.get()) : sinBase.get());
+    const auto avisar = [&](const qvx::ErrorEjecucion &error, const QString &detalles) {
+        const QString sigue = ventana ? "No se abrió la otra base de datos: sigue abierta la que estaba.\n\n"
+                                      : "No se abrió la base de datos.\n\n";
+        actual.Personas().Mensaje({sigue + error.Descripcion(), qvx::mensaje::Exclamacion, "Quorvex", actual.winId(),
+                                   "QVX", "ERR-ID:1000065", detalles});
     };
-    if (ventana->Ocupada())
+    if (actual.Ocupada())
         return;
     std::unique_ptr<qvx::Conexion> conexion;
     Argumentos otros;
@@ -74,23 +104,20 @@ void Escritorio::Cambiar(const QString &direccion)
             return;
         OperadorDe(otros, *conexion); // while the present one is still open
     } catch (const SinAcceso &error) {
-        qvx::Sistema().Detallar(error.Detalles());
-        return avisar(error);
+        return avisar(error, error.Detalles());
     } catch (const qvx::ErrorEjecucion &error) {
         if (!QFileInfo::exists(direccion) && !otros.servidor)
             ajustes::OlvidarBase(direccion);
-        return avisar(error);
+        return avisar(error, error.Aclaracion());
     }
-    // Between two windows there is none, and the program goes on.
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    const auto otraVez = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
-    Terminar();
-    const int fin = ConReporte([&] {
-        Empezar(otros, std::move(conexion), std::make_unique<InteraccionDelEscritorio>());
-        return salida::Hecho;
+    EntreVentanas([&] {
+        const int fin = ConReporte([&] {
+            Empezar(otros, std::move(conexion), std::make_unique<InteraccionDelEscritorio>());
+            return salida::Hecho;
+        });
+        if (fin != salida::Hecho) // nothing is left to work with
+            QCoreApplication::exit(fin);
     });
-    if (fin != salida::Hecho) // nothing is left to work with
-        QCoreApplication::exit(fin);
 }
 
 // The copy is made ready while all is as it was: one that cannot be restored from closes nothing.
@@ -111,21 +138,21 @@ void Escritorio::Restaurar(const QString &copia)
     const qvx::Firmante firmante{sesion->Operador(), [fecha] { return fecha; }};
     const QDateTime ahora = sesion->Ahora();
     const Argumentos mismos = argumentos.Hacia(argumentos.baseDatos);
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    const auto otraVez = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
-    Terminar();
     QString hecho;
     QString fallo;
-    try {
-        const QString antes = lista->RestaurarTodo(respaldo::LugarDe(mismos.baseDatos), firmante, ahora);
-        hecho = "Se restauró toda la base de datos. Como estaba antes quedó en la copia «" + antes + "».";
-    } catch (const qvx::ErrorEjecucion &error) {
-        fallo = "No se restauró nada: la base de datos está como estaba. " + error.Descripcion();
-    }
-    lista.reset();
-    const int fin = ConReporte([&] {
-        Empezar(mismos, AbrirBase(mismos), std::make_unique<InteraccionDelEscritorio>());
-        return salida::Hecho;
+    int fin = salida::Hecho;
+    EntreVentanas([&] {
+        try {
+            const QString antes = lista->RestaurarTodo(respaldo::LugarDe(mismos.baseDatos), firmante, ahora);
+            hecho = "Se restauró toda la base de datos. Como estaba antes quedó en la copia «" + antes + "».";
+        } catch (const qvx::ErrorEjecucion &error) {
+            fallo = "No se restauró nada: la base de datos está como estaba. " + error.Descripcion();
+        }
+        lista.reset();
+        fin = ConReporte([&] {
+            Empezar(mismos, AbrirBase(mismos), std::make_unique<InteraccionDelEscritorio>());
+            return salida::Hecho;
+        });
     });
     if (fin != salida::Hecho)
         return QCoreApplication::exit(fin);
@@ -150,6 +177,9 @@ void Escritorio::Terminar()
     if (ventana)
         ventana->close();
     ventana.reset();
+    if (sinBase)
+        sinBase->close();
+    sinBase.reset();
     // The screen is destroyed by an event of its own, and belongs to this session.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     sesion.reset();

@@ -3,9 +3,12 @@
 #include "app/Argumentos.h"
 
 #include <QObject>
+#include <functional>
 #include <memory>
 
 class VentanaPrincipal;
+class QWidget;
+class VentanaSinBase;
 
 namespace qvx
 {
@@ -14,7 +17,7 @@ class Interaccion;
 class Sesion;
 } // namespace qvx
 
-// What is open: one database at a time, its session and its window.
+// What is open: one database at a time, its session and its window; or none.
 class Escritorio : public QObject
 {
     Q_OBJECT
@@ -32,14 +35,20 @@ public:
     // Puts what a copy holds in the place of all that the open file holds, and opens the window anew on it; the person
     // is told how it ended.
     void Restaurar(const QString &copia);
+    // Closes the database. A window stays that opens another.
+    void Cerrar();
 
     VentanaPrincipal *Ventana() const { return ventana.get(); }
+    VentanaSinBase *SinBase() const { return sinBase.get(); }
 
 private:
+    static void Mostrar(QWidget &cual);
+    void EntreVentanas(const std::function<void()> &pasos);
     void Terminar();
     void PonerCopias();
 
     Argumentos argumentos;
     std::unique_ptr<qvx::Sesion> sesion;
     std::unique_ptr<VentanaPrincipal> ventana;
+    std::unique_ptr<VentanaSinBase> sinBase;
 };

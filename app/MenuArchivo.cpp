@@ -3,9 +3,8 @@
 #include "app/Ajustes.h"
 #include "app/DialogoServidor.h"
 #include "app/OrdenDeMenu.h"
-#include "app/VentanaPrincipal.h"
+#include "app/Ventana.h"
 #include "session/Interaccion.h"
-#include "session/Sesion.h"
 
 #include <QFileInfo>
 
@@ -17,7 +16,7 @@ constexpr int ConTecla = 9; // of the recent ones, those that a digit chooses
 
 } // namespace
 
-MenuArchivo::MenuArchivo(VentanaPrincipal &ventana_) : QMenu("&Archivo", &ventana_), ventana(ventana_)
+MenuArchivo::MenuArchivo(Ventana &ventana_, bool hayBase) : QMenu("&Archivo", &ventana_), ventana(ventana_)
 {
     setObjectName("mnuArchivo");
     AgregarOrden(*this, ventana, "mnuAbrirBase", "A&brir base de datos…", QKeySequence("Ctrl+O"),
@@ -27,13 +26,16 @@ MenuArchivo::MenuArchivo(VentanaPrincipal &ventana_) : QMenu("&Archivo", &ventan
     recientes = addMenu("&Recientes");
     recientes->setObjectName("mnuRecientes");
     connect(this, &QMenu::aboutToShow, this, &MenuArchivo::LlenarRecientes);
+    AgregarOrden(*this, ventana, "mnuCerrarBase", "&Cerrar la base de datos", QKeySequence("Ctrl+Shift+W"), [this] {
+        Q_EMIT CierrePedido();
+    })->setEnabled(hayBase);
     addSeparator();
     AgregarOrden(*this, ventana, "mnuSalir", "&Salir", QKeySequence("Ctrl+Q"), [this] { ventana.close(); });
 }
 
 void MenuArchivo::AbrirArchivo()
 {
-    const QString archivo = qvx::Sesion::Actual().Interaccion().ElegirArchivo(
+    const QString archivo = ventana.Personas().ElegirArchivo(
         {"Abrir base de datos", "Base de datos de Quorvex|*.db", {}, ajustes::Abrir().value(Carpeta).toString(), false},
         &ventana);
     if (archivo.isEmpty())

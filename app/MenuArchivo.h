@@ -2,7 +2,7 @@
 
 #include <QMenu>
 
-class VentanaPrincipal;
+class Ventana;
 
 // The menu "Archivo": which database is open.
 class MenuArchivo : public QMenu
@@ -10,17 +10,19 @@ class MenuArchivo : public QMenu
     Q_OBJECT
 
 public:
-    explicit MenuArchivo(VentanaPrincipal &ventana);
+    // hayBase: a database is open, and can be closed.
+    MenuArchivo(Ventana &ventana, bool hayBase);
 
 Q_SIGNALS:
     // A file, or the address of a server.
     void BasePedida(const QString &direccion);
+    void CierrePedido();
 
 private:
     void AbrirArchivo();
     void EntrarAServidor();
     void LlenarRecientes();
 
-    VentanaPrincipal &ventana;
+    Ventana &ventana;
     QMenu *recientes;
 };

@@ -1,11 +1,11 @@
 #include "app/OrdenDeMenu.h"
 
-#include "app/VentanaPrincipal.h"
+#include "app/Ventana.h"
 
 #include <QAction>
 #include <QMenu>
 
-QAction *AgregarOrden(QMenu &menu, const VentanaPrincipal &ventana, const QString &nombre, const QString &texto,
+QAction *AgregarOrden(QMenu &menu, const Ventana &ventana, const QString &nombre, const QString &texto,
                       const QKeySequence &tecla, const std::function<void()> &hacer)
 {
     QAction *orden = menu.addAction(texto);

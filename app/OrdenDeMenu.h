@@ -5,8 +5,8 @@
 
 class QAction;
 class QMenu;
-class VentanaPrincipal;
+class Ventana;
 
 // A command of the window's menu, off while the window is busy. nombre: of the action.
-QAction *AgregarOrden(QMenu &menu, const VentanaPrincipal &ventana, const QString &nombre, const QString &texto,
+QAction *AgregarOrden(QMenu &menu, const Ventana &ventana, const QString &nombre, const QString &texto,
                       const QKeySequence &tecla, const std::function<void()> &hacer);

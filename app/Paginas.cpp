@@ -51,7 +51,8 @@ void Paginas::AlCambiar(int lugar)
         auto *disposicion = new QVBoxLayout(widget(lugar));
         disposicion->setContentsMargins(0, 0, 0, 0);
         disposicion->addWidget(hecha);
-        hecha->show(); // the layout would do so later, and whoever asked for the page uses it now
+        if (isVisible()) // the layout would do so later, and whoever asked for the page uses it now
+            hecha->show();
         widget(lugar)->setFocusProxy(hecha);
         hechas[lugar] = hecha;
     }

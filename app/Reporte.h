@@ -27,6 +27,6 @@ int ConReporte(Pasos &&pasos)
     } catch (const SinAcceso &error) {
         return Reportar(error.Descripcion(), error.Detalles());
     } catch (const qvx::ErrorEjecucion &error) {
-        return Reportar(error.Descripcion());
+        return Reportar(error.Descripcion(), error.Aclaracion());
     }
 }

@@ -4,13 +4,11 @@
 #include "app/Ajustes.h"
 #include "app/BarraDeEstado.h"
 #include "app/DialogoIntegridad.h"
-#include "app/MenuArchivo.h"
 #include "app/MenuEdicion.h"
 #include "app/OrdenDeMenu.h"
 #include "app/Paginas.h"
 #include "app/PantallaDelPlan.h"
 #include "app/Trampas.h"
-#include "app/VentanaDelManual.h"
 #include "app/buscar/DialogoBuscar.h"
 #include "app/catalogos/DialogoCostos.h"
 #include "app/catalogos/DialogoGastos.h"
@@ -25,6 +23,7 @@
 #include "controls/colorQVX.h"
 #include "data/Conexion.h"
 #include "session/Interaccion.h"
+#include "session/Sesion.h"
 #include "session/Sistema.h"
 
 #include <QApplication>
@@ -54,12 +53,12 @@ VentanaPrincipal::VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo_
     , paginas(new Paginas(this))
     , barra(new BarraDeEstado(operador, baseDatos, this))
 {
-    coloresQVX::colorQVX::AplicarA(*this);
     setWindowTitle("Plan de mantenimiento por tipo de equipo");
     pantalla->setProperty("Padre", QVariant::fromValue(static_cast<QObject *>(this)));
     setStatusBar(barra);
     PonerPaginas();
     PonerMenus();
+    coloresQVX::colorQVX::AplicarA(*this); // each widget that comes into a dressed window is dressed at once
     connect(plan, &PantallaDelPlan::Abierta, this, [this] { tipoEquipo.clear(); });
     connect(plan, &PantallaDelPlan::Cambio, this,
             [this] { barra->Sugerir(paginas->Actual().nombre == PaginaDelPlan ? plan->Sugerencia() : QString()); });
@@ -196,7 +195,12 @@ void VentanaPrincipal::MostrarHistorial(const QString &tipo, const QString &part
 
 bool VentanaPrincipal::Ocupada() const
 {
-    return QApplication::activeModalWidget() || Base().EnTransaccion();
+    return Ventana::Ocupada() || Base().EnTransaccion();
+}
+
+qvx::Interaccion &VentanaPrincipal::Personas() const
+{
+    return qvx::Sesion::Actual().Interaccion();
 }
 
 bool VentanaPrincipal::MostrarEnPlan(const QString &tipo, const QString &parte, const QString &servicio)
@@ -238,9 +242,7 @@ void VentanaPrincipal::PlanCambiado()
 
 void VentanaPrincipal::PonerMenus()
 {
-    auto *archivo = new MenuArchivo(*this);
-    connect(archivo, &MenuArchivo::BasePedida, this, &VentanaPrincipal::BasePedida);
-    menuBar()->addMenu(archivo);
+    PonerArchivo(true);
     auto *edicion = new MenuEdicion(*this);
     new MenuDeHistorial(*edicion, *this);
     edicion->addSeparator();
@@ -304,21 +306,10 @@ void VentanaPrincipal::AbrirDialogo(int identificador, const Datos &...datos)
 
 void VentanaPrincipal::PonerAyuda()
 {
-    QMenu *ayuda = menuBar()->addMenu("A&yuda");
-    ayuda->setObjectName("mnuAyuda");
-    AgregarOrden(*ayuda, *this, "mnuManual", "&Manual", QKeySequence(Qt::Key_F1),
-                 [this] { AbrirManual(paginas->Actual().capitulo); });
-    AgregarOrden(*ayuda, *this, "mnuTeclas", "&Teclas", {}, [this] { AbrirManual("Teclas"); });
+    QMenu *ayuda = Ventana::PonerAyuda([this] { return paginas->Actual().capitulo; });
     ayuda->addSeparator();
     AgregarOrden(*ayuda, *this, "mnuAcercaDe", "&Acerca de Quorvex", {},
                  [this] { ::MostrarAcercaDe(*this, nombreDeBase, enServidor); });
-}
-
-void VentanaPrincipal::AbrirManual(const QString &capitulo)
-{
-    if (!manual)
-        manual = new VentanaDelManual(this);
-    manual->Abrir(capitulo);
 }
 
 void VentanaPrincipal::Retomar(const QString &direccion_, bool enServidor_)

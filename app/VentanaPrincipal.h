@@ -1,17 +1,14 @@
 #pragma once
 
-#include <QMainWindow>
-#include <QPointer>
+#include "app/Ventana.h"
 
 class BarraDeEstado;
 class PantallaDelPlan;
 class Paginas;
-class QMenu;
-class VentanaDelManual;
 
 // The window of the stand-alone host, a page for each thing that a planner does. The screen is one of them, and the
 // window its parent object ("Transaccion", "iParametros").
-class VentanaPrincipal : public QMainWindow
+class VentanaPrincipal : public Ventana
 {
     Q_OBJECT
     Q_PROPERTY(QString Transaccion READ Transaccion)
@@ -41,8 +38,8 @@ public:
         QString folio;
     };
     Elegido LoElegido() const;
-    // A form is open, or a transaction: commands wait.
-    bool Ocupada() const;
+    bool Ocupada() const override;
+    qvx::Interaccion &Personas() const override;
 
 public Q_SLOTS:
     // Opens the screen with the plan of an equipment type, and chooses the part and the service where they are named.
@@ -51,17 +48,12 @@ public Q_SLOTS:
     // Something that the screen shows was changed: it reads its plan anew, at once or when it is shown, and what was
     // open and chosen in it is so again.
     void PlanCambiado();
-
     // The same, and the page that is shown reads its own again.
     void PlanDeshecho();
     // The history of a plan, of a part of it, or of a service.
     void MostrarHistorial(const QString &tipo, const QString &parte, const QString &folio);
     // The screen's own import of a document, with its question.
     void ImportarPlan(const QString &archivo);
-
-Q_SIGNALS:
-    // Another database is to be opened: a file, or the address of a server.
-    void BasePedida(const QString &direccion);
 
 protected:
     void closeEvent(QCloseEvent *evento) override;
@@ -85,7 +77,6 @@ private:
     template <class Dialogo, class... Datos>
     void AbrirDialogo(int identificador, const Datos &...datos);
     void ActualizarPagina();
-    void AbrirManual(const QString &capitulo);
     void Recordar();
 
     QString tipoEquipo; // until the screen has opened on it
@@ -95,6 +86,5 @@ private:
     PantallaDelPlan *plan;
     Paginas *paginas;
     BarraDeEstado *barra;
-    QPointer<VentanaDelManual> manual;
     bool porReleer = false; // what the screen shows was changed
 };

@@ -5,6 +5,7 @@
 #include "app/Paginas.h"
 #include "app/VentanaDelManual.h"
 #include "app/VentanaPrincipal.h"
+#include "app/VentanaSinBase.h"
 #include "controls/VistaTabla.h"
 #include "plan/Guion.h"
 #include "support/PruebaPantalla.h"
@@ -271,6 +272,21 @@ void PrEscritorio::otraBase()
     QCOMPARE(qvx::Sesion::Actual().Operador(), "mlopez");
     QCOMPARE(ajustes::Recientes(), QStringList{una.Argumentos().at(1)}); // the other one is open
     QCOMPARE(ajustes::PlanDe(una.Argumentos().at(1)), "0001");
+
+    // Closed, there is a window to open another from, and no session.
+    Q_EMIT escritorio.Ventana()->CierrePedido();
+    QTRY_VERIFY(escritorio.SinBase() && !escritorio.Ventana());
+    QVERIFY(QTest::qWaitForWindowActive(escritorio.SinBase()));
+    QCOMPARE(ajustes::Recientes().value(0), direccion);
+    for (const QAction *menu : escritorio.SinBase()->menuBar()->actions())
+        QCOMPARE(menu->isEnabled(), menu->text() == "&Archivo" || menu->text() == "A&yuda");
+    QVERIFY(!En<QAction>(*escritorio.SinBase(), "mnuCerrarBase").isEnabled());
+    QString dicho;
+    EnElDialogo([&](QWidget &mensaje) { dicho = dynamic_cast<QMessageBox &>(mensaje).text(); });
+    Q_EMIT escritorio.SinBase()->BasePedida(malas.constFirst());
+    QTRY_VERIFY(dicho.startsWith("No se abrió la base de datos"));
+    Q_EMIT escritorio.SinBase()->BasePedida(direccion);
+    QTRY_VERIFY(escritorio.Ventana() && !escritorio.SinBase());
     QFile guardado(QSettings("quorvex", "quorvex").fileName());
     QVERIFY(guardado.open(QIODevice::ReadOnly));
     QVERIFY(!guardado.readAll().contains("password"));
@@ -286,7 +302,8 @@ void PrEscritorio::manual()
     Pagina(principal, "mnuAcercaDe");
     const QString acerca = Mensajes().join('|');
     QVERIFY2(QRegularExpression("Quorvex 1\\..*prueba\nVersión de su esquema: " + QString::number(qvx::VersionEsquema)
-                                    + "\n.*Qt 6\\..*" + motor::Segun("SQLite 3\\.", "PostgreSQL 15\\."),
+                                    + "\n.*Qt 6\\..*"
+                                    + motor::Segun("fontconfig 2\\..*SQLite 3\\.", "libpq 15\\..*PostgreSQL 15\\."),
                                 QRegularExpression::DotMatchesEverythingOption)
                  .match(acerca)
                  .hasMatch(),

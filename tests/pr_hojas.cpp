@@ -376,6 +376,9 @@ void PrHojas::linea()
     QCOMPARE(escenario->Filas("SELECT Pr_Descripcion FROM Producto WHERE Pr_Cve_Producto = '9000000001'"),
              QStringList{"GRÚA"});
     QCOMPARE(escenario->Filas("SELECT Rc_Tabla, Rc_Clave FROM Registro_Cambio"), QStringList{"Producto|9000000001"});
+    escenario->Correr("ALTER TABLE Registro_Cambio RENAME TO Registro_Perdido"); // the engine says so in English
+    importar("Clave;Nombre\n9000000001;B\n", {"--si"},
+             "(?i)\n.*registro_cambio.*\nA la base de datos le falta una tabla");
 }
 
 PRUEBA_MAIN(PrHojas)

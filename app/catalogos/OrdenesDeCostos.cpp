@@ -110,6 +110,8 @@ int ActualizarLosCostos(const Argumentos &argumentos)
             return codigo;
         const auto escritos = qvx::ActualizarCostos(sesion.Conexion(), sesion.Firmante(), diferencias, marcadas);
         Escribir(escritos.fallido.isEmpty() ? stdout : stderr, TextoDeEscritos(escritos));
+        if (!escritos.aclaracion.isEmpty())
+            Escribir(stderr, escritos.aclaracion);
         return escritos.fallido.isEmpty() ? codigo : salida::Fallido;
     });
 }

@@ -62,18 +62,23 @@ void ListView::AjustarTitulos()
 {
     int total = 0;
     for (int columna = 0; columna < columnCount(); ++columna) {
-        setColumnWidth(columna, std::max(columnWidth(columna), header()->sectionSizeHint(columna)));
+        if (columna == titulos.size())
+            titulos.append(header()->sectionSizeHint(columna));
+        setColumnWidth(columna, std::max(columnWidth(columna), titulos.at(columna)));
         total += columnWidth(columna);
     }
     for (int columna = 0; columna < columnCount() && Count() == 0 && total > viewport()->width(); ++columna)
-        setColumnWidth(columna, header()->sectionSizeHint(columna));
+        setColumnWidth(columna, titulos.at(columna));
 }
 
 bool ListView::event(QEvent *evento)
 {
     const bool resultado = QTreeWidget::event(evento);
-    if (evento->type() == QEvent::Show || evento->type() == QEvent::Resize || evento->type() == QEvent::StyleChange
-        || evento->type() == QEvent::FontChange)
+    const QEvent::Type tipo = evento->type();
+    const bool otraLetra = tipo == QEvent::StyleChange || tipo == QEvent::FontChange;
+    if (otraLetra)
+        titulos.clear();
+    if (isVisible() && (otraLetra || tipo == QEvent::Show || tipo == QEvent::Resize))
         AjustarTitulos();
     return resultado;
 }

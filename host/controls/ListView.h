@@ -45,6 +45,7 @@ private:
     void AjustarTitulos();
 
     QList<Qt::Alignment> alineaciones;
+    QList<int> titulos; // the widths of the first ones, in the letter and look of now
 };
 
 } // namespace comunesQVX

@@ -463,7 +463,7 @@ void Conexion::Rechazar(const QSqlError &error, const QString &sql, bool desenla
     const QString motivo = dialecto->Explicar(error);
     fallo = {motivo, Aclaracion(dialecto->Clasificar(error))};
     if (base.isOpen())
-        throw ErrorEjecucion(errores::Datos, motivo, sql, error.nativeErrorCode());
+        throw ErrorEjecucion(errores::Datos, motivo, sql, error.nativeErrorCode()).Aclarado(fallo.aclaracion);
     if (desenlaceIncierto)
         throw ErrorEjecucion(errores::Datos,
                              "Se perdió la conexión con el servidor y no se sabe si el cambio quedó guardado. Revíselo "

@@ -17,4 +17,11 @@ const char *ErrorEjecucion::what() const noexcept
     return octetos.constData();
 }
 
+ErrorEjecucion ErrorEjecucion::Aclarado(const QString &que) const
+{
+    ErrorEjecucion aclarado(*this);
+    aclarado.aclaracion = que;
+    return aclarado;
+}
+
 } // namespace qvx

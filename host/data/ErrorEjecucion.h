@@ -31,6 +31,9 @@ public:
     const QString &Descripcion() const { return descripcion; }
     const QString &Sentencia() const { return sentencia; }
     const QString &CodigoMotor() const { return codigoMotor; }
+    // What an error of the engine means and what to do, in Spanish; "" when that is not known.
+    const QString &Aclaracion() const { return aclaracion; }
+    ErrorEjecucion Aclarado(const QString &que) const;
     const char *what() const noexcept override;
 
 private:
@@ -38,6 +41,7 @@ private:
     QString descripcion;
     QString sentencia;
     QString codigoMotor;
+    QString aclaracion;
     QByteArray octetos;
 };
 

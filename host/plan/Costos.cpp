@@ -304,6 +304,7 @@ CostosEscritos ActualizarCostos(Conexion &conexion, const Firmante &firmante, co
         } catch (const ErrorEjecucion &error) {
             escritos.fallido = tipo;
             escritos.motivo = error.Descripcion();
+            escritos.aclaracion = error.Aclaracion();
         }
     }
     return escritos;

@@ -73,6 +73,7 @@ struct CostosEscritos {
     QStringList hechos;
     QString fallido; // stays as it was, "" for none
     QString motivo;
+    QString aclaracion;     // of what the engine said, "" where it said nothing
     QStringList pendientes; // were not begun
     int lineas = 0;
 };

@@ -59,6 +59,12 @@ public:
 
     std::unique_ptr<Dialecto> NuevoDialecto() const override { return NuevoDialectoPostgres(); }
 
+    QString Version() const override
+    {
+        constexpr int PorMayor = 10000;
+        return QString("%1.%2").arg(PQlibVersion() / PorMayor).arg(PQlibVersion() % PorMayor);
+    }
+
 private:
     static PGconn *Conectar(const Servidor::Opciones &opciones)
     {

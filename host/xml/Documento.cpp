@@ -128,6 +128,41 @@ void RechazarTipo(void *contexto, const xmlChar *, const xmlChar *, const xmlCha
     xmlStopParser(lector);
 }
 
+// The parser speaks English. What stands for many faults of hand-made documents, by its code; "" for what is rarer.
+QString EnEspanol(const xmlError &error)
+{
+    switch (error.code) {
+    case XML_ERR_NO_MEMORY:
+        return "no hay memoria para leerlo";
+    case XML_ERR_DOCUMENT_EMPTY:
+        return "está vacío o no empieza con un elemento";
+    case XML_ERR_DOCUMENT_END:
+        return "sigue algo después de su último elemento";
+    case XML_ERR_INVALID_CHAR:
+    case XML_ERR_INVALID_CHARREF:
+        return "lleva un carácter que XML no admite";
+    case XML_ERR_UNDECLARED_ENTITY:
+        return "nombra una entidad que XML no tiene";
+    case XML_ERR_UNKNOWN_ENCODING:
+    case XML_ERR_UNSUPPORTED_ENCODING:
+    case XML_ERR_INVALID_ENCODING:
+        return "sus letras no están en la codificación que dice";
+    case XML_ERR_ATTRIBUTE_REDEFINED:
+        return "un elemento repite un atributo";
+    case XML_ERR_ATTRIBUTE_NOT_STARTED:
+    case XML_ERR_ATTRIBUTE_NOT_FINISHED:
+    case XML_ERR_LT_IN_ATTRIBUTE:
+        return "el valor de un atributo no está bien entre comillas";
+    case XML_ERR_GT_REQUIRED:
+    case XML_ERR_LTSLASH_REQUIRED:
+    case XML_ERR_TAG_NAME_MISMATCH:
+    case XML_ERR_TAG_NOT_FINISHED:
+        return "un elemento no se cierra, o se cierra otro";
+    default:
+        return {};
+    }
+}
+
 ErrorXml Falla(const Lectura &lectura, const xmlError *error)
 {
     const int renglon = error ? error->line : 0;
@@ -137,7 +172,13 @@ ErrorXml Falla(const Lectura &lectura, const xmlError *error)
         return {renglon, {}, "El documento trae una declaración DOCTYPE, que este formato no admite"};
     if (!error || !error->message)
         return {renglon, {}, "El documento no está bien formado"};
-    return {renglon, {}, "El documento no está bien formado: " + QString::fromUtf8(error->message).trimmed()};
+    const QString ingles = QString::fromUtf8(error->message).trimmed();
+    if (ingles.startsWith("Excessive depth")) // has no code of its own
+        return {renglon, {}, QString("El documento tiene más de %1 niveles").arg(xmlParserMaxDepth)};
+    const QString espanol = EnEspanol(*error);
+    return {renglon,
+            {},
+            "El documento no está bien formado: " + (espanol.isEmpty() ? ingles : espanol + " (" + ingles + ")")};
 }
 
 int EscribirMas(void *contexto, const char *origen, int cuantos)
