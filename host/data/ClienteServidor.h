@@ -21,7 +21,7 @@ public:
     virtual Servidor::Prueba Probar(const Servidor::Opciones &opciones) const = 0;
     virtual std::unique_ptr<Dialecto> NuevoDialecto() const = 0;
     // Of the client library: "15.8".
-    virtual QString Version() const = 0;
+    virtual QString VersionDelCliente() const = 0;
 };
 
 // The one of this process. Raises an ErrorEjecucion in Spanish, which says what to install, when it cannot be loaded.

@@ -59,7 +59,7 @@ public:
 
     std::unique_ptr<Dialecto> NuevoDialecto() const override { return NuevoDialectoPostgres(); }
 
-    QString Version() const override
+    QString VersionDelCliente() const override
     {
         constexpr int PorMayor = 10000;
         return QString("%1.%2").arg(PQlibVersion() / PorMayor).arg(PQlibVersion() % PorMayor);
