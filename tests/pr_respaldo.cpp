@@ -113,6 +113,15 @@ void PrRespaldo::sinCopia()
     QVERIFY2(avisos.at(0).startsWith("No se hizo la copia de seguridad de hoy. La copia «")
                  && avisos.at(0).contains("no se puede crear"),
              qPrintable(avisos.at(0)));
+    // The window tells it once nothing is being written.
+    qvx::Sesion::Actual().Conexion().BeginTrans();
+    respaldo::AvisarDespues(*pantalla, avisos.at(0));
+    QTest::qWait(700);
+    QCOMPARE(Mensajes(), QStringList());
+    qvx::Sesion::Actual().Conexion().RollbackTrans();
+    QStringList dichos;
+    QTRY_VERIFY(!(dichos += Mensajes()).isEmpty());
+    QCOMPARE(dichos.join(""), "48|Quorvex|QVX|ERR-ID:1000120|" + avisos.at(0));
     QFile::remove(Carpeta().path());
     escenario->ahora = escenario->ahora.addSecs(3601);
     CambiarServicio("N0002", "000001", "3333");

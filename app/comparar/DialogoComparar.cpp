@@ -1,5 +1,6 @@
 #include "app/comparar/DialogoComparar.h"
 
+#include "app/Espera.h"
 #include "app/Trampas.h"
 #include "app/comparar/SelectorDeFuente.h"
 #include "app/comparar/VistaComparacion.h"
@@ -81,6 +82,8 @@ void DialogoComparar::Comparar(const comparar::Fuente &antes, const comparar::Fu
 
 void DialogoComparar::Hacer()
 {
-    ConTrampa(*this, 1000130,
-              [this] { vista->Mostrar(comparar::CompararFuentes(Base(), una->Elegida(), otra->Elegida())); });
+    ConTrampa(*this, 1000130, [this] {
+        const Espera espera;
+        vista->Mostrar(comparar::CompararFuentes(Base(), una->Elegida(), otra->Elegida()));
+    });
 }

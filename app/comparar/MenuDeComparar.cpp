@@ -1,5 +1,6 @@
 #include "app/comparar/MenuDeComparar.h"
 
+#include "app/Espera.h"
 #include "app/OrdenDeMenu.h"
 #include "app/Trampas.h"
 #include "app/VentanaPrincipal.h"
@@ -7,6 +8,8 @@
 #include "app/comparar/DialogoPrevia.h"
 #include "data/Conexion.h"
 #include "session/Interaccion.h"
+
+#include <optional>
 
 namespace
 {
@@ -19,12 +22,15 @@ void ImportarConPrevia(VentanaPrincipal &ventana)
     if (archivo.isEmpty())
         return;
     ConTrampa(ventana, 1000131, [&] {
+        std::optional<Espera> espera(std::in_place);
+        auto comparados = comparar::CompararConDocumento(Base(), archivo);
+        espera.reset();
         DialogoPrevia previa(
             {"Importar con vista previa",
              "Así cambiaría el plan. Los servicios se numeran de nuevo, y todo queda firmado por quien "
              "importa. Nada se escribe hasta contestar que sí a la pregunta que sigue.",
              "&Importar…"},
-            comparar::CompararConDocumento(Base(), archivo), &ventana);
+            std::move(comparados), &ventana);
         if (previa.exec() == QDialog::Accepted)
             ventana.ImportarPlan(archivo);
     });

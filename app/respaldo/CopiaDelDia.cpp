@@ -1,6 +1,7 @@
 #include "app/respaldo/CopiaDelDia.h"
 
 #include "app/Ajustes.h"
+#include "app/Espera.h"
 #include "app/Trampas.h"
 #include "data/Conexion.h"
 #include "data/ErrorEjecucion.h"
@@ -26,27 +27,6 @@ struct Dia {
     QDateTime fallo;
 };
 
-// A large file takes a while; a command without a window has no pointer.
-class Reloj
-{
-public:
-    Reloj() : conVentana(qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
-    {
-        if (conVentana)
-            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    }
-    ~Reloj()
-    {
-        if (conVentana)
-            QGuiApplication::restoreOverrideCursor();
-    }
-    Reloj(const Reloj &) = delete;
-    Reloj &operator=(const Reloj &) = delete;
-
-private:
-    bool conVentana;
-};
-
 } // namespace
 
 qvx::LugarDeCopias LugarDe(const QString &base)
@@ -65,7 +45,7 @@ void CopiarCadaDia(qvx::Sesion &sesion, const QString &base, std::function<void(
         if (dia->copiado == ahora.date()
             || (dia->fallo.isValid() && qAbs(dia->fallo.secsTo(ahora)) < SegundosHastaRepetir))
             return;
-        const Reloj reloj;
+        const Espera espera; // a large file takes a while
         try {
             qvx::RespaldarDelDia(LugarDe(base), ahora.date());
             dia->copiado = ahora.date();

@@ -1,6 +1,7 @@
 #include "app/respaldo/DialogoCopias.h"
 
 #include "app/Ajustes.h"
+#include "app/Espera.h"
 #include "app/Trampas.h"
 #include "app/comparar/DialogoPrevia.h"
 #include "app/respaldo/CopiaDelDia.h"
@@ -25,6 +26,7 @@
 #include <QSpinBox>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <optional>
 
 namespace
 {
@@ -263,10 +265,13 @@ void DialogoCopias::RestaurarElPlan()
     if (clave.isEmpty())
         return;
     ConTrampa(*this, 1000121, [&] {
+        std::optional<Espera> espera(std::in_place);
         const qvx::CopiaLista copia(Elegida(), base);
         const qvx::FilasDelPlan antes = qvx::LeerFilas(Base(), clave);
         const qvx::FilasDelPlan despues = qvx::LeerFilas(copia.Base(), clave);
         const qvx::FilasCambiadas cambios = qvx::Distintas(antes, despues);
+        auto comparados = comparar::CompararFilas(Base(), antes, despues, "como está en la copia");
+        espera.reset();
         const auto decir = [&](const QString &texto, int estilo, int identificador) {
             return qvx::Sistema().Mensaje(texto, estilo, "Quorvex", winId(), "QVX",
                                           "ERR-ID:" + QString::number(identificador));
@@ -280,9 +285,10 @@ void DialogoCopias::RestaurarElPlan()
                               "El plan quedará como en la copia. Cambian " + respaldo::Texto(cambios)
                                   + "; lo que ya es igual no se toca.",
                               "&Restaurar"},
-                             comparar::CompararFilas(Base(), antes, despues, "como está en la copia"), this);
+                             std::move(comparados), this);
         if (previa.exec() != Accepted)
             return;
+        espera.emplace();
         qvx::RestaurarPlan(Base(), qvx::Sesion::Actual().Firmante(), antes, despues, respaldo::DeLaCopia(Elegida()));
         huboCambios = true;
         lblAviso->setText("Se restauró el plan del tipo de equipo " + clave + ".");

@@ -1,5 +1,6 @@
 #include "app/respaldo/MenuDeRespaldo.h"
 
+#include "app/Espera.h"
 #include "app/OrdenDeMenu.h"
 #include "app/Trampas.h"
 #include "app/VentanaPrincipal.h"
@@ -59,7 +60,10 @@ void MenuDeRespaldo::Copiar()
     if (QFileInfo(destino).suffix().isEmpty())
         destino += ".db";
     ConTrampa(ventana, 1000126, [&] {
-        qvx::Respaldar(base, destino);
+        {
+            const Espera espera;
+            qvx::Respaldar(base, destino);
+        }
         DecirDeCopias(ventana, "Se hizo la copia «" + QDir::toNativeSeparators(destino) + "».", 1000127);
     });
 }
