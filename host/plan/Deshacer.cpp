@@ -21,13 +21,13 @@ constexpr int MaximoReparos = 50;
 const QString NadaCambio = " No se cambió nada.";
 
 // What stands in the way of one part or service.
-struct Reparo {
+struct Obstaculo {
     DelPlan clase = DelPlan::Parte;
     QString clave;
     bool claveDada = false; // its key was given again
     QString texto;
 
-    bool operator==(const Reparo &otro) const { return clase == otro.clase && clave == otro.clave; }
+    bool operator==(const Obstaculo &otro) const { return clase == otro.clase && clave == otro.clave; }
 };
 
 // Columns whose values make a row what it is: neither who signed it nor its version.
@@ -61,15 +61,15 @@ public:
     }
 
     // Rows that are not as the operations left them, and keys that were given again.
-    QList<Reparo> Cambiadas() const;
+    QList<Obstaculo> Cambiadas() const;
     // Writes, and says how many rows it wrote. nuevas: the keys that rows get whose own were given again.
-    void Escribir(Deshecho &deshecho, const QList<Reparo> &dadas) const;
+    void Escribir(Deshecho &deshecho, const QList<Obstaculo> &dadas) const;
     // What must not be now that it is written: something hangs from what went, or what came back lost its part.
-    QList<Reparo> Sueltas() const;
+    QList<Obstaculo> Sueltas() const;
     // Signs and logs what was written.
     void Firmar() const;
     // Later operations that changed these rows.
-    QSet<qint64> Posteriores(const QList<Reparo> &reparos) const;
+    QSet<qint64> Posteriores(const QList<Obstaculo> &reparos) const;
 
 private:
     QString Imagenes(DelPlan clase, const QString &cual, const QString &lado) const
@@ -84,11 +84,11 @@ private:
     static QString MismaClave(DelPlan clase, const QString &una, const QString &otra);
     QString PartesQueSeVan() const;
     QString ServiciosQueSeVan() const;
-    Reparo Cambiada(DelPlan clase, const QString &clave, const QString &que) const;
+    Obstaculo Cambiada(DelPlan clase, const QString &clave, const QString &que) const;
     int Borrar(DelPlan clase) const;
-    int Devolver(DelPlan clase, const QList<Reparo> &dadas) const;
-    void DevolverConOtraClave(Deshecho &deshecho, const QList<Reparo> &dadas) const;
-    int Copiar(DelPlan clase, const Reparo &dada, const QString &nueva) const;
+    int Devolver(DelPlan clase, const QList<Obstaculo> &dadas) const;
+    void DevolverConOtraClave(Deshecho &deshecho, const QList<Obstaculo> &dadas) const;
+    int Copiar(DelPlan clase, const Obstaculo &dada, const QString &nueva) const;
     QString ClaveLibre(DelPlan clase) const;
     QVariantList FirmaDe(DelPlan clase) const
     {
@@ -113,7 +113,7 @@ QString EnUnPlan::MismaClave(DelPlan clase, const QString &una, const QString &o
 }
 
 // Who wrote it last, as the history has it.
-Reparo EnUnPlan::Cambiada(DelPlan clase, const QString &clave, const QString &que) const
+Obstaculo EnUnPlan::Cambiada(DelPlan clase, const QString &clave, const QString &que) const
 {
     const auto fila = conexion.Execute("SELECT Op_Oper, Op_Fecha, Op_Clase, Op_ID FROM Operacion WHERE Op_ID = (SELECT "
                                        "max(Op_ID) FROM "
@@ -127,10 +127,10 @@ Reparo EnUnPlan::Cambiada(DelPlan clase, const QString &clave, const QString &qu
     return {clase, clave, false, Nombre(clase, clave) + " del tipo de equipo " + tipo + " " + que + "." + quien};
 }
 
-QList<Reparo> EnUnPlan::Cambiadas() const
+QList<Obstaculo> EnUnPlan::Cambiadas() const
 {
-    QList<Reparo> reparos;
-    const auto agregar = [&](const Reparo &reparo) {
+    QList<Obstaculo> reparos;
+    const auto agregar = [&](const Obstaculo &reparo) {
         if (!reparos.contains(reparo))
             reparos.append(reparo);
     };
@@ -155,7 +155,7 @@ QList<Reparo> EnUnPlan::Cambiadas() const
                                                + " JOIN " + tabla + " AS x ON " + MismaClave(clase, "x", "h"),
                                            valores);
              !filas.Eof(); filas.MoveNext()) {
-            Reparo reparo =
+            Obstaculo reparo =
                 Cambiada(dicha, SinBlancosAlFinal(filas.Texto(0)),
                          clase == DelPlan::Linea ? "cambió después" : "existe de nuevo, con la misma clave");
             reparo.claveDada = clase != DelPlan::Linea;
@@ -185,11 +185,11 @@ QStringList ConFirmaNueva(DelPlan clase)
     return columnas;
 }
 
-int EnUnPlan::Devolver(DelPlan clase, const QList<Reparo> &dadas) const
+int EnUnPlan::Devolver(DelPlan clase, const QList<Obstaculo> &dadas) const
 {
     QVariantList suyos = FirmaDe(clase) + valores;
     QString salvo;
-    for (const Reparo &dada : dadas) {
+    for (const Obstaculo &dada : dadas) {
         // What hangs from a key that is another's now comes back with its row.
         const bool suya = dada.clase == DelPlan::Servicio ? clase != DelPlan::Parte : clase == DelPlan::Parte;
         if (!suya)
@@ -207,7 +207,7 @@ int EnUnPlan::Devolver(DelPlan clase, const QList<Reparo> &dadas) const
 
 // Rows whose keys are others' now come back under the next free ones, and what came back with them hangs from these:
 // parts first.
-void EnUnPlan::DevolverConOtraClave(Deshecho &deshecho, const QList<Reparo> &dadas) const
+void EnUnPlan::DevolverConOtraClave(Deshecho &deshecho, const QList<Obstaculo> &dadas) const
 {
     QList<QPair<QString, QString>> partesNuevas;
     const auto colgar = [&](DelPlan clase, const QString &columna, const QString &condicion,
@@ -220,7 +220,7 @@ void EnUnPlan::DevolverConOtraClave(Deshecho &deshecho, const QList<Reparo> &dad
                              QVariantList{nueva, tipo, vieja} + suyos);
     };
     for (const DelPlan clase : {DelPlan::Parte, DelPlan::Servicio})
-        for (const Reparo &dada : dadas) {
+        for (const Obstaculo &dada : dadas) {
             if (dada.clase != clase)
                 continue;
             const QString nueva = ClaveLibre(clase);
@@ -242,7 +242,7 @@ void EnUnPlan::DevolverConOtraClave(Deshecho &deshecho, const QList<Reparo> &dad
         QString condicion =
             clave + " IN (SELECT " + clave + " FROM " + TablaDeHistoria(clase) + " WHERE " + Volveran(clase) + ")";
         QVariantList suyos = valores;
-        for (const Reparo &dada : dadas)
+        for (const Obstaculo &dada : dadas)
             if (dada.clase == deQuien) {
                 condicion += " AND " + clave + " <> ?";
                 suyos.append(dada.clave);
@@ -263,7 +263,7 @@ QString EnUnPlan::ClaveLibre(DelPlan clase) const
 }
 
 // Brings back the row, or the lines, of a key that is another's now, with a new key.
-int EnUnPlan::Copiar(DelPlan clase, const Reparo &dada, const QString &nueva) const
+int EnUnPlan::Copiar(DelPlan clase, const Obstaculo &dada, const QString &nueva) const
 {
     const QString columna = ClavesEnHistoria(dada.clase).constFirst();
     QStringList de = ConFirmaNueva(clase);
@@ -297,7 +297,7 @@ void EnUnPlan::Firmar() const
                      QVariantList{tipo} + firma + valores);
 }
 
-void EnUnPlan::Escribir(Deshecho &deshecho, const QList<Reparo> &dadas) const
+void EnUnPlan::Escribir(Deshecho &deshecho, const QList<Obstaculo> &dadas) const
 {
     const int lineas = Borrar(DelPlan::Linea);
     const int servicios = Borrar(DelPlan::Servicio);
@@ -333,13 +333,13 @@ QString EnUnPlan::DeDespues(DelPlan clase) const
            + QString(donde).replace(" AND ", " AND q.") + ")";
 }
 
-QList<Reparo> EnUnPlan::Sueltas() const
+QList<Obstaculo> EnUnPlan::Sueltas() const
 {
-    QList<Reparo> reparos;
+    QList<Obstaculo> reparos;
     const auto leer = [&](const QString &sentencia, const QVariantList &suyos, DelPlan clase, const QString &texto) {
         for (auto filas = conexion.Execute(sentencia, suyos); !filas.Eof(); filas.MoveNext()) {
             const QString clave = SinBlancosAlFinal(filas.Texto(0));
-            const Reparo reparo{clase, clave, false,
+            const Obstaculo reparo{clase, clave, false,
                                 Nombre(clase, clave) + " del tipo de equipo " + tipo + " "
                                     + texto.arg(SinBlancosAlFinal(filas.Texto(1)))};
             if (!reparos.contains(reparo))
@@ -373,7 +373,7 @@ QList<Reparo> EnUnPlan::Sueltas() const
     return reparos;
 }
 
-QSet<qint64> EnUnPlan::Posteriores(const QList<Reparo> &reparos) const
+QSet<qint64> EnUnPlan::Posteriores(const QList<Obstaculo> &reparos) const
 {
     QSet<qint64> posteriores;
     const auto leer = [&](const QString &sentencia, const QVariantList &suyos) {
@@ -381,7 +381,7 @@ QSet<qint64> EnUnPlan::Posteriores(const QList<Reparo> &reparos) const
             posteriores.insert(filas.Valor(0).toLongLong());
     };
     const QString historia = "SELECT DISTINCT Op_ID FROM %1 WHERE Te_Cve_Tipo_Equipo = ? AND %2 = ? AND Op_ID > ?";
-    for (const Reparo &reparo : reparos) {
+    for (const Obstaculo &reparo : reparos) {
         const QVariantList suyos{tipo, reparo.clave, primera};
         if (reparo.clase == DelPlan::Parte) {
             leer(historia.arg("Historia_Parte", "Tep_ID"), suyos);
@@ -417,11 +417,11 @@ QStringList Tomar(Conexion &conexion, const QList<qint64> &operaciones, const QS
         tipos = {soloTipo};
     std::sort(tipos.begin(), tipos.end()); // in one order for all, so that nobody waits crosswise
     if (tipos.isEmpty())
-        Rechazar("No hay plan que cambiar." + NadaCambio);
+        qvx::Rechazar("No hay plan que cambiar." + NadaCambio);
     for (const QString &tipo : tipos) {
         conexion.Execute("SELECT 1 AS Hay FROM Tipo_Equipo_Parte WHERE Te_Cve_Tipo_Equipo = ? LIMIT 1", {tipo});
         if (DescripcionDeCatalogo(conexion, "TIPO_EQUIPO", tipo).isEmpty())
-            Rechazar("El tipo de equipo " + tipo + " no existe o está dado de baja." + NadaCambio);
+            qvx::Rechazar("El tipo de equipo " + tipo + " no existe o está dado de baja." + NadaCambio);
     }
     return tipos;
 }
@@ -458,7 +458,7 @@ QList<qint64> DeEstePlan(Conexion &conexion, const Peticion &peticion)
 
 // One attempt, in a transaction of its own, which stays only when it is no rehearsal and nothing is in the way. What is
 // in the way, by plan.
-QList<QPair<QString, QList<Reparo>>> Intentar(Conexion &conexion, const Firmante &firmante, const Peticion &peticion,
+QList<QPair<QString, QList<Obstaculo>>> Intentar(Conexion &conexion, const Firmante &firmante, const Peticion &peticion,
                                               bool ensayo, Deshecho &deshecho)
 {
     Transaccion transaccion(conexion);
@@ -466,17 +466,17 @@ QList<QPair<QString, QList<Reparo>>> Intentar(Conexion &conexion, const Firmante
     deshecho = {};
     deshecho.operaciones = peticion.operaciones;
     deshecho.tipos = tipos;
-    QList<QPair<QString, QList<Reparo>>> reparos;
+    QList<QPair<QString, QList<Obstaculo>>> reparos;
     bool impedido = false;
     for (const QString &tipo : tipos) {
         const EnUnPlan plan(conexion, firmante, tipo, peticion.operaciones);
-        QList<Reparo> suyos = plan.Cambiadas();
-        QList<Reparo> dadas;
+        QList<Obstaculo> suyos = plan.Cambiadas();
+        QList<Obstaculo> dadas;
         if (peticion.conOtraClave)
-            for (const Reparo &reparo : std::as_const(suyos))
+            for (const Obstaculo &reparo : std::as_const(suyos))
                 if (reparo.claveDada)
                     dadas.append(reparo);
-        for (const Reparo &dada : std::as_const(dadas))
+        for (const Obstaculo &dada : std::as_const(dadas))
             suyos.removeOne(dada);
         if (suyos.isEmpty() && !impedido) {
             plan.Escribir(deshecho, dadas);
@@ -506,7 +506,7 @@ QList<QPair<QString, QList<Reparo>>> Intentar(Conexion &conexion, const Firmante
 }
 
 QSet<qint64> Posteriores(Conexion &conexion, const Firmante &firmante, const QList<qint64> &operaciones,
-                         const QList<QPair<QString, QList<Reparo>>> &reparos)
+                         const QList<QPair<QString, QList<Obstaculo>>> &reparos)
 {
     QSet<qint64> posteriores;
     for (const auto &[tipo, suyos] : reparos)
@@ -521,12 +521,12 @@ QList<qint64> DeNuevasAViejas(const QSet<qint64> &numeros)
     return ordenados;
 }
 
-Deshecho Resultado(Deshecho deshecho, const QList<QPair<QString, QList<Reparo>>> &reparos)
+Deshecho Resultado(Deshecho deshecho, const QList<QPair<QString, QList<Obstaculo>>> &reparos)
 {
     bool soloClaves = true;
     int cuantos = 0;
     for (const auto &[tipo, suyos] : reparos)
-        for (const Reparo &reparo : suyos) {
+        for (const Obstaculo &reparo : suyos) {
             soloClaves = soloClaves && reparo.claveDada;
             if (++cuantos <= MaximoReparos)
                 deshecho.reparos.append(reparo.texto);
@@ -539,16 +539,16 @@ Deshecho Resultado(Deshecho deshecho, const QList<QPair<QString, QList<Reparo>>>
 void RevisarQueEstan(Conexion &conexion, const QList<qint64> &operaciones)
 {
     if (operaciones.isEmpty())
-        Rechazar("No se dijo qué operación deshacer." + NadaCambio);
+        qvx::Rechazar("No se dijo qué operación deshacer." + NadaCambio);
     for (const qint64 numero : operaciones) {
         FiltroDeHistoria filtro;
         filtro.numero = numero;
         const QList<Operacion> halladas = LeerOperaciones(conexion, filtro);
         if (halladas.isEmpty())
-            Rechazar(QString("La operación %1 no existe, o su historia fue depurada.").arg(numero) + NadaCambio);
+            qvx::Rechazar(QString("La operación %1 no existe, o su historia fue depurada.").arg(numero) + NadaCambio);
         // Together with what took it back it is taken back to what was before.
         if (const qint64 por = halladas.constFirst().deshechaPor; por != 0 && !operaciones.contains(por))
-            Rechazar(QString("La operación %1 ya está deshecha por la operación %2.")
+            qvx::Rechazar(QString("La operación %1 ya está deshecha por la operación %2.")
                          .arg(numero)
                          .arg(halladas.constFirst().deshechaPor)
                      + NadaCambio);
@@ -596,7 +596,7 @@ Deshecho Rehacer(Conexion &conexion, const Firmante &firmante_, qint64 operacion
     FiltroDeHistoria filtro;
     filtro.numero = operacion;
     if (LeerOperaciones(conexion, filtro).constFirst().deshace.isEmpty())
-        Rechazar(QString("La operación %1 no deshizo ninguna otra: no hay nada que rehacer.").arg(operacion)
+        qvx::Rechazar(QString("La operación %1 no deshizo ninguna otra: no hay nada que rehacer.").arg(operacion)
                  + NadaCambio);
     Deshecho deshecho;
     const auto reparos = Intentar(conexion, firmante, {{operacion}, {}, ClaseRehacer, false}, ensayo, deshecho);
@@ -615,7 +615,7 @@ Deshecho DejarComoAntesDe(Conexion &conexion, const Firmante &firmante_, const Q
          !filas.Eof(); filas.MoveNext())
         operaciones.append(filas.Valor(0).toLongLong());
     if (operaciones.isEmpty() || operaciones.constLast() != operacion)
-        Rechazar(QString("La operación %1 no cambió el plan del tipo de equipo %2, o su historia fue depurada.")
+        qvx::Rechazar(QString("La operación %1 no cambió el plan del tipo de equipo %2, o su historia fue depurada.")
                      .arg(QString::number(operacion), tipo)
                  + NadaCambio);
     Deshecho deshecho;

@@ -12,11 +12,11 @@ namespace
 {
 
 constexpr qsizetype LetrasDePlanta = 100;
-const QString Nombre = "NOMBRE";
+const QString AjusteDelNombre = "NOMBRE";
 
 Recordset LeerFila(Conexion &conexion)
 {
-    return conexion.Execute("SELECT Aj_Valor FROM Ajuste_Planta WHERE Aj_Nombre = ?", {Nombre});
+    return conexion.Execute("SELECT Aj_Valor FROM Ajuste_Planta WHERE Aj_Nombre = ?", {AjusteDelNombre});
 }
 
 } // namespace
@@ -39,14 +39,14 @@ void GuardarNombreDePlanta(Conexion &conexion, const Firmante &firmante, const Q
         Rechazar("Otra persona cambió el nombre de la planta a «" + ahora + "». No se guardó nada: ábralo de nuevo.");
     if (conexion
             .Execute("UPDATE Ajuste_Planta SET Aj_Valor = ? WHERE Aj_Nombre = ? AND Aj_Valor = ?",
-                     {nombre, Nombre, leido})
+                     {nombre, AjusteDelNombre, leido})
             .Afectadas()
         == 0) {
         if (!LeerFila(conexion).Eof())
             Rechazar("Otra persona cambió el nombre de la planta. No se guardó nada: ábralo de nuevo.");
-        conexion.Execute("INSERT INTO Ajuste_Planta (Aj_Nombre, Aj_Valor) VALUES (?, ?)", {Nombre, nombre});
+        conexion.Execute("INSERT INTO Ajuste_Planta (Aj_Nombre, Aj_Valor) VALUES (?, ?)", {AjusteDelNombre, nombre});
     }
-    AnotarCambio(conexion, firmante, "Ajuste_Planta", Nombre);
+    AnotarCambio(conexion, firmante, "Ajuste_Planta", AjusteDelNombre);
     transaccion.Confirmar();
 }
 

@@ -173,7 +173,7 @@ private:
     static void RevisarUna(const Recordset &cambio, DelPlan clase, const FilaDelPlan &fila)
     {
         if (cambio.Afectadas() != 1)
-            Rechazar("El renglón " + SenaDeFila(clase, fila) + " de " + TablaDe(clase).nombre
+            qvx::Rechazar("El renglón " + SenaDeFila(clase, fila) + " de " + TablaDe(clase).nombre
                      + " no se pudo escribir. No se guardó nada.");
     }
 
@@ -210,10 +210,10 @@ FilasCambiadas RestaurarPlan(Conexion &conexion, const Firmante &firmante, const
                              const FilasDelPlan &despues, const QString &deDonde)
 {
     if (antes.tipoEquipo != despues.tipoEquipo)
-        Rechazar("No son renglones de un mismo plan.");
+        qvx::Rechazar("No son renglones de un mismo plan.");
     PlanTomado plan(conexion, firmante, antes.tipoEquipo);
     if (!(LeerFilas(conexion, plan.Tipo()) == antes))
-        Rechazar("El plan del tipo de equipo " + plan.Tipo()
+        qvx::Rechazar("El plan del tipo de equipo " + plan.Tipo()
                  + " cambió después de que se leyó para restaurarlo. No se guardó nada: ábralo de nuevo.");
     const FilasCambiadas escritas = Restauracion(plan, antes, despues).Escribir(despues);
     plan.Confirmar("Plan restaurado", deDonde);
