@@ -18,6 +18,7 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
@@ -278,7 +279,8 @@ void PrHistorial::teclas()
     };
     EnElDialogo(aceptar);
     pulsar(Arbol(), Qt::Key_Z);
-    QVERIFY2(dicho.contains("«Parte cambiada», Parte 0005") && dicho.contains("Cambia: 1 parte del"),
+    QVERIFY2(dicho.contains("«Parte cambiada», Parte 0005")
+                 && dicho.contains("Cambia el plan del tipo de equipo 0900."),
              qPrintable(dicho));
     QCOMPARE(Descripcion("0005") + Arbol().Item("N0005")->Text(), "MOTOR0005 - MOTOR");
     pulsar(Arbol(), Qt::Key_Z); // what others did is not mine
@@ -330,7 +332,7 @@ void PrHistorial::opciones()
     otraClave.show();
     auto &opcion = En<QRadioButton>(otraClave, "optOtraClave");
     QVERIFY(opcion.isVisible() && !En<QPushButton>(otraClave, "cmdAceptar").isEnabled());
-    QCOMPARE(En<QTreeView>(otraClave, "lvReparos").model()->rowCount(), 1);
+    QCOMPARE(En<QListWidget>(otraClave, "lvReparos").count(), 1);
     opcion.setChecked(true);
     QVERIFY(En<QLabel>(otraClave, "lblResumenDeDeshacer").text().contains("Parte 0007: ahora 0008"));
     QCOMPARE(escenario->Tablas(), antes);
@@ -339,7 +341,7 @@ void PrHistorial::opciones()
 
     DialogoDeshacer posteriores({historial::Peticion::Que::Deshacer, cambio, {}}, nullptr);
     posteriores.show();
-    QVERIFY(En<QTreeView>(posteriores, "lvReparos").isVisible());
+    QVERIFY(En<QListWidget>(posteriores, "lvReparos").isVisible());
     auto &tambien = En<QRadioButton>(posteriores, "optPosteriores");
     QVERIFY(tambien.isVisible());
     tambien.setChecked(true);
@@ -363,7 +365,7 @@ void PrHistorial::entretanto()
     En<QRadioButton>(posteriores, "optPosteriores").setChecked(true);
     escenario->Correr(deOtro.arg("DE OTRO"));
     En<QPushButton>(posteriores, "cmdAceptar").click();
-    QVERIFY(posteriores.isVisible() && En<QTreeView>(posteriores, "lvReparos").isVisible());
+    QVERIFY(posteriores.isVisible() && En<QListWidget>(posteriores, "lvReparos").isVisible());
     QCOMPARE(Descripcion("0005"), "DE OTRO");
 
     DialogoDeshacer todo({historial::Peticion::Que::DejarComoAntes, cambio, "0900"}, nullptr);

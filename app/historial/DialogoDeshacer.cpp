@@ -6,14 +6,13 @@
 #include "app/historial/CambioDeOperacion.h"
 #include "app/historial/TextosDeHistorial.h"
 #include "controls/Formulario.h"
-#include "controls/ModeloTabla.h"
-#include "controls/VistaTabla.h"
 #include "controls/colorQVX.h"
 #include "data/ErrorEjecucion.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -46,8 +45,7 @@ DialogoDeshacer::DialogoDeshacer(const historial::Peticion &peticion_, QWidget *
     , verbo(peticion.que == Que::Rehacer ? "Rehacer" : "Deshacer")
     , lblExplicacion(RotuloDeDeshacer("lblExplicacion"))
     , lblReparos(RotuloDeDeshacer("lblReparos"))
-    , reparos(new qvx::ModeloTabla({{"Qué lo impide"}}, 0, this))
-    , lvReparos(new qvx::VistaTabla("lvReparos", "Qué lo impide"))
+    , lvReparos(new QListWidget)
     , cboPlan(new QComboBox)
     , vista(new VistaComparacion)
     , lblResumen(RotuloDeDeshacer("lblResumenDeDeshacer"))
@@ -76,13 +74,15 @@ void DialogoDeshacer::Disponer()
     disposicion->setSpacing(8);
     disposicion->addWidget(lblExplicacion);
     disposicion->addWidget(lblReparos);
-    lvReparos->Poner(reparos, 0, -1);
-    lvReparos->setWordWrap(true);
-    disposicion->addWidget(lvReparos, 1);
     optPosteriores =
         Opcion(*disposicion, "optPosteriores", "Deshacer también las operaciones &posteriores que cambiaron lo mismo");
     optOtraClave = Opcion(*disposicion, "optOtraClave",
                           "Restaurar con &otra clave las partes y los servicios que perdieron la suya");
+    lvReparos->setObjectName("lvReparos");
+    lvReparos->setAccessibleName("Qué lo impide");
+    lvReparos->setWordWrap(true);
+    lvReparos->setAlternatingRowColors(true);
+    disposicion->addWidget(lvReparos, 1);
     cboPlan->setObjectName("cboPlanDeDeshacer");
     cboPlan->setAccessibleName("Plan");
     connect(cboPlan, &QComboBox::currentIndexChanged, this,
@@ -155,10 +155,8 @@ void DialogoDeshacer::Mostrar()
     lblReparos->setText(optPosteriores->isVisible() || optOtraClave->isVisible()
                             ? QString("Así no se puede: no se cambia nada mientras esto lo impida. Elija cómo seguir.")
                             : QString("No se puede, y no se cambia nada: esto lo impide."));
-    QList<QVariantList> filas;
-    for (const QString &reparo : historial::Reparos(deshecho))
-        filas.append({reparo});
-    reparos->Llenar(filas);
+    lvReparos->clear();
+    lvReparos->addItems(historial::Reparos(deshecho));
     for (QWidget *deReparos : {static_cast<QWidget *>(lblReparos), static_cast<QWidget *>(lvReparos)})
         deReparos->setVisible(!sePuede);
     vista->setVisible(sePuede);

@@ -6,16 +6,11 @@
 
 class QComboBox;
 class QLabel;
+class QListWidget;
 class QPushButton;
 class QRadioButton;
 class QVBoxLayout;
 class VistaComparacion;
-
-namespace qvx
-{
-class ModeloTabla;
-class VistaTabla;
-} // namespace qvx
 
 namespace historial
 {
@@ -62,8 +57,7 @@ private:
     QString verbo;
     QLabel *lblExplicacion;
     QLabel *lblReparos;
-    qvx::ModeloTabla *reparos;
-    qvx::VistaTabla *lvReparos;
+    QListWidget *lvReparos;
     QRadioButton *optPosteriores = nullptr;
     QRadioButton *optOtraClave = nullptr;
     QComboBox *cboPlan;

@@ -252,9 +252,8 @@ void PaginaHistorial::AlElegir()
                      : QString("Ninguna operación cumple con los filtros.");
     else if (!puede)
         motivo = "Su usuario puede mirar, no deshacer.";
-    else
-        motivo = "Qué cambió la operación " + QString::number(elegida->numero) + ":";
     lblDetalle->setText(motivo);
+    lblDetalle->setVisible(!motivo.isEmpty());
     detalle.start(EsperaDelDetalle);
 }
 

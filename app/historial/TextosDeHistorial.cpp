@@ -53,22 +53,10 @@ QString Nombre(const qvx::Operacion &operacion)
            + operacion.fecha;
 }
 
-QString Filas(int partes, int servicios, int lineas)
-{
-    QStringList cosas;
-    if (partes > 0)
-        cosas.append(Cuantos(partes, "parte", "partes"));
-    if (servicios > 0)
-        cosas.append(Cuantos(servicios, "servicio", "servicios"));
-    if (lineas > 0)
-        cosas.append(Cuantos(lineas, "renglón", "renglones"));
-    return cosas.isEmpty() ? QString("nada") : Enumerar(cosas);
-}
-
 QString Resumen(const qvx::Deshecho &deshecho)
 {
-    QString resumen = "Cambia: " + Filas(deshecho.partes, deshecho.servicios, deshecho.lineas)
-                      + (deshecho.tipos.size() == 1 ? " del tipo de equipo " : " de los tipos de equipo ")
+    QString resumen = (deshecho.tipos.size() == 1 ? "Cambia el plan del tipo de equipo "
+                                                  : "Cambian los planes de los tipos de equipo ")
                       + Enumerar(deshecho.tipos) + ".";
     if (deshecho.operaciones.size() > 1)
         resumen += " Se deshacen " + Cuantos(deshecho.operaciones.size(), "operación", "operaciones") + ": "

@@ -14,11 +14,9 @@ QString Quien(const qvx::Operacion &operacion);
 QString Estado(const qvx::Operacion &operacion);
 // "operación 12, «Parte eliminada», Parte 0007, de mlopez, el 2026-03-14 09:26:53".
 QString Nombre(const qvx::Operacion &operacion);
-// "2 partes, 1 servicio y 3 renglones", "nada".
-QString Filas(int partes, int servicios, int lineas);
 // "12, 14 y 15"; of many only the first.
 QString Lista(const QList<qint64> &operaciones);
-// What would be taken back, and where, as a sentence: "Cambian 2 partes del tipo de equipo 0900."
+// What would be taken back, and where, as a sentence: "Cambia el plan del tipo de equipo 0900."
 QString Resumen(const qvx::Deshecho &deshecho);
 // What stands in the way, a line each, and how many more there are.
 QStringList Reparos(const qvx::Deshecho &deshecho);
