@@ -17,7 +17,7 @@ namespace
 
 enum Periodo { Siempre, Hoy, SieteDias, TreintaDias, EntreFechas };
 
-constexpr int EsperaAlEscribir = 250; // milliseconds
+constexpr int EsperaDeFiltros = 250; // milliseconds
 constexpr int AnchoDeClave = 9;       // characters
 constexpr int AnchoDePlan = 24;
 
@@ -84,7 +84,7 @@ QLineEdit *FiltrosDeHistorial::Caja(const QString &nombre, const QString &titulo
     caja->setPlaceholderText(sugerencia);
     caja->setClearButtonEnabled(true);
     caja->setFixedWidth(caja->fontMetrics().averageCharWidth() * (AnchoDeClave + 8));
-    connect(caja, &QLineEdit::textChanged, this, [this] { espera.start(EsperaAlEscribir); });
+    connect(caja, &QLineEdit::textChanged, this, [this] { espera.start(EsperaDeFiltros); });
     return caja;
 }
 
@@ -96,7 +96,7 @@ QDateEdit *FiltrosDeHistorial::Fecha(const QString &nombre, const QString &titul
     fecha->setToolTip(titulo);
     fecha->setDisplayFormat("yyyy-MM-dd");
     fecha->setCalendarPopup(true);
-    connect(fecha, &QDateEdit::dateChanged, this, [this] { espera.start(EsperaAlEscribir); });
+    connect(fecha, &QDateEdit::dateChanged, this, [this] { espera.start(EsperaDeFiltros); });
     return fecha;
 }
 

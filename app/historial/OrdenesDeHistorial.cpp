@@ -10,6 +10,7 @@
 #include "app/historial/TextosDeHistorial.h"
 #include "data/Momento.h"
 #include "plan/Claves.h"
+#include "plan/Respaldo.h"
 #include "session/Sesion.h"
 
 #include <QDateTime>
@@ -126,6 +127,12 @@ int DarVuelta(qvx::Sesion &sesion, const Argumentos &argumentos)
 int Depurar(qvx::Sesion &sesion, const Argumentos &argumentos)
 {
     const QString antesDe = sesion.Ahora().date().addDays(-*argumentos.depurar).toString(Qt::ISODate);
+    if (!argumentos.servidor) {
+        const QString copia =
+            argumentos.baseDatos + ".antes-de-depurar-" + sesion.Ahora().toString("yyyy-MM-dd_HHmmss");
+        qvx::Respaldar(argumentos.baseDatos, copia);
+        Escribir(stdout, "Como estaba antes quedó en la copia «" + copia + "».");
+    }
     const int depuradas = qvx::DepurarHistoria(sesion.Conexion(), antesDe);
     Escribir(stdout, "Se borraron de la historia " + Cuantos(depuradas, "operación", "operaciones") + " de antes del "
                          + antesDe + ".");

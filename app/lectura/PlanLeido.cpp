@@ -16,7 +16,7 @@ namespace
 {
 
 // What the lines of a service add up to, by kind.
-struct Lineas {
+struct LineasDeServicio {
     double manoObra = 0;
     double refacciones = 0;
     double herramientas = 0;
@@ -38,9 +38,9 @@ void LeerTipo(qvx::Conexion &conexion, Plan &plan)
     plan.tipoActivo = estado != qvx::estado::Baja && estado != qvx::estado::Cancelado;
 }
 
-QHash<QString, Lineas> LeerLineas(qvx::Conexion &conexion, const QString &tipoEquipo)
+QHash<QString, LineasDeServicio> LeerLineas(qvx::Conexion &conexion, const QString &tipoEquipo)
 {
-    QHash<QString, Lineas> lineas;
+    QHash<QString, LineasDeServicio> lineas;
     for (auto filas =
              conexion.Execute("SELECT Tep_ID, Pm_ID, SUM(CASE WHEN Pmd_Tipo = '01' THEN Pmd_Importe ELSE 0 END), "
                               "SUM(CASE WHEN Pmd_Tipo = '02' THEN Pmd_Importe ELSE 0 END), "
@@ -96,7 +96,7 @@ private:
     QHash<QString, Vista> vistas;
 };
 
-void Costear(Servicio &servicio, const Lineas &lineas)
+void Costear(Servicio &servicio, const LineasDeServicio &lineas)
 {
     servicio.manoObra = lineas.manoObra;
     servicio.refacciones = lineas.refacciones;
@@ -135,7 +135,7 @@ Plan LeerPlan(qvx::Conexion &conexion, const QString &tipoEquipo)
     plan.tipoEquipo = SinBlancosAlFinal(tipoEquipo);
     LeerTipo(conexion, plan);
     plan.arbol = qvx::ArbolDelPlan(conexion, plan.tipoEquipo);
-    const QHash<QString, Lineas> lineas = LeerLineas(conexion, plan.tipoEquipo);
+    const QHash<QString, LineasDeServicio> lineas = LeerLineas(conexion, plan.tipoEquipo);
     PartesVistas partes(plan.arbol);
     for (auto filas = conexion.Execute(
              "SELECT s.Tep_ID, s.Pm_ID, s.Version AS Sello, s.Ts_Cve_Tipo_Servicio, t.Ts_Descripcion, s.Pm_Frecuencia, "

@@ -340,8 +340,8 @@ QList<Obstaculo> EnUnPlan::Sueltas() const
         for (auto filas = conexion.Execute(sentencia, suyos); !filas.Eof(); filas.MoveNext()) {
             const QString clave = SinBlancosAlFinal(filas.Texto(0));
             const Obstaculo reparo{clase, clave, false,
-                                Nombre(clase, clave) + " del tipo de equipo " + tipo + " "
-                                    + texto.arg(SinBlancosAlFinal(filas.Texto(1)))};
+                                   Nombre(clase, clave) + " del tipo de equipo " + tipo + " "
+                                       + texto.arg(SinBlancosAlFinal(filas.Texto(1)))};
             if (!reparos.contains(reparo))
                 reparos.append(reparo);
         }
@@ -459,7 +459,7 @@ QList<qint64> DeEstePlan(Conexion &conexion, const Peticion &peticion)
 // One attempt, in a transaction of its own, which stays only when it is no rehearsal and nothing is in the way. What is
 // in the way, by plan.
 QList<QPair<QString, QList<Obstaculo>>> Intentar(Conexion &conexion, const Firmante &firmante, const Peticion &peticion,
-                                              bool ensayo, Deshecho &deshecho)
+                                                 bool ensayo, Deshecho &deshecho)
 {
     Transaccion transaccion(conexion);
     const QStringList tipos = Tomar(conexion, peticion.operaciones, peticion.soloTipo);
@@ -549,9 +549,9 @@ void RevisarQueEstan(Conexion &conexion, const QList<qint64> &operaciones)
         // Together with what took it back it is taken back to what was before.
         if (const qint64 por = halladas.constFirst().deshechaPor; por != 0 && !operaciones.contains(por))
             qvx::Rechazar(QString("La operación %1 ya está deshecha por la operación %2.")
-                         .arg(numero)
-                         .arg(halladas.constFirst().deshechaPor)
-                     + NadaCambio);
+                              .arg(numero)
+                              .arg(halladas.constFirst().deshechaPor)
+                          + NadaCambio);
     }
 }
 
@@ -597,7 +597,7 @@ Deshecho Rehacer(Conexion &conexion, const Firmante &firmante_, qint64 operacion
     filtro.numero = operacion;
     if (LeerOperaciones(conexion, filtro).constFirst().deshace.isEmpty())
         qvx::Rechazar(QString("La operación %1 no deshizo ninguna otra: no hay nada que rehacer.").arg(operacion)
-                 + NadaCambio);
+                      + NadaCambio);
     Deshecho deshecho;
     const auto reparos = Intentar(conexion, firmante, {{operacion}, {}, ClaseRehacer, false}, ensayo, deshecho);
     return Resultado(deshecho, reparos);
@@ -616,8 +616,8 @@ Deshecho DejarComoAntesDe(Conexion &conexion, const Firmante &firmante_, const Q
         operaciones.append(filas.Valor(0).toLongLong());
     if (operaciones.isEmpty() || operaciones.constLast() != operacion)
         qvx::Rechazar(QString("La operación %1 no cambió el plan del tipo de equipo %2, o su historia fue depurada.")
-                     .arg(QString::number(operacion), tipo)
-                 + NadaCambio);
+                          .arg(QString::number(operacion), tipo)
+                      + NadaCambio);
     Deshecho deshecho;
     const auto reparos = Intentar(conexion, firmante, {operaciones, tipo, ClaseDeshacer, false}, ensayo, deshecho);
     return Resultado(deshecho, reparos);

@@ -241,7 +241,8 @@ FilasDelPlan PlanAntesDe(Conexion &conexion, const QString &tipoEquipo, qint64 o
     const Momento momento(conexion);
     const auto primera = conexion.Execute("SELECT min(Op_ID) AS Primera FROM Operacion", {});
     if (primera.Valor(0).isNull() || operacion < primera.Valor(0).toLongLong())
-        qvx::Rechazar(QString("La historia no llega hasta la operación %1: fue depurada o nunca existió.").arg(operacion));
+        qvx::Rechazar(
+            QString("La historia no llega hasta la operación %1: fue depurada o nunca existió.").arg(operacion));
     FilasDelPlan plan = LeerFilas(conexion, tipoEquipo);
     for (const DelPlan clase : TodoElPlan) {
         QHash<QString, FilaDelPlan> porClave;

@@ -174,7 +174,7 @@ private:
     {
         if (cambio.Afectadas() != 1)
             qvx::Rechazar("El renglón " + SenaDeFila(clase, fila) + " de " + TablaDe(clase).nombre
-                     + " no se pudo escribir. No se guardó nada.");
+                          + " no se pudo escribir. No se guardó nada.");
     }
 
     void AnotarParte(const FilaDelPlan &fila) const
@@ -214,7 +214,7 @@ FilasCambiadas RestaurarPlan(Conexion &conexion, const Firmante &firmante, const
     PlanTomado plan(conexion, firmante, antes.tipoEquipo);
     if (!(LeerFilas(conexion, plan.Tipo()) == antes))
         qvx::Rechazar("El plan del tipo de equipo " + plan.Tipo()
-                 + " cambió después de que se leyó para restaurarlo. No se guardó nada: ábralo de nuevo.");
+                      + " cambió después de que se leyó para restaurarlo. No se guardó nada: ábralo de nuevo.");
     const FilasCambiadas escritas = Restauracion(plan, antes, despues).Escribir(despues);
     plan.Confirmar("Plan restaurado", deDonde);
     return escritas;
