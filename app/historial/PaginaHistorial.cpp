@@ -56,7 +56,7 @@ PaginaHistorial::PaginaHistorial(QWidget *padre)
     , lvOperaciones(new qvx::VistaTabla("lvOperaciones", "Operaciones"))
     , cboPlan(new QComboBox)
     , lblDetalle(new QLabel)
-    , cmdVerDetalle(new QPushButton("&Ver lo que cambió"))
+    , cmdVerDetalle(new QPushButton("Ver &lo que cambió"))
     , vista(new VistaComparacion)
     , lblTamano(new QLabel)
 {
@@ -145,8 +145,8 @@ QPushButton *PaginaHistorial::Boton(const QString &nombre, const QString &texto,
 
 QWidget *PaginaHistorial::Acciones()
 {
-    cmdDeshacer = Boton("cmdDeshacerOperacion", "&Deshacer esta operación…", &PaginaHistorial::Deshacer);
-    cmdDejar = Boton("cmdDejarComoAntes", "Dejar el plan como estaba &antes…", &PaginaHistorial::DejarComoAntes);
+    cmdDeshacer = Boton("cmdDeshacerOperacion", "Deshacer esta &operación…", &PaginaHistorial::Deshacer);
+    cmdDejar = Boton("cmdDejarComoAntes", "Dejar el &plan como estaba antes…", &PaginaHistorial::DejarComoAntes);
     lblTamano->setObjectName("lblTamanoDeHistoria");
     auto *acciones = new QWidget;
     auto *fila = new QHBoxLayout(acciones);
@@ -239,7 +239,7 @@ void PaginaHistorial::AlElegir()
 {
     const qvx::Operacion *elegida = Elegida();
     const bool rehacer = elegida && elegida->clase == qvx::ClaseDeshacer && !elegida->deshace.isEmpty();
-    cmdDeshacer->setText(rehacer ? "&Rehacer lo que deshizo…" : "&Deshacer esta operación…");
+    cmdDeshacer->setText(rehacer ? "&Rehacer lo que deshizo…" : "Deshacer esta &operación…");
     cmdDeshacer->setEnabled(puede && elegida && elegida->deshechaPor == 0);
     cmdDejar->setEnabled(puede && !PlanPorDejar().isEmpty());
     cmdDejar->setToolTip(elegida && PlanPorDejar().isEmpty()
