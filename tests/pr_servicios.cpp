@@ -168,7 +168,7 @@ void PrServicios::lecturas()
     const lectura::Plan plan = Leer();
     QStringList sentencias = escenario->Traza(true);
     sentencias.removeIf([](const QString &renglon) { return !renglon.contains("SELECT"); });
-    QCOMPARE(sentencias.size(), 4);
+    QCOMPARE(sentencias.size(), 6);
     const QStringList situaciones{"Activo", "Servicio de baja", "Parte de baja", "Fuera del árbol", "Sin parte"};
     QStringList vistos;
     for (const auto &servicio : plan.servicios)

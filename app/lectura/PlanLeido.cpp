@@ -54,6 +54,15 @@ QHash<QString, LineasDeServicio> LeerLineas(qvx::Conexion &conexion, const QStri
     return lineas;
 }
 
+// The descriptions of a catalogue by key: joined to twenty thousand rows, each would be a text of its own.
+QHash<QString, QString> LeerNombres(qvx::Conexion &conexion, const QString &sql)
+{
+    QHash<QString, QString> nombres;
+    for (auto filas = conexion.Execute(sql, {}); !filas.Eof(); filas.MoveNext())
+        nombres.insert(SinBlancosAlFinal(filas.Texto(0)), filas.Texto(1));
+    return nombres;
+}
+
 Situacion SituacionDe(const qvx::Parte *parte, const QString &estado)
 {
     if (!parte)
@@ -112,17 +121,15 @@ Servicio Leer(const qvx::Recordset &fila, const QString &tipoEquipo)
     Servicio servicio;
     servicio.leido = {tipoEquipo, SinBlancosAlFinal(fila.Texto(0)), SinBlancosAlFinal(fila.Texto(1)), fila.Texto(2)};
     servicio.tipoServicio = SinBlancosAlFinal(fila.Texto(3));
-    servicio.nombreServicio = fila.Texto(4);
-    servicio.dias = fila.Numero(5);
-    servicio.lectura = fila.Numero(6);
-    servicio.unidad = SinBlancosAlFinal(fila.Texto(7));
-    servicio.horas = fila.Numero(8);
-    servicio.conParo = SinBlancosAlFinal(fila.Texto(9)) == "SI";
-    servicio.horasParo = fila.Numero(10);
-    servicio.prioridad = SinBlancosAlFinal(fila.Texto(11));
-    servicio.nombrePrioridad = fila.Texto(12);
-    servicio.precio = fila.Numero(13);
-    servicio.estado = SinBlancosAlFinal(fila.Texto(14));
+    servicio.dias = fila.Numero(4);
+    servicio.lectura = fila.Numero(5);
+    servicio.unidad = SinBlancosAlFinal(fila.Texto(6));
+    servicio.horas = fila.Numero(7);
+    servicio.conParo = SinBlancosAlFinal(fila.Texto(8)) == "SI";
+    servicio.horasParo = fila.Numero(9);
+    servicio.prioridad = SinBlancosAlFinal(fila.Texto(10));
+    servicio.precio = fila.Numero(11);
+    servicio.estado = SinBlancosAlFinal(fila.Texto(12));
     return servicio;
 }
 
@@ -136,17 +143,20 @@ Plan LeerPlan(qvx::Conexion &conexion, const QString &tipoEquipo)
     LeerTipo(conexion, plan);
     plan.arbol = qvx::ArbolDelPlan(conexion, plan.tipoEquipo);
     const QHash<QString, LineasDeServicio> lineas = LeerLineas(conexion, plan.tipoEquipo);
+    const auto nombres =
+        LeerNombres(conexion, "SELECT Ts_Cve_Tipo_Servicio, Ts_Descripcion AS Nombre FROM Tipo_Servicio");
+    const auto prioridades =
+        LeerNombres(conexion, "SELECT Ps_Cve_Prioridad, Ps_Descripcion AS Nombre FROM Prioridad_Servicio");
     PartesVistas partes(plan.arbol);
     for (auto filas = conexion.Execute(
-             "SELECT s.Tep_ID, s.Pm_ID, s.Version AS Sello, s.Ts_Cve_Tipo_Servicio, t.Ts_Descripcion, s.Pm_Frecuencia, "
-             "s.Pm_Lectura, s.Pm_Unidad_Lectura, s.Pm_Tiempo_Estimado, s.Pm_Requiere_Paro, s.Pm_Tiempo_Paro, "
-             "s.Pm_Prioridad, p.Ps_Descripcion, s.Pm_Precio, s.Es_Cve_Estado FROM Plan_Mantenimiento s "
-             "LEFT JOIN Tipo_Servicio t ON t.Ts_Cve_Tipo_Servicio = s.Ts_Cve_Tipo_Servicio "
-             "LEFT JOIN Prioridad_Servicio p ON p.Ps_Cve_Prioridad = s.Pm_Prioridad "
-             "WHERE s.Te_Cve_Tipo_Equipo = ? ORDER BY s.Pm_ID",
+             "SELECT Tep_ID, Pm_ID, Version AS Sello, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, Pm_Lectura, "
+             "Pm_Unidad_Lectura, Pm_Tiempo_Estimado, Pm_Requiere_Paro, Pm_Tiempo_Paro, Pm_Prioridad, Pm_Precio, "
+             "Es_Cve_Estado FROM Plan_Mantenimiento WHERE Te_Cve_Tipo_Equipo = ? ORDER BY Pm_ID",
              {plan.tipoEquipo});
          !filas.Eof(); filas.MoveNext()) {
         Servicio servicio = Leer(filas, plan.tipoEquipo);
+        servicio.nombreServicio = nombres.value(servicio.tipoServicio);
+        servicio.nombrePrioridad = prioridades.value(servicio.prioridad);
         const QString &parte = servicio.leido.parte;
         const PartesVistas::Vista vista = partes.De(parte);
         servicio.ruta = vista.ruta;

@@ -48,7 +48,7 @@ struct Plan {
     QList<Servicio> servicios; // all of them, by folio
 };
 
-// The plan of an equipment type, in four statements of one moment. Lines are read as what they add up to: nobody looks
+// The plan of an equipment type, in six statements of one moment. Lines are read as what they add up to: nobody looks
 // at a hundred thousand of them. What is read counts for no screen as read. Raises data errors.
 Plan LeerPlan(qvx::Conexion &conexion, const QString &tipoEquipo);
 
