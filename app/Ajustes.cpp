@@ -59,6 +59,18 @@ void ReponerColumnas(const QString &lista, qvx::VistaTabla &vista)
     vista.Disponer(Abrir().value(ClaveDeLista(lista)).toByteArray());
 }
 
+Columnas::Columnas(QString lista_, QTreeView &vista)
+    : lista(std::move(lista_)), disposicion(new qvx::DisposicionDeColumnas(vista))
+{
+    disposicion->Reponer(Abrir().value(ClaveDeLista(lista)).toByteArray());
+}
+
+Columnas::~Columnas()
+{
+    if (disposicion->Tocada())
+        Abrir().setValue(ClaveDeLista(lista), disposicion->Bytes());
+}
+
 QStringList Recientes()
 {
     return Abrir().value(Bases).toStringList();

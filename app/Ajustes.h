@@ -1,8 +1,11 @@
 #pragma once
 
+#include "controls/DisposicionDeColumnas.h"
+
 #include <QSettings>
 #include <QStringList>
 
+class QTreeView;
 class QWidget;
 
 namespace qvx
@@ -25,6 +28,21 @@ void ReponerVentana(QWidget &ventana, const QSize &predeterminado);
 // Of a list how the person laid its columns out.
 void RecordarColumnas(const QString &lista, const qvx::VistaTabla &vista);
 void ReponerColumnas(const QString &lista, qvx::VistaTabla &vista);
+// Of any other list: put back when it has its columns, remembered when this goes, which must be before the list does.
+class Columnas
+{
+public:
+    Columnas(QString lista, QTreeView &vista);
+    ~Columnas();
+    Columnas(const Columnas &) = delete;
+    Columnas &operator=(const Columnas &) = delete;
+    // The person's own: nothing else fits them.
+    bool Propias() const { return disposicion->Tocada(); }
+
+private:
+    QString lista;
+    qvx::DisposicionDeColumnas *disposicion; // the view's
+};
 
 // The databases that were open, files and addresses of servers, the last one first.
 QStringList Recientes();

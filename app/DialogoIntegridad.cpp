@@ -54,6 +54,7 @@ DialogoIntegridad::DialogoIntegridad(QWidget *duena) : QDialog(duena), ui(std::m
     connect(ui->cmdCorregir, &QPushButton::clicked, this,
             [this] { ConTrampa(*this, 1000004, [this] { Corregir(); }); });
     connect(ui->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
+    columnas.emplace("integridad", *ui->lvSueltos);
     Buscar();
 }
 
@@ -74,7 +75,7 @@ void DialogoIntegridad::Buscar()
             renglones.constLast()->setFlags(Qt::ItemIsEnabled);
     }
     ui->lvSueltos->addTopLevelItems(renglones);
-    for (int columna = 0; columna < ColumnaDestino; ++columna)
+    for (int columna = 0; columna < ColumnaDestino && !columnas->Propias(); ++columna)
         ui->lvSueltos->resizeColumnToContents(columna);
     ui->lblAviso->setText(filas.isEmpty() ? "No se encontró nada que corregir."
                                           : "Se encontraron: " + Cuantos(filas.size(), "renglón.", "renglones."));

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "app/Ajustes.h"
 #include "plan/Integridad.h"
 
 #include <QDialog>
 #include <memory>
+#include <optional>
 
 namespace Ui
 {
@@ -37,4 +39,5 @@ private:
     QList<qvx::Correccion> filas; // as the list shows them
     QString tipoOfrecido;         // whose parts cboParte holds
     bool huboCambios = false;
+    std::optional<ajustes::Columnas> columnas; // goes before its list
 };

@@ -49,7 +49,9 @@ DialogoCostos::DialogoCostos(const QString &tipoEquipo, QWidget *duena)
     puede = qvx::LeerDerechos(Base()).planes;
     ui->selPlanes->Ofrecer(tipoEquipo);
     Leer();
-    AjustarColumnas(*ui->lvCostos);
+    columnas.emplace("costos", *ui->lvCostos);
+    if (!columnas->Propias())
+        AjustarColumnas(*ui->lvCostos);
     ui->lvCostos->setFocus();
     resize(qvx::Formulario::Cabida(*this, TamanoDeCostos));
 }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "app/Ajustes.h"
+
 #include <QDialog>
 #include <memory>
+#include <optional>
 
 class FiltroDeLista;
 class ModeloCostos;
@@ -41,4 +44,5 @@ private:
     FiltroDeLista *lista;
     bool puede = false; // whoever is signed in may change plans
     bool huboCambios = false;
+    std::optional<ajustes::Columnas> columnas; // goes before its list
 };

@@ -45,7 +45,9 @@ DialogoGastos::DialogoGastos(const QString &tipoEquipo, QWidget *duena)
     puede = qvx::LeerDerechos(Base()).planes;
     ui->selPlanes->Ofrecer(tipoEquipo);
     Leer();
-    AjustarColumnas(*ui->lvGastos);
+    columnas.emplace("gastos", *ui->lvGastos);
+    if (!columnas->Propias())
+        AjustarColumnas(*ui->lvGastos);
     ui->lvGastos->setFocus();
     resize(qvx::Formulario::Cabida(*this, TamanoDeGastos));
 }

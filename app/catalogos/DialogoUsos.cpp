@@ -1,5 +1,6 @@
 #include "app/catalogos/DialogoUsos.h"
 
+#include "app/Ajustes.h"
 #include "app/Trampas.h"
 #include "app/catalogos/Nombres.h"
 #include "controls/Formulario.h"
@@ -25,6 +26,7 @@ const QList<qvx::ColumnaDeTabla> ColumnasDeUso{
     {"Tipo de equipo"}, {"Parte"}, {"Folio"}, {"Servicio"}, {"Cómo"}, {"Cantidad", qvx::ColumnaDeTabla::Clase::Numero},
     {"Unidad"},         {"Estado"}};
 constexpr int ColumnaParte = 1;
+constexpr auto ListaDeUsos = "usos";
 
 QString Como(const Uso &uso)
 {
@@ -104,6 +106,11 @@ DialogoUsos::DialogoUsos(QWidget *duena, const qvx::TablaDeCatalogo &tabla_, con
     Disponer();
 }
 
+DialogoUsos::~DialogoUsos()
+{
+    ajustes::RecordarColumnas(ListaDeUsos, *lvUsos);
+}
+
 void DialogoUsos::Disponer()
 {
     lblExplicacion->setObjectName("lblExplicacion");
@@ -111,6 +118,7 @@ void DialogoUsos::Disponer()
     lblExplicacion->setTextFormat(Qt::PlainText);
     lvUsos->setTextElideMode(Qt::ElideMiddle); // a path says most at its ends
     lvUsos->Poner(modelo, ColumnaParte, -1);
+    ajustes::ReponerColumnas(ListaDeUsos, *lvUsos);
     QPushButton *cerrar = botones->addButton("&Cerrar", QDialogButtonBox::RejectRole);
     cerrar->setObjectName("cmdCerrar");
     connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -31,6 +31,8 @@ public:
     static bool Reemplazar(QWidget *duena, const qvx::TablaDeCatalogo &tabla, const qvx::RegistroDeCatalogo &registro,
                            const qvx::RegistroDeCatalogo &nuevo);
 
+    ~DialogoUsos() override;
+
 private:
     DialogoUsos(QWidget *duena, const qvx::TablaDeCatalogo &tabla, const qvx::RegistroDeCatalogo &registro);
     void Disponer();

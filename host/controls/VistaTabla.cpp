@@ -2,10 +2,7 @@
 
 #include "controls/ModeloTabla.h"
 
-#include <QApplication>
-#include <QDataStream>
 #include <QHeaderView>
-#include <QIODevice>
 
 namespace qvx
 {
@@ -17,7 +14,8 @@ constexpr int AnchoMenor = 200; // of the column that takes the room
 
 } // namespace
 
-VistaTabla::VistaTabla(const QString &nombre, const QString &titulo, QWidget *padre) : QTreeView(padre)
+VistaTabla::VistaTabla(const QString &nombre, const QString &titulo, QWidget *padre)
+    : QTreeView(padre), disposicion(new DisposicionDeColumnas(*this))
 {
     setObjectName(nombre);
     setAccessibleName(titulo);
@@ -28,34 +26,12 @@ VistaTabla::VistaTabla(const QString &nombre, const QString &titulo, QWidget *pa
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(true);
     header()->setFirstSectionMovable(true);
-    connect(header(), &QHeaderView::sectionClicked, this, [this] { dispuesta = true; });
-    connect(header(), &QHeaderView::sectionMoved, this, &VistaTabla::AlTocarTitulos);
-    connect(header(), &QHeaderView::sectionResized, this, &VistaTabla::AlTocarTitulos);
 }
 
-// The toolkit tells of its own changes too: a person holds the button.
-void VistaTabla::AlTocarTitulos()
-{
-    if (QApplication::mouseButtons() & Qt::LeftButton && isVisible())
-        dispuesta = true;
-}
-
-QByteArray VistaTabla::Disposicion() const
-{
-    QByteArray bytes;
-    QDataStream(&bytes, QIODevice::WriteOnly) << header()->count() << header()->saveState();
-    return bytes;
-}
-
-// The toolkit would take the state of other columns as it comes.
 bool VistaTabla::Disponer(const QByteArray &bytes)
 {
-    int columnas = 0;
-    QByteArray estado;
-    QDataStream(bytes) >> columnas >> estado;
-    if (estado.isEmpty() || columnas != header()->count() || !header()->restoreState(estado))
+    if (!disposicion->Reponer(bytes))
         return false;
-    dispuesta = true;
     sortByColumn(header()->sortIndicatorSection(), header()->sortIndicatorOrder());
     return true;
 }
@@ -63,7 +39,7 @@ bool VistaTabla::Disponer(const QByteArray &bytes)
 void VistaTabla::Poner(ModeloTabla *modelo, int estirada_, int orden)
 {
     estirada = estirada_;
-    dispuesta = false;
+    disposicion->Olvidar();
     setModel(modelo);
     header()->setSortIndicator(orden, Qt::AscendingOrder);
     setSortingEnabled(true);
@@ -73,7 +49,7 @@ void VistaTabla::Poner(ModeloTabla *modelo, int estirada_, int orden)
 
 void VistaTabla::AjustarColumnas()
 {
-    if (!model() || dispuesta) // shown before it is filled
+    if (!model() || Dispuesta()) // shown before it is filled
         return;
     int otras = 0;
     for (int columna = 0; columna < header()->count(); ++columna) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/DisposicionDeColumnas.h"
+
 #include <QTreeView>
 
 namespace qvx
@@ -23,18 +25,16 @@ public:
     void AjustarColumnas();
     // Whether he has: widths, order or sorting; and to what, for another time. False for what does not fit these
     // columns.
-    bool Dispuesta() const { return dispuesta; }
-    QByteArray Disposicion() const;
+    bool Dispuesta() const { return disposicion->Tocada(); }
+    QByteArray Disposicion() const { return disposicion->Bytes(); }
     bool Disponer(const QByteArray &disposicion);
 
 protected:
     void showEvent(QShowEvent *evento) override;
 
 private:
-    void AlTocarTitulos();
-
+    DisposicionDeColumnas *disposicion;
     int estirada = 0;
-    bool dispuesta = false;
 };
 
 } // namespace qvx
