@@ -6,6 +6,7 @@
 #include "app/VentanaDelManual.h"
 #include "app/VentanaPrincipal.h"
 #include "app/VentanaSinBase.h"
+#include "app/buscar/DialogoBuscar.h"
 #include "controls/VistaTabla.h"
 #include "plan/Guion.h"
 #include "support/PruebaPantalla.h"
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void ocupada();
     void memoria();
     void otraBase();
+    void perdida();
     void manual();
 
 private:
@@ -290,6 +292,42 @@ void PrEscritorio::otraBase()
     QFile guardado(QSettings("quorvex", "quorvex").fileName());
     QVERIFY(guardado.open(QIODevice::ReadOnly));
     QVERIFY(!guardado.readAll().contains("password"));
+}
+
+// What cannot be read anew stays, and says so; a search that fails does not say that nothing was found.
+void PrEscritorio::perdida()
+{
+    VentanaPrincipal principal(pantalla, "", "mlopez", "prueba");
+    principal.show();
+    QVERIFY(QTest::qWaitForWindowActive(&principal));
+    const QList<QPair<const char *, const char *>> paginas{{"mnuPaginaTipos", "lblAvisoDeTipos"},
+                                                           {"mnuPagina2", "lblAvisoDelCatalogo"}};
+    for (const auto &[orden, nombre] : paginas)
+        Pagina(principal, orden);
+    const auto filas = [&](const char *lista) { return En<qvx::VistaTabla>(principal, lista).model()->rowCount(); };
+    const int tipos = filas("lvTipos");
+    QVERIFY(tipos > 3 && filas("lvRegistros") > 3);
+    escenario->Correr("ALTER TABLE Tipo_Equipo RENAME TO Perdida");
+    for (const auto &[orden, nombre] : paginas) {
+        Pagina(principal, orden);
+        QVERIFY(En<QLabel>(principal, nombre).isVisible());
+        QVERIFY(En<QLabel>(principal, nombre).text().startsWith("NO ES ACTUAL: esto se leyó a las "));
+    }
+    QCOMPARE(filas("lvTipos"), tipos);
+    QVERIFY(filas("lvRegistros") > 3);
+    Mensajes(); // were told
+    DialogoBuscar dialogo({}, &principal);
+    dialogo.show();
+    En<QLineEdit>(dialogo, "txtBuscar").setText("bomba");
+    QTRY_VERIFY(En<QLabel>(dialogo, "lblCuenta").text().startsWith("No se pudo buscar"));
+    QCOMPARE(Mensajes().size(), 1);
+    escenario->Correr("ALTER TABLE Perdida RENAME TO Tipo_Equipo");
+    for (const auto &[orden, nombre] : paginas) {
+        Pagina(principal, orden);
+        QVERIFY(!En<QLabel>(principal, nombre).isVisible());
+    }
+    QTest::keyClick(&En<QLineEdit>(dialogo, "txtBuscar"), Qt::Key_Return);
+    QTRY_VERIFY(En<QLabel>(dialogo, "lblCuenta").text().endsWith("hallazgos."));
 }
 
 // Its chapters are the pages', all keys of the menus are in it, and nothing leads out of it.

@@ -48,6 +48,8 @@ DialogoBuscar::DialogoBuscar(const QString &tipoEquipo_, QWidget *duena)
     if (!tipoEquipo.isEmpty())
         ui->cboDonde->addItem("En el plan " + tipoEquipo, tipoEquipo);
     ui->cboDonde->addItem("En todos los planes", QString());
+    ui->lvHallazgos->header()->setStretchLastSection(false);
+    columnas.emplace("hallazgos", *ui->lvHallazgos);
     escritura.setSingleShot(true);
     escritura.setInterval(EsperaAlEscribir);
     despues.setSingleShot(true);
@@ -85,21 +87,26 @@ void DialogoBuscar::Buscar()
     hallados.clear();
     grupos.clear();
     recortado = false;
+    fallida = true; // until it is done
     ui->lvHallazgos->clear();
     const qvx::PalabrasBuscadas palabras(ui->txtBuscar->text());
-    ConTrampa(*this, 1000070,
-              [&] { Mostrar(qvx::Busqueda(Base(), palabras, TipoBuscado(), MaximoPorClase).Partes()); });
+    ConTrampa(*this, 1000070, [&] {
+        Mostrar(qvx::Busqueda(Base(), palabras, TipoBuscado(), MaximoPorClase).Partes());
+        fallida = false;
+    });
     Contar(!palabras.Vacias());
-    if (!palabras.Vacias())
+    if (!palabras.Vacias() && !fallida)
         despues.start(0);
 }
 
 void DialogoBuscar::BuscarLoDemas()
 {
     qvx::Busqueda busqueda(Base(), qvx::PalabrasBuscadas(ui->txtBuscar->text()), TipoBuscado(), MaximoPorClase);
+    fallida = true;
     ConTrampa(*this, 1000071, [&] {
         Mostrar(busqueda.Servicios());
         Mostrar(busqueda.Productos());
+        fallida = false;
     });
     Contar(false);
 }
@@ -139,8 +146,9 @@ void DialogoBuscar::Mostrar(const QList<Hallazgo> &hallazgos)
     }
     if (!ui->lvHallazgos->currentItem() && !hallados.isEmpty())
         ui->lvHallazgos->setCurrentItem(ui->lvHallazgos->topLevelItem(0)->child(0));
+    if (columnas->Propias())
+        return;
     QHeaderView *titulos = ui->lvHallazgos->header();
-    titulos->setStretchLastSection(false);
     int otras = 0;
     for (const int columna : {DeClase, DeFolio, DeTexto, DeEstado}) {
         ui->lvHallazgos->resizeColumnToContents(columna);
@@ -157,7 +165,9 @@ void DialogoBuscar::Contar(bool faltan)
 {
     const auto cuantos = QLocale().toString(hallados.size());
     QString texto = hallados.size() == 1 ? QString("1 hallazgo.") : cuantos + " hallazgos.";
-    if (faltan)
+    if (fallida)
+        texto = "No se pudo buscar en todo: lo que falta no se sabe. Pulse Entrar para buscar de nuevo.";
+    else if (faltan)
         texto = "Buscando… " + texto;
     else if (ui->txtBuscar->text().trimmed().isEmpty())
         texto = "Escriba lo que busca; no importan los acentos ni las mayúsculas.";
@@ -166,12 +176,13 @@ void DialogoBuscar::Contar(bool faltan)
     else if (hallados.isEmpty())
         texto = "Nada tiene todas esas palabras. Quite alguna, o busque en todos los planes.";
     ui->lblCuenta->setText(texto);
-    ui->cmdVer->setEnabled(ui->lvHallazgos->currentItem() && ui->lvHallazgos->currentItem()->parent());
+    const QTreeWidgetItem *actual = ui->lvHallazgos->currentItem();
+    ui->cmdVer->setEnabled(fallida || (actual && actual->parent())); // Enter is the button's
 }
 
 void DialogoBuscar::Elegir()
 {
-    if (escritura.isActive()) // what is shown is of fewer letters than were typed
+    if (escritura.isActive() || fallida) // what is shown is of fewer letters than were typed, or not all of it
         return Buscar();
     const QTreeWidgetItem *fila = ui->lvHallazgos->currentItem();
     if (!fila || !fila->parent())

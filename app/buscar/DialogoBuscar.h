@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Ajustes.h"
 #include "plan/Busqueda.h"
 
 #include <QDialog>
@@ -47,5 +48,7 @@ private:
     QTimer escritura;                         // one search for what is typed in a row
     QTimer despues;                           // the slower searches, once the parts are shown
     bool recortado = false;
+    bool fallida = false; // what is shown is not all that there is, and nobody knows what is missing
     std::optional<qvx::Hallazgo> elegido;
+    std::optional<ajustes::Columnas> columnas; // goes before its list
 };

@@ -1,6 +1,7 @@
 #include "app/tipos/PaginaTipos.h"
 
 #include "app/Ajustes.h"
+#include "app/AvisoDeLectura.h"
 #include "app/Textos.h"
 #include "app/Trampas.h"
 #include "app/catalogos/Nombres.h"
@@ -82,6 +83,7 @@ PaginaTipos::PaginaTipos(bool deUnaVez, QWidget *padre)
     , txtFiltro(new QLineEdit)
     , lvTipos(new qvx::VistaTabla("lvTipos", "Tipos de equipo"))
     , modelo(new qvx::ModeloTabla(ColumnasDeTipos(), 0, this))
+    , lblAviso(new AvisoDeLectura("lblAvisoDeTipos"))
     , lblCuenta(new QLabel)
     , lblCifras(new QLabel)
     , cmdAbrir(new QPushButton("Abrir el &plan"))
@@ -94,11 +96,12 @@ PaginaTipos::PaginaTipos(bool deUnaVez, QWidget *padre)
     connect(lvTipos, &qvx::VistaTabla::doubleClicked, this, &PaginaTipos::Abrir);
     connect(lvTipos->selectionModel(), &QItemSelectionModel::currentChanged, this, &PaginaTipos::PonerEstado);
     cuenta.setSingleShot(true);
-    connect(&cuenta, &QTimer::timeout, this, [this] { ConTrampa(*this, 1000061, [this] { Contar(); }); });
+    connect(&cuenta, &QTimer::timeout, this, [this] { lblAviso->Intentar(1000061, [this] { Contar(); }); });
     auto *disposicion = new QVBoxLayout(this);
     disposicion->setContentsMargins(12, 12, 12, 8);
     disposicion->setSpacing(10);
     disposicion->addWidget(Busqueda());
+    disposicion->addWidget(lblAviso);
     disposicion->addWidget(lvTipos, 1);
     auto *pie = new QHBoxLayout;
     cmdAbrir->setObjectName("cmdAbrirPlan");
@@ -143,12 +146,12 @@ QWidget *PaginaTipos::Busqueda()
 void PaginaTipos::showEvent(QShowEvent *evento)
 {
     QWidget::showEvent(evento);
-    ConTrampa(*this, 1000062, [this] { Leer(false); });
+    lblAviso->Intentar(1000062, [this] { Leer(false); });
 }
 
 void PaginaTipos::Actualizar()
 {
-    ConTrampa(*this, 1000062, [this] { Leer(true); });
+    lblAviso->Intentar(1000062, [this] { Leer(true); });
 }
 
 void PaginaTipos::Leer(bool todo)

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <QWidget>
 
+class AvisoDeLectura;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -52,6 +53,7 @@ private:
     QLineEdit *txtFiltro;
     qvx::VistaTabla *lvTipos;
     qvx::ModeloTabla *modelo;
+    AvisoDeLectura *lblAviso;
     QLabel *lblCuenta;
     QLabel *lblCifras;
     QPushButton *cmdAbrir;
