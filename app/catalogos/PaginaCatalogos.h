@@ -5,9 +5,9 @@
 #include <QWidget>
 #include <functional>
 
+class AvisoDeLectura;
 class QAction;
 class QComboBox;
-class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -49,11 +49,6 @@ private:
     QWidget *Busqueda();
     void PonerLista();
     QWidget *Acciones();
-    QWidget *HojaDeCalculo();
-    QAction *Accion(const QString &nombre, const QString &texto, const QKeySequence &tecla,
-                    void (PaginaCatalogos::*hacer)());
-    QAction *ConBoton(QHBoxLayout &fila, const QString &nombre, const QString &texto, const QKeySequence &tecla,
-                      void (PaginaCatalogos::*hacer)());
     const qvx::TablaDeCatalogo &Tabla() const;
     // The row chosen, nullptr for none.
     const qvx::RegistroDeCatalogo *Elegido() const;
@@ -84,6 +79,7 @@ private:
     qvx::VistaTabla *lvRegistros;
     QLabel *lblCuenta;
     QLabel *lblDerecho;
+    AvisoDeLectura *lblAviso;
     qvx::ModeloTabla *modelo = nullptr; // of the catalogue that is shown
     QString mostrado;                   // its name
     QList<qvx::RegistroDeCatalogo> registros;

@@ -506,8 +506,7 @@ void PaginaPrograma::Avisar()
     if (tipo.isEmpty())
         aviso = "Elija un tipo de equipo para ver su programa del año.";
     else if (!alDia && leida.isValid())
-        aviso = "NO ES ACTUAL: esto se leyó a las " + leida.toString("HH:mm:ss") + " del tipo de equipo "
-                + medido->plan.tipoEquipo + " y puede haber cambiado. Pulse F5 para leerlo de nuevo.";
+        aviso = NoEsActual(leida, " del tipo de equipo " + medido->plan.tipoEquipo);
     else if (!alDia)
         aviso = "El plan no se pudo leer. Pulse F5 para intentarlo de nuevo.";
     else if (medido->plan.nombreTipo.isEmpty())

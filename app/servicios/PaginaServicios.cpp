@@ -1,12 +1,11 @@
 #include "app/servicios/PaginaServicios.h"
 
+#include "app/FilaDeAcciones.h"
 #include "app/Textos.h"
 #include "app/Trampas.h"
-#include "app/catalogos/DialogoExportarCatalogo.h"
 #include "app/servicios/ArbolDePartes.h"
 #include "app/servicios/CuadroDeTotales.h"
 #include "app/servicios/EncabezadoConFiltros.h"
-#include "app/servicios/HojaDeServicios.h"
 #include "app/servicios/ModeloPartes.h"
 #include "app/servicios/ModeloServicios.h"
 #include "controls/Teclas.h"
@@ -15,16 +14,11 @@
 #include "data/Texto.h"
 #include "plan/Claves.h"
 #include "plan/RegistrosDeCatalogo.h"
-#include "plan/ReglasDeLote.h"
-#include "session/Interaccion.h"
-#include "session/Sistema.h"
 #include "session/Utilerias.h"
 
 #include <QAction>
-#include <QClipboard>
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -36,6 +30,7 @@
 #include <QSet>
 #include <QSplitter>
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -43,6 +38,9 @@ namespace
 constexpr int AnchoDeRuta = 280;
 constexpr int AnchoDeNombre = 170;
 constexpr int AnchoDePartes = 350;
+constexpr int AnchoMenorDeTipo = 40;
+constexpr int FilasQueSeMiden = 60; // for the width of a column: a thousand take longer than to read the plan
+constexpr int MargenDeCelda = 12;
 
 QString AyudaDeFiltro(int columna)
 {
@@ -104,6 +102,7 @@ QWidget *PaginaServicios::Busqueda()
 {
     lblTipo->setObjectName("lblTipoDelPlan");
     lblTipo->setTextFormat(Qt::PlainText);
+    lblTipo->setMinimumWidth(AnchoMenorDeTipo); // where there is little room, its key alone
     auto *cmdTipo = new QPushButton("&Tipo de equipo…");
     cmdTipo->setObjectName("cmdTipoDelPlan");
     cmdTipo->setAutoDefault(false);
@@ -155,6 +154,7 @@ void PaginaServicios::PonerTabla()
         ayudas.append(AyudaDeFiltro(columna));
     }
     encabezado->PonerFiltros(titulos, ayudas);
+    encabezado->setResizeContentsPrecision(FilasQueSeMiden);
     encabezado->setSortIndicator(servicios::Folio, Qt::AscendingOrder);
     encabezado->setSortIndicatorShown(true);
     connect(encabezado, &QHeaderView::sortIndicatorChanged, this,
@@ -166,6 +166,7 @@ void PaginaServicios::PonerTabla()
         if (modelo->rowCount() > 0)
             lvServicios->scrollTo(modelo->index(qMax(0, lvServicios->currentIndex().row()), columna));
     });
+    columnas.emplace("servicios", *lvServicios);
     connect(lvServicios, &QTreeView::doubleClicked, this, &PaginaServicios::Abrir);
     connect(lvServicios->selectionModel(), &QItemSelectionModel::selectionChanged, this, &PaginaServicios::PonerEstado);
 }
@@ -176,6 +177,7 @@ void PaginaServicios::PonerArbol()
     tvPartes->setAccessibleName("Partes del plan");
     tvPartes->setContextMenuPolicy(Qt::ActionsContextMenu);
     tvPartes->header()->setStretchLastSection(false);
+    tvPartes->header()->setResizeContentsPrecision(FilasQueSeMiden);
     tvPartes->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tvPartes->header()->setSectionResizeMode(ModeloPartes::Parte, QHeaderView::Stretch);
     connect(tvPartes->selectionModel(), &QItemSelectionModel::currentChanged, this, &PaginaServicios::AlCambiarParte);
@@ -195,66 +197,36 @@ void PaginaServicios::PonerTotales()
     lvTotales->setMinimumHeight(alto / 2);
 }
 
-QAction *PaginaServicios::Accion(const QString &nombre, const QString &texto, const QKeySequence &tecla,
-                                 void (PaginaServicios::*hacer)())
-{
-    auto *accion = new QAction(texto, this);
-    accion->setObjectName("acc" + nombre);
-    accion->setShortcut(tecla);
-    accion->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connect(accion, &QAction::triggered, this, hacer);
-    addAction(accion);
-    lvServicios->addAction(accion);
-    return accion;
-}
-
-QAction *PaginaServicios::ConBoton(QHBoxLayout &fila, const QString &nombre, const QString &texto,
-                                   const QKeySequence &tecla, void (PaginaServicios::*hacer)())
-{
-    QAction *accion = Accion(nombre, texto, tecla, hacer);
-    auto *boton = new QPushButton(texto);
-    boton->setObjectName("cmd" + nombre);
-    boton->setAutoDefault(false);
-    if (!tecla.isEmpty())
-        boton->setToolTip(tecla.toString(QKeySequence::NativeText));
-    connect(boton, &QPushButton::clicked, accion, &QAction::trigger);
-    connect(accion, &QAction::enabledChanged, boton, &QWidget::setEnabled);
-    fila.addWidget(boton);
-    return accion;
-}
-
 QWidget *PaginaServicios::Acciones()
 {
-    auto *acciones = new QWidget;
-    auto *fila = new QHBoxLayout(acciones);
-    fila->setContentsMargins(0, 0, 0, 0);
-    accAbrir = ConBoton(*fila, "AbrirServicio", "A&brir", {}, &PaginaServicios::Abrir);
-    deServicios = {
-        ConBoton(*fila, "MoverServicios", "M&over…", QKeySequence("Ctrl+M"), &PaginaServicios::Mover),
-        ConBoton(*fila, "DuplicarServicios", "D&uplicar…", QKeySequence("Ctrl+D"), &PaginaServicios::Duplicar),
-        ConBoton(*fila, "CambiarServicios", "&Cambiar…", QKeySequence("F2"), &PaginaServicios::Cambiar),
-        ConBoton(*fila, "EliminarServicios", "E&liminar…", QKeySequence(Qt::Key_Delete), &PaginaServicios::Eliminar)};
-    accMoverParte =
-        ConBoton(*fila, "MoverParte", "Mover &parte…", QKeySequence("Ctrl+Shift+M"), &PaginaServicios::MoverParte);
+    auto *fila = new FilaDeAcciones(*this, *lvServicios);
+    const auto mandar = [this](void (PaginaServicios::*hacer)()) { return [this, hacer] { (this->*hacer)(); }; };
+    const auto boton = [&](const QString &nombre, const QString &texto, const QKeySequence &tecla, auto hacer) {
+        return fila->ConBoton(nombre, texto, tecla, mandar(hacer));
+    };
+    accAbrir = boton("AbrirServicio", "A&brir", {}, &PaginaServicios::Abrir);
+    deServicios = {boton("MoverServicios", "M&over…", QKeySequence("Ctrl+M"), &PaginaServicios::Mover),
+                   boton("DuplicarServicios", "D&uplicar…", QKeySequence("Ctrl+D"), &PaginaServicios::Duplicar),
+                   boton("CambiarServicios", "&Cambiar…", QKeySequence("F2"), &PaginaServicios::Cambiar),
+                   boton("EliminarServicios", "E&liminar…", QKeySequence(Qt::Key_Delete), &PaginaServicios::Eliminar)};
+    accMoverParte = boton("MoverParte", "Mover &parte…", QKeySequence("Ctrl+Shift+M"), &PaginaServicios::MoverParte);
     tvPartes->addAction(accMoverParte);
-    accHistorialDeServicio =
-        Accion("HistorialDeServicio", "&Historial de este servicio", {}, &PaginaServicios::HistorialDeServicio);
-    accHistorialDeParte =
-        Accion("HistorialDeParte", "Historial de esta &parte", {}, &PaginaServicios::HistorialDeParte);
+    accHistorialDeServicio = fila->Accion("HistorialDeServicio", "&Historial de este servicio", {},
+                                          mandar(&PaginaServicios::HistorialDeServicio));
+    accHistorialDeParte = fila->Accion("HistorialDeParte", "Historial de esta &parte", {},
+                                       mandar(&PaginaServicios::HistorialDeParte));
     tvPartes->addAction(accHistorialDeParte);
-    fila->addStretch();
-    ConBoton(*fila, "QuitarFiltros", "&Quitar filtros", QKeySequence("Ctrl+Shift+F"), &PaginaServicios::QuitarFiltros);
-    ConBoton(*fila, "ActualizarPlan", "Actuali&zar", {}, &PaginaServicios::Actualizar);
-    auto *hoja = new QPushButton("&Hoja de cálculo");
-    hoja->setObjectName("cmdHojaDeServicios");
-    auto *menu = new QMenu(hoja);
-    menu->addAction(
-        Accion("CopiarServicios", "&Copiar los seleccionados", QKeySequence::Copy, &PaginaServicios::Copiar));
-    menu->addAction(Accion("ExportarServiciosCsv", "Exportar C&SV…", {}, &PaginaServicios::ExportarCsv));
-    menu->addAction(Accion("ExportarServiciosXlsx", "Exportar &XLSX…", {}, &PaginaServicios::ExportarXlsx));
-    hoja->setMenu(menu);
-    fila->addWidget(hoja);
-    return acciones;
+    fila->Separar();
+    boton("QuitarFiltros", "&Quitar filtros", QKeySequence("Ctrl+Shift+F"), &PaginaServicios::QuitarFiltros);
+    boton("ActualizarPlan", "Actuali&zar", {}, &PaginaServicios::Actualizar);
+    QMenu *hoja = fila->ConMenu("HojaDeServicios", "&Hoja de cálculo");
+    const auto entrada = [&](const QString &nombre, const QString &texto, const QKeySequence &tecla, auto hacer) {
+        hoja->addAction(fila->Accion(nombre, texto, tecla, mandar(hacer)));
+    };
+    entrada("CopiarServicios", "&Copiar los seleccionados", QKeySequence::Copy, &PaginaServicios::Copiar);
+    entrada("ExportarServiciosCsv", "Exportar C&SV…", {}, &PaginaServicios::ExportarCsv);
+    entrada("ExportarServiciosXlsx", "Exportar &XLSX…", {}, &PaginaServicios::ExportarXlsx);
+    return fila;
 }
 
 const lectura::Plan &PaginaServicios::Plan() const
@@ -406,13 +378,28 @@ void PaginaServicios::Leer()
     leida = QTime::currentTime();
     alDia = true;
     Avisar();
-    if (!primero && !otro)
+    if ((!primero && !otro) || columnas->Propias())
         return;
-    for (int columna = 0; columna < servicios::Columnas; ++columna)
+    AjustarColumnas();
+    lvTotales->AjustarColumnas();
+}
+
+// To the first rows, and to the largest number of all: what is cut off a number lies.
+void PaginaServicios::AjustarColumnas()
+{
+    for (int columna = 0; columna < servicios::Columnas; ++columna) {
         lvServicios->resizeColumnToContents(columna);
+        const auto mayor = std::max_element(
+            Plan().servicios.cbegin(), Plan().servicios.cend(), [&](const auto &uno, const auto &otro) {
+                return std::abs(servicios::Numero(uno, columna)) < std::abs(servicios::Numero(otro, columna));
+            });
+        if (servicios::ClaseDe(columna) == servicios::Clase::Texto || mayor == Plan().servicios.cend())
+            continue;
+        const int ancho = lvServicios->fontMetrics().horizontalAdvance(servicios::Texto(*mayor, columna));
+        lvServicios->setColumnWidth(columna, qMax(lvServicios->columnWidth(columna), ancho + MargenDeCelda));
+    }
     lvServicios->setColumnWidth(servicios::Ruta, AnchoDeRuta);
     lvServicios->setColumnWidth(servicios::Nombre, qMin(lvServicios->columnWidth(servicios::Nombre), AnchoDeNombre));
-    lvTotales->AjustarColumnas();
 }
 
 void PaginaServicios::Avisar()
@@ -421,8 +408,7 @@ void PaginaServicios::Avisar()
     if (tipo.isEmpty())
         aviso = "Elija un tipo de equipo para ver todos los servicios de su plan.";
     else if (!alDia && leida.isValid())
-        aviso = "NO ES ACTUAL: esto se leyó a las " + leida.toString("HH:mm:ss") + " del tipo de equipo "
-                + Plan().tipoEquipo + " y puede haber cambiado. Pulse F5 para leerlo de nuevo.";
+        aviso = NoEsActual(leida, " del tipo de equipo " + Plan().tipoEquipo);
     else if (!alDia)
         aviso = "El plan no se pudo leer. Pulse F5 para intentarlo de nuevo.";
     else if (Plan().nombreTipo.isEmpty())
@@ -480,109 +466,6 @@ void PaginaServicios::PonerEstado()
     accMoverParte->setEnabled(cambia && !parte.isEmpty() && !qvx::claves::EsRaiz(parte));
     tvPartes->Recibir(cambia);
     lvServicios->setDragEnabled(cambia);
-}
-
-// Once something was written, or could not be because of somebody else, what is shown is read again.
-void PaginaServicios::Mandar(int identificador, const std::function<ordenes::Desenlace()> &orden)
-{
-    ConTrampa(*this, identificador, [&] {
-        const QPointer<PaginaServicios> viva(this);
-        const ordenes::Desenlace desenlace = orden();
-        if (!viva || desenlace == ordenes::Desenlace::Dejado)
-            return;
-        alDia = false;
-        Avisar();
-        if (desenlace == ordenes::Desenlace::Fallido)
-            return;
-        Q_EMIT PlanCambiado(Plan().tipoEquipo);
-        Leer();
-    });
-}
-
-void PaginaServicios::Abrir()
-{
-    const int servicio = modelo->Servicio(lvServicios->currentIndex());
-    if (servicio < 0)
-        return;
-    const qvx::ServicioLeido leido = Plan().servicios.at(servicio).leido;
-    Q_EMIT ServicioPedido(leido.tipoEquipo, leido.parte, leido.folio);
-}
-
-void PaginaServicios::Mover()
-{
-    Mandar(1000082, [this] { return ordenes::MoverServicios(this, Plan(), Elegidos(), {}); });
-}
-
-void PaginaServicios::Duplicar()
-{
-    Mandar(1000083, [this] { return ordenes::DuplicarServicios(this, Plan(), Elegidos(), {}); });
-}
-
-void PaginaServicios::Cambiar()
-{
-    Mandar(1000084, [this] { return ordenes::CambiarServicios(this, Plan(), Elegidos()); });
-}
-
-void PaginaServicios::Eliminar()
-{
-    Mandar(1000085, [this] { return ordenes::EliminarServicios(this, Plan(), Elegidos()); });
-}
-
-void PaginaServicios::MoverParte()
-{
-    Mandar(1000086, [this] { return ordenes::MoverParte(this, Plan(), ParteElegida(), {}); });
-}
-
-// Where it was dropped is only proposed: the preview asks.
-void PaginaServicios::AlSoltarServicios(const QString &parte, bool copiar)
-{
-    if (const QString objecion = qvx::ObjecionAlDestino(Plan().arbol, parte); !objecion.isEmpty())
-        return Objetar(objecion);
-    Mandar(1000087, [&] {
-        return copiar ? ordenes::DuplicarServicios(this, Plan(), Elegidos(), parte)
-                      : ordenes::MoverServicios(this, Plan(), Elegidos(), parte);
-    });
-}
-
-void PaginaServicios::AlSoltarParte(const QString &parte, const QString &nuevoPadre)
-{
-    if (parte == nuevoPadre) // let go where it was taken
-        return;
-    if (const QString objecion = qvx::ObjecionAlTraslado(Plan().arbol, parte, nuevoPadre); !objecion.isEmpty())
-        return Objetar(objecion);
-    Mandar(1000088, [&] { return ordenes::MoverParte(this, Plan(), parte, nuevoPadre); });
-}
-
-void PaginaServicios::Objetar(const QString &objecion)
-{
-    qvx::Sistema().Mensaje(objecion + " No se movió nada.", qvx::mensaje::Exclamacion, "Quorvex", window()->winId(),
-                           "QVX", "ERR-ID:1000089");
-}
-
-// The services chosen; all that are shown where none is.
-void PaginaServicios::Copiar()
-{
-    const QList<int> elegidos = Elegidos();
-    QGuiApplication::clipboard()->setText(
-        csv::ParaPegar(EnHoja(Plan(), elegidos.isEmpty() ? modelo->Mostrados() : EnOrden(elegidos))));
-}
-
-QList<int> PaginaServicios::EnOrden(const QList<int> &cuales) const
-{
-    const QSet<int> buscados(cuales.begin(), cuales.end());
-    QList<int> ordenados = modelo->Mostrados();
-    ordenados.removeIf([&](int servicio) { return !buscados.contains(servicio); });
-    return ordenados;
-}
-
-void PaginaServicios::ExportarCsv()
-{
-    DialogoExportarCatalogo::Exportar(this, EnHoja(Plan(), modelo->Mostrados()), false);
-}
-
-void PaginaServicios::ExportarXlsx()
-{
-    DialogoExportarCatalogo::Exportar(this, EnHoja(Plan(), modelo->Mostrados()), true);
 }
 
 void PaginaServicios::ElegirTipo()

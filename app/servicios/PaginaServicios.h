@@ -1,11 +1,13 @@
 #pragma once
 
+#include "app/Ajustes.h"
 #include "app/lectura/Totales.h"
 #include "app/servicios/OrdenesDeServicios.h"
 
 #include <QTime>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 class ArbolDePartes;
 class EncabezadoConFiltros;
@@ -13,7 +15,6 @@ class ModeloPartes;
 class ModeloServicios;
 class QAction;
 class QComboBox;
-class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QTreeView;
@@ -61,10 +62,6 @@ private:
     void PonerArbol();
     void PonerTotales();
     QWidget *Acciones();
-    QAction *Accion(const QString &nombre, const QString &texto, const QKeySequence &tecla,
-                    void (PaginaServicios::*hacer)());
-    QAction *ConBoton(QHBoxLayout &fila, const QString &nombre, const QString &texto, const QKeySequence &tecla,
-                      void (PaginaServicios::*hacer)());
     const lectura::Plan &Plan() const;
     // The services chosen, and the part chosen in the tree: the root's key for the whole plan, "" for none of the tree.
     QList<int> Elegidos() const;
@@ -73,6 +70,7 @@ private:
     // Does what changes which rows there are; those that were chosen are chosen again.
     void Conservando(const std::function<void()> &pasos);
     void Leer();
+    void AjustarColumnas();
     void Avisar();
     void AlCambiarParte();
     void Sumar();
@@ -119,4 +117,5 @@ private:
     QAction *accMoverParte = nullptr;
     QAction *accHistorialDeServicio = nullptr;
     QAction *accHistorialDeParte = nullptr;
+    std::optional<ajustes::Columnas> columnas; // goes before its list
 };
