@@ -3,6 +3,7 @@
 #include "controls/Formulario.h"
 #include "controls/VistaTabla.h"
 
+#include <QHeaderView>
 #include <QUrl>
 
 namespace ajustes

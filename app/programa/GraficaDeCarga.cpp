@@ -127,7 +127,7 @@ double GraficaDeCarga::Maximo() const
 QRectF GraficaDeCarga::Columna(int mes) const
 {
     const QRectF campo = Campo();
-    const double ancho = campo.width() / std::max<qsizetype>(1, meses.size());
+    const double ancho = campo.width() / static_cast<double>(std::max<qsizetype>(1, meses.size()));
     return {campo.left() + ancho * mes, campo.top(), ancho, campo.height()};
 }
 
@@ -198,7 +198,8 @@ void GraficaDeCarga::PintarEjes(QPainter &pintor) const
     const double paso = PasoDe(maximo);
     QColor raya = palette().text().color();
     raya.setAlphaF(0.2F);
-    for (double horas = 0; horas <= maximo * 1.0001; horas += paso) {
+    for (int cual = 0; cual <= std::lround(maximo / paso); ++cual) {
+        const double horas = cual * paso;
         const double y = campo.bottom() - campo.height() * horas / maximo;
         pintor.setPen(raya);
         pintor.drawLine(QPointF(campo.left(), y), QPointF(campo.right(), y));

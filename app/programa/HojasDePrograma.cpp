@@ -101,7 +101,9 @@ Hoja HojaDeCarga(const PlanMedido &medido, const Programa &programa)
     for (const QList<Serie> &series : {carga.oficios, carga.otras})
         for (const Serie &serie : series) {
             const lectura::Producto &producto = medido.lineas.productos.at(serie.producto);
-            agregar(producto.clave, producto.descripcion, serie.unidad, serie.porMes);
+            agregar(producto.clave,
+                    producto.descripcion + (producto.enCatalogo && !producto.activo ? " (de baja)" : ""), serie.unidad,
+                    serie.porMes);
         }
     agregar({}, "TODOS LOS OFICIOS", Horas, carga.porMes);
     if (!carga.capacidad.isEmpty())

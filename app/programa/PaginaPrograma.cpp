@@ -1,6 +1,5 @@
 #include "app/programa/PaginaPrograma.h"
 
-#include "app/Ajustes.h"
 #include "app/RutaParaGuardar.h"
 #include "app/Textos.h"
 #include "app/Trampas.h"
@@ -47,6 +46,7 @@
 namespace
 {
 
+const QString ListaDeFechas = "Programa";
 constexpr int AnchoDeRuta = 230;
 constexpr int AnchoDeServicio = 160;
 constexpr int AnchoDeMotivo = 220;
@@ -433,16 +433,26 @@ void PaginaPrograma::Mostrar()
         grafica->Poner(*medido, *programado);
         queSi->Poner(medido.get(), programado.get());
         lblLargoPlazo->setText(TextoDeLargoPlazo(*medido, *programado));
-        if (lvPrograma->columnWidth(ModeloPrograma::Ruta) != AnchoDeRuta) {
-            for (int columna = 0; columna < ModeloPrograma::Columnas; ++columna)
-                lvPrograma->resizeColumnToContents(columna);
-            lvPrograma->setColumnWidth(ModeloPrograma::Ruta, AnchoDeRuta);
-            lvPrograma->setColumnWidth(ModeloPrograma::Servicio, AnchoDeServicio);
-            lvPrograma->setColumnWidth(ModeloPrograma::Motivo, AnchoDeMotivo);
-        }
+        if (!columnas)
+            DisponerColumnas();
     }
     Limitar();
     MostrarFicha();
+}
+
+// Once, to what is shown first or as the person left them.
+void PaginaPrograma::DisponerColumnas()
+{
+    columnas.emplace(ListaDeFechas, *lvPrograma);
+    if (columnas->Propias()) {
+        const QHeaderView *titulos = lvPrograma->header();
+        return lvPrograma->sortByColumn(titulos->sortIndicatorSection(), titulos->sortIndicatorOrder());
+    }
+    for (int columna = 0; columna < ModeloPrograma::Columnas; ++columna)
+        lvPrograma->resizeColumnToContents(columna);
+    lvPrograma->setColumnWidth(ModeloPrograma::Ruta, AnchoDeRuta);
+    lvPrograma->setColumnWidth(ModeloPrograma::Servicio, AnchoDeServicio);
+    lvPrograma->setColumnWidth(ModeloPrograma::Motivo, AnchoDeMotivo);
 }
 
 // The tables of a tab are made when it is looked at.

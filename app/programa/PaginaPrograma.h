@@ -1,11 +1,13 @@
 #pragma once
 
+#include "app/Ajustes.h"
 #include "app/programa/Reportes.h"
 #include "app/reportes/Hoja.h"
 
 #include <QTime>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 class GraficaDeCarga;
 class ModeloPrograma;
@@ -72,6 +74,7 @@ private:
     void Leer();
     void Programar();
     void Mostrar();
+    void DisponerColumnas();
     void MostrarFicha();
     void Limitar();
     void Sumar();
@@ -122,4 +125,5 @@ private:
     QComboBox *cboOficio;
     QSpinBox *spnDias;
     QList<QWidget *> conPrograma; // what needs one
+    std::optional<ajustes::Columnas> columnas; // of lvPrograma: goes before it
 };
