@@ -543,9 +543,10 @@ void PaginaPrograma::Avisar()
 
 void PaginaPrograma::ElegirTipo()
 {
-    ConTrampa(*this, 1000202, [this] {
+    const QFont letra(font());
+    ConTrampa(*this, 1000202, [this, letra] {
         const QPointer<PaginaPrograma> viva(this);
-        const QString elegido = qvx::Utilerias().BuscarEnCatalogo("TIPO_EQUIPO", 0, {}, QFont(font()), this);
+        const QString elegido = qvx::Utilerias().BuscarEnCatalogo("TIPO_EQUIPO", 0, {}, letra, this);
         if (viva && !elegido.isEmpty())
             PonerTipo(qvx::SinBlancosAlFinal(elegido));
     });
