@@ -42,8 +42,8 @@ QMessageBox { messagebox-critical-icon: url(:/controls/mensaje_critico.svg);
               messagebox-warning-icon: url(:/controls/mensaje_exclamacion.svg);
               messagebox-information-icon: url(:/controls/mensaje_informacion.svg); }
 QLabel#qt_msgbox_informativelabel { color: @suave; }
-QLabel, QCheckBox { color: @texto; }
-QLabel:disabled, QCheckBox:disabled { color: @suave; }
+QLabel, QCheckBox, QRadioButton { color: @texto; }
+QLabel:disabled, QCheckBox:disabled, QRadioButton:disabled { color: @suave; }
 
 QLineEdit { background-color: @superficie; color: @texto; border: 1px solid @borde; border-radius: 4px;
             padding: 3px 6px; selection-background-color: @acento; selection-color: @sobreAcento; }
@@ -52,6 +52,11 @@ QLineEdit:read-only, QLineEdit:disabled { background-color: @fijo; color: @texto
 QAbstractItemView QLineEdit { border-radius: 0; padding: 0 2px; }
 QAbstractItemView QLineEdit:focus { border: 1px solid @acento; padding: 0 2px; }
 
+QRadioButton { border: 1px solid transparent; border-radius: 4px; padding: 3px; spacing: 6px; }
+QRadioButton:focus { border-color: @acento; }
+QRadioButton::indicator { width: 14px; height: 14px; border: 1px solid @suave; border-radius: 8px;
+  background-color: @superficie; }
+QRadioButton::indicator:checked { width: 6px; height: 6px; border: 5px solid @acento; border-radius: 8px; }
 QCheckBox { border: 1px solid transparent; border-radius: 4px; padding: 3px; spacing: 6px; }
 QCheckBox:focus { border-color: @acento; }
 QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid @suave; border-radius: 3px;
