@@ -6,6 +6,7 @@
 #include "app/catalogos/DialogoGastos.h"
 #include "app/catalogos/DialogoImportarCatalogo.h"
 #include "app/catalogos/PaginaCatalogos.h"
+#include "app/historial/PaginaHistorial.h"
 #include "app/programa/PaginaPrograma.h"
 #include "app/servicios/PaginaServicios.h"
 #include "app/tipos/PaginaTipos.h"
@@ -16,6 +17,8 @@
 #include "controls/TreeView.h"
 #include "controls/colorQVX.h"
 #include "controls/ssTbQvx.h"
+#include "plan/LotesDeServicios.h"
+#include "plan/MoverParte.h"
 #include "support/Plan.h"
 
 #include <QAction>
@@ -231,6 +234,33 @@ void RetratarServicios()
     En<QAction>(pagina, "accMoverServicios").trigger();
 }
 
+// What was done to a plan, and what one of the operations changed.
+void RetratarHistorial()
+{
+    auto &base = qvx::Sesion::Actual().Conexion();
+    const auto quien = qvx::Sesion::Actual().Firmante();
+    const auto leer = [&] { return lectura::LeerPlan(base, "0002"); };
+    const lectura::Plan plan = leer();
+    qvx::MoverServicios(base, quien, {{plan.servicios.at(1).leido, "0005"}, {plan.servicios.at(2).leido, "0005"}});
+    qvx::CambioDeServicio cambio{leer().servicios.at(4).leido, {}, {}};
+    cambio.antes = {"0001", "0001", 365, 0, "", 0};
+    cambio.despues = cambio.antes;
+    cambio.despues.dias = 180;
+    qvx::CambiarServicios(base, quien, {cambio});
+    qvx::EliminarServicios(base, quien, {leer().servicios.at(6).leido});
+    qvx::MoverParte(base, quien, {"0002", "0004", leer().arbol.Buscar("0004")->sello, "0001"});
+    PaginaHistorial pagina;
+    coloresQVX::colorQVX::AplicarA(pagina);
+    pagina.resize(1280, 700);
+    pagina.show();
+    if (!QTest::qWaitForWindowActive(&pagina))
+        qFatal("La ventana no se activó");
+    auto &lista = En<QTreeView>(pagina, "lvOperaciones");
+    lista.setCurrentIndex(lista.model()->index(2, 0));
+    QTest::qWait(500); // the detail is read by a timer
+    Guardar(pagina, "historial");
+}
+
 // The year of the forklifts: its dates, its load, and a job sheet as it will be printed.
 void RetratarPrograma()
 {
@@ -316,6 +346,7 @@ int main(int argc, char **argv)
     escenario.CerrarPantalla();
     RetratarTipos();
     RetratarServicios();
+    RetratarHistorial();
     RetratarPrograma();
     RetratarBusqueda();
     RetratarCatalogos();

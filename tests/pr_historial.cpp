@@ -11,6 +11,7 @@
 #include "plan/LotesDeServicios.h"
 #include "plan/MoverParte.h"
 #include "plan/Usos.h"
+#include "support/Cluster.h"
 #include "support/Procesos.h"
 #include "support/PruebaPantalla.h"
 
@@ -460,7 +461,24 @@ void PrHistorial::sinVentana()
     QVERIFY(correr("--deshacer %2 --si").startsWith("1")); // it is already
     QVERIFY(correr("--rehacer " + QString::number(Ultima().numero) + " --si").startsWith("0"));
     QCOMPARE(Descripcion("0005"), "DOS");
-    QVERIFY(correr("--historial-depurar 1").contains("Se borraron de la historia 0 operaciones"));
+    // On a server nobody but its owner deletes.
+    if (!motor::EsPostgres())
+        escenario->Correr("DROP TRIGGER Op_Fija");
+    escenario->Correr("UPDATE Operacion SET Op_Fecha = '2020-01-01 00:00:00' WHERE Op_ID <= "
+                      + QString::number(cambio));
+    const auto cuantas = qvx::LeerOperaciones(Base(), {}).size();
+    dicho = correr("--historial-depurar 90");
+    if (motor::EsPostgres()) {
+        QVERIFY2(dicho.startsWith("1") && dicho.contains("no tiene permiso"), qPrintable(dicho));
+        QCOMPARE(qvx::LeerOperaciones(Base(), {}).size(), cuantas);
+        dicho = Quorvex(
+            {"--historial-depurar", "90", "--servidor", cluster::Direccion("postgres", escenario->Base().Archivo())});
+    }
+    QVERIFY2(dicho.startsWith("0") && dicho.contains("Se borraron de la historia ") && dicho.contains(" ocupa "),
+             qPrintable(dicho));
+    QVERIFY(qvx::LeerOperaciones(Base(), {}).size() < cuantas);
+    QCOMPARE(qvx::LeerOperaciones(Base(), {}).constLast().numero, cambio + 1);
+    QVERIFY(correr("--deshacer %1").startsWith("1"));
 }
 
 PRUEBA_MAIN(PrHistorial)
