@@ -33,7 +33,8 @@ void MostrarAcercaDe(const QWidget &ventana, const QString &nombreDeBase, bool e
                                 "libxlsxwriter " + VersionDeXlsx() + " (BSD)",
                                 "fontconfig " + VersionDeFuentes() + " (MIT)"};
         if (enServidor)
-            bibliotecas << "libpq " + qvx::Cliente().VersionDelCliente() + " y PostgreSQL " + motor + " (licencia PostgreSQL)";
+            bibliotecas << "libpq " + qvx::Cliente().VersionDelCliente() + " y PostgreSQL " + motor
+                               + " (licencia PostgreSQL)";
         else
             bibliotecas << "SQLite " + motor + " (dominio público)";
         qvx::Sistema().Mensaje("Quorvex " QVX_VERSION ", plan de mantenimiento por tipo de equipo.\n\nBase de datos: "

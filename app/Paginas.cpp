@@ -1,5 +1,6 @@
 #include "app/Paginas.h"
 
+#include <QTabBar>
 #include <QVBoxLayout>
 
 Paginas::Paginas(QWidget *padre) : QTabWidget(padre)
@@ -7,6 +8,7 @@ Paginas::Paginas(QWidget *padre) : QTabWidget(padre)
     setObjectName("tabPaginas");
     setAccessibleName("Páginas");
     setDocumentMode(true);
+    tabBar()->setDrawBase(false); // a white line, on a dark desktop too
     connect(this, &QTabWidget::currentChanged, this, &Paginas::AlCambiar);
 }
 

@@ -18,7 +18,7 @@ namespace
 enum Periodo { Siempre, Hoy, SieteDias, TreintaDias, EntreFechas };
 
 constexpr int EsperaDeFiltros = 250; // milliseconds
-constexpr int AnchoDeClave = 9;       // characters
+constexpr int AnchoDeClave = 9;      // characters
 constexpr int AnchoDePlan = 24;
 
 // The values under an entry, and its text; what was chosen stays chosen, the first entry where it is gone.

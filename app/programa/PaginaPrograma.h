@@ -124,6 +124,6 @@ private:
     QComboBox *cboMes;
     QComboBox *cboOficio;
     QSpinBox *spnDias;
-    QList<QWidget *> conPrograma; // what needs one
+    QList<QWidget *> conPrograma;              // what needs one
     std::optional<ajustes::Columnas> columnas; // of lvPrograma: goes before it
 };

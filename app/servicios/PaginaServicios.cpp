@@ -194,7 +194,8 @@ void PaginaServicios::PonerTotales()
     constexpr int Filas = 6;
     const int alto = QFontMetrics(font()).height() * (Filas + 1) * 4 / 3 + 2 * lvTotales->frameWidth();
     lvTotales->setMaximumHeight(alto + alto / 3);
-    lvTotales->setMinimumHeight(alto / 2);
+    lvTotales->setMinimumHeight(alto / 3); // on a low screen the services go before their sums
+    lvServicios->setMinimumHeight(alto);
 }
 
 QWidget *PaginaServicios::Acciones()
@@ -213,8 +214,8 @@ QWidget *PaginaServicios::Acciones()
     tvPartes->addAction(accMoverParte);
     accHistorialDeServicio = fila->Accion("HistorialDeServicio", "&Historial de este servicio", {},
                                           mandar(&PaginaServicios::HistorialDeServicio));
-    accHistorialDeParte = fila->Accion("HistorialDeParte", "Historial de esta &parte", {},
-                                       mandar(&PaginaServicios::HistorialDeParte));
+    accHistorialDeParte =
+        fila->Accion("HistorialDeParte", "Historial de esta &parte", {}, mandar(&PaginaServicios::HistorialDeParte));
     tvPartes->addAction(accHistorialDeParte);
     fila->Separar();
     boton("QuitarFiltros", "&Quitar filtros", QKeySequence("Ctrl+Shift+F"), &PaginaServicios::QuitarFiltros);
