@@ -133,10 +133,8 @@ void PrAverias::averias_data()
     const QString noSeSabe = "Se perdió la conexión con el servidor y no se sabe si el cambio quedó guardado. Revíselo "
                              "antes de repetirlo.";
     for (const QString &mando : Mandos().keys()) {
-        // A change without a transaction is its own commit.
-        const QString enMedio = mando == "etiqueta" ? noSeSabe : nadaGuardado;
-        for (const auto &[falla, dicho] : {qMakePair(QString("reinicio en medio"), enMedio),
-                                           {"corte en medio", enMedio},
+        for (const auto &[falla, dicho] : {qMakePair(QString("reinicio en medio"), nadaGuardado),
+                                           {"corte en medio", nadaGuardado},
                                            {"antes de confirmar", noSeSabe},
                                            {"al confirmar", noSeSabe},
                                            {"reinicio en reposo", ""},

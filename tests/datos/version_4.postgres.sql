@@ -41,6 +41,8 @@ CREATE FUNCTION dbo.get_ruta_parte_tipo_equipo(tipo character, parte character) 
     LANGUAGE sql STABLE
     SET search_path TO 'dbo', 'pg_temp'
     AS $_$
+-- dbo.Get_Ruta_Parte_Tipo_Equipo($1 equipment type, $2 part): the descriptions from the top part down to the part.
+-- No row when there is no such part. The root "0000" has no row of its own and gives its name. The level ends rings.
 WITH RECURSIVE argumentos (tipo, parte) AS (VALUES ($1, $2)),
 ruta (tipo, padre, texto, nivel) AS (
     SELECT p.Te_Cve_Tipo_Equipo, p.Tep_Padre, CAST(p.Tep_Descripcion AS text), 1
