@@ -325,7 +325,7 @@ void PrInstalador::restaurada()
     int hechas = 0;
     for (const bool lleno : {false, true}) {
         bool entera = false;
-        for (int n = 1; !entera; n += lleno ? 7 : 19) {
+        for (int n = 1; !entera; n += lleno ? 23 : 53) {
             Poner(plan, vieja);
             QFile::remove(plan + "-journal");
             discoLleno = lleno;

@@ -386,9 +386,10 @@ void PrServicios::averias_data()
 {
     const Tabla<QString, QString> fila("orden", "averia");
     const auto fallas = [&](const QString &orden, const QStringList &sucesos) {
-        for (const QString &suceso : sucesos + QStringList{"ocupada", "INSERT ON Registro_Cambio"})
+        for (const QString &suceso : sucesos + QStringList{"INSERT ON Registro_Cambio"})
             fila(orden + ": " + suceso, orden, suceso);
     };
+    fila("ocupada", "mover 000001,000002 0005", "ocupada"); // waits for as long as a lock is waited for
     const QString servicio = "UPDATE ON Plan_Mantenimiento WHEN ";
     const QString linea = " ON Plan_Mantenimiento_Detalle WHEN ";
     const QString segundo = "INSERT ON Registro_Cambio WHEN NEW.Rc_Clave LIKE '0900|000002%'";

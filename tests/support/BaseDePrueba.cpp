@@ -24,9 +24,11 @@ QSqlQuery OtroPrograma::Correr(const QString &sql) const
 QStringList OtroPrograma::Filas(const QString &sql) const
 {
     QStringList filas;
-    for (QSqlQuery consulta = Correr(sql); consulta.next();) {
+    QSqlQuery consulta = Correr(sql);
+    const int columnas = consulta.record().count();
+    while (consulta.next()) {
         QStringList valores;
-        for (int i = 0; i < consulta.record().count(); ++i)
+        for (int i = 0; i < columnas; ++i)
             valores.append(consulta.value(i).toString());
         filas.append(valores.join(QLatin1Char('|')));
     }
