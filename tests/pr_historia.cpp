@@ -176,6 +176,12 @@ void PrHistoria::deFuera()
     QCOMPARE(Operaciones().value(0).partes, 1);
     QVERIFY(Deshacer(cambio).SePuede());
     QCOMPARE(Filas(), antes);
+    otro->Correr("UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'OTRA'");
+    qvx::FiltroDeHistoria una;
+    una.maximo = 1;
+    QVERIFY(qvx::LeerOperaciones(Base(), una).value(0).tipos.size() > 1); // of all that it changed
+    QVERIFY(Deshacer(Ultima()).SePuede());
+    QCOMPARE(Filas(), antes);
     if (motor::EsPostgres()) {
         QVERIFY(!otro->Puede("TRUNCATE Plan_Mantenimiento_Detalle"));
         return;

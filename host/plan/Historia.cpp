@@ -181,9 +181,10 @@ QList<Operacion> LeerOperaciones(Conexion &conexion, const FiltroDeHistoria &fil
         "SELECT Operacion.Op_ID, Op_Oper, Op_Fecha, Op_Clase, Op_Detalle, Op_Programa, Te_Cve_Tipo_Equipo, "
             + cuenta.arg("Partes", "Tep_ID", "Historia_Parte") + ", "
             + cuenta.arg("Servicios", "Pm_ID", "Historia_Servicio") + ", "
-            + cuenta.arg("Lineas", "Pm_ID || '|' || Pmd_ID", "Historia_Linea")
-            + " FROM Operacion LEFT JOIN Operacion_Plan ON Operacion_Plan.Op_ID = Operacion.Op_ID WHERE "
-            + donde.condiciones.join(" AND ") + " ORDER BY Operacion.Op_ID DESC, Te_Cve_Tipo_Equipo LIMIT ?",
+            + cuenta.arg("Lineas", "Pm_ID || '|' || Pmd_ID", "Historia_Linea") + " FROM (SELECT * FROM Operacion WHERE "
+            + donde.condiciones.join(" AND ")
+            + " ORDER BY Op_ID DESC LIMIT ?) AS Operacion LEFT JOIN Operacion_Plan ON Operacion_Plan.Op_ID = "
+              "Operacion.Op_ID ORDER BY Operacion.Op_ID DESC, Te_Cve_Tipo_Equipo",
         donde.valores + QVariantList{filtro.maximo});
     QList<Operacion> operaciones;
     for (; !filas.Eof(); filas.MoveNext()) {
