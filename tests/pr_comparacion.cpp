@@ -306,7 +306,7 @@ void PrComparacion::historia()
     QVERIFY2(comparar::Renglones(comparados.comparacion).join('|').endsWith("Precio: «1,000» → «1,111»"),
              qPrintable(comparar::Renglones(comparados.comparacion).join('|')));
     for (const char *malo : {"900@", "900@ayer", "7777", "900@0"})
-        QVERIFY_EXCEPTION_THROWN(comparar::LeerLado(Base(), comparar::Fuente::Leer(Base(), malo)), qvx::ErrorEjecucion);
+        QVERIFY_THROWS_EXCEPTION(qvx::ErrorEjecucion, comparar::LeerLado(Base(), comparar::Fuente::Leer(Base(), malo)));
 }
 
 // The preview, then the screen's own question.

@@ -1,6 +1,8 @@
 #include "data/ErrorEjecucion.h"
+#include "plan/Deshacer.h"
 #include "plan/Guion.h"
 #include "plan/Instalador.h"
+#include "plan/OperacionEnCurso.h"
 #include "plan/Restauracion.h"
 #include "support/Archivos.h"
 #include "support/Averia.h"
@@ -29,6 +31,7 @@ private Q_SLOTS:
     void sinActualizar();
     void interrumpida();
     void restaurada();
+    void deshecha();
     void aLaVez();
     void protegida();
 };
@@ -115,6 +118,43 @@ int Terminar(pid_t proceso)
     int estado = 0;
     waitpid(proceso, &estado, 0);
     return estado;
+}
+
+// Does it on the file as it is, in a process that is killed at every so many-th change on the disk, and on a disk that
+// is full from there on, until it is done whole. revisar: afterwards, each time.
+void EnCadaCambio(const QString &archivo, int paso, const std::function<void()> &hacer,
+                  const std::function<void(bool entera)> &revisar)
+{
+    const QByteArray antes = Contenido(archivo);
+    const auto intentar = [&](int cambios) {
+        cambiosHastaLaFalla = cambios;
+        try {
+            hacer();
+        } catch (const qvx::ErrorEjecucion &) {
+            cambios = -1;
+        }
+        cambiosHastaLaFalla = -1;
+        return cambios > 0;
+    };
+    for (const bool lleno : {false, true}) {
+        bool entera = false;
+        for (int n = 1; !entera && !QTest::currentTestFailed(); n += paso) {
+            QVERIFY(n < 10000);
+            Poner(archivo, antes);
+            QFile::remove(archivo + "-journal");
+            discoLleno = lleno;
+            if (lleno) {
+                entera = intentar(n);
+            } else if (const pid_t proceso = fork(); proceso == 0) {
+                _exit(intentar(n) ? 0 : 1);
+            } else {
+                entera = Terminar(proceso) == 0;
+            }
+            discoLleno = false;
+            QCOMPARE(Version(archivo), Actual);
+            revisar(entera);
+        }
+    }
 }
 
 } // namespace
@@ -306,44 +346,53 @@ void PrInstalador::restaurada()
     qvx::AbrirBaseDeDatos(copia, true);
     const QString nueva = datos(copia);
     qvx::AbrirBaseDeDatos(plan, false);
-    const QByteArray vieja = Contenido(plan);
     const QString antes = datos(plan);
-    const auto restaurar = [&](int cambios) {
-        cambiosHastaLaFalla = cambios;
-        try {
-            const qvx::Firmante firmante{"ana", [] { return QString("2026-03-14 09:26:53"); }};
-            qvx::CopiaLista(copia, plan)
-                .RestaurarTodo({plan, carpeta.filePath("c"), 1}, firmante, QDateTime(QDate(2026, 3, 14), QTime(9, 0)));
-        } catch (const qvx::ErrorEjecucion &) {
-            cambiosHastaLaFalla = -1;
-            return false;
-        }
-        cambiosHastaLaFalla = -1;
-        return true;
-    };
     int comoAntes = 0;
     int hechas = 0;
-    for (const bool lleno : {false, true}) {
-        bool entera = false;
-        for (int n = 1; !entera; n += lleno ? 23 : 53) {
-            Poner(plan, vieja);
-            QFile::remove(plan + "-journal");
-            discoLleno = lleno;
-            if (lleno) {
-                entera = restaurar(n);
-            } else if (const pid_t proceso = fork(); proceso == 0) {
-                _exit(restaurar(n) ? 0 : 1);
-            } else {
-                entera = Terminar(proceso) == 0;
-            }
-            discoLleno = false;
-            QCOMPARE(Version(plan), Actual);
-            const QString hay = datos(plan);
-            QVERIFY2(hay == nueva || (hay == antes && !entera), qPrintable(QString::number(n)));
-            ++(hay == antes ? comoAntes : hechas);
-        }
-    }
+    const auto restaurar = [&] {
+        const qvx::Firmante firmante{"ana", [] { return QString("2026-03-14 09:26:53"); }};
+        qvx::CopiaLista(copia, plan)
+            .RestaurarTodo({plan, carpeta.filePath("c"), 1}, firmante, QDateTime(QDate(2026, 3, 14), QTime(9, 0)));
+    };
+    EnCadaCambio(plan, 53, restaurar, [&](bool entera) {
+        const QString hay = datos(plan);
+        QVERIFY(hay == nueva || (hay == antes && !entera));
+        ++(hay == antes ? comoAntes : hechas);
+    });
     QVERIFY(comoAntes > 10 && hechas >= 2);
+}
+
+// Likewise while an operation is taken back; and no operation stands for what did not happen.
+void PrInstalador::deshecha()
+{
+    const QTemporaryDir carpeta;
+    const QString plan = carpeta.filePath("plan.db");
+    qvx::AbrirBaseDeDatos(plan, true);
+    const auto hay = [&] {
+        return Sqlite(plan, "SELECT count(*) FROM Plan_Mantenimiento_Detalle; SELECT count(*) FROM Plan_Mantenimiento; "
+                            "SELECT count(*) FROM Operacion WHERE Op_Clase = 'Deshacer'; SELECT count(*) FROM "
+                            "Operacion_Deshecha; SELECT count(*) FROM Historia_Linea");
+    };
+    Sqlite(plan, "DELETE FROM Plan_Mantenimiento_Detalle; DELETE FROM Plan_Mantenimiento");
+    const QString antes = Filas(plan);
+    const qint64 operacion = Sqlite(plan, "SELECT max(Op_ID) FROM Operacion").toLongLong();
+    QSet<QString> despues;
+    int comoAntes = 0;
+    const auto deshacer = [&] {
+        const auto conexion = qvx::AbrirBaseDeDatos(plan, false);
+        qvx::FirmarOperaciones(*conexion, "ana");
+        const qvx::Firmante firmante{"ana", [] { return QString("2026-03-14 09:26:53"); }};
+        QVERIFY(qvx::Deshacer(*conexion, firmante, {operacion}, qvx::AlDeshacer::SoloEsas, false).SePuede());
+    };
+    EnCadaCambio(plan, 17, deshacer, [&](bool entera) {
+        if (!entera && Filas(plan) == antes)
+            ++comoAntes;
+        else
+            despues.insert(hay());
+    });
+    QVERIFY2(comoAntes > 10, qPrintable(QString::number(comoAntes)));
+    QCOMPARE(despues.size(), 1); // whole, and with its operation
+    QVERIFY2(despues.constBegin()->contains("\n1\n1\n"), qPrintable(*despues.constBegin()));
 }
 
 // Programs that start together: one brings the file up, the others find it so.

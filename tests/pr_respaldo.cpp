@@ -220,7 +220,7 @@ void PrRespaldo::todo()
             .RestaurarTodo(Lugar(), qvx::Sesion::Actual().Firmante(), escenario->ahora);
     };
     otro->Correr("BEGIN IMMEDIATE");
-    QVERIFY_EXCEPTION_THROWN(restaurar(), qvx::ErrorEjecucion);
+    QVERIFY_THROWS_EXCEPTION(qvx::ErrorEjecucion, restaurar());
     otro->Correr("ROLLBACK");
     QCOMPARE(escenario->Tablas(), cambiadas);
     const QString anterior = restaurar();

@@ -26,6 +26,7 @@
 #include <QSpinBox>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <cmath>
 #include <optional>
 
 namespace
@@ -37,7 +38,7 @@ constexpr QSize TamanoDeCopias{880, 640};
 // To a tenth of a megabyte.
 double Megas(qint64 octetos)
 {
-    return static_cast<double>((octetos + 50000) / 100000) / 10;
+    return std::round(static_cast<double>(octetos) / 100000) / 10;
 }
 
 QString ClaseDe(const qvx::Copia &copia)
