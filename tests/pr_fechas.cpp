@@ -145,7 +145,8 @@ void PrFechas::apartes()
              {"2026-12-31 d=8", "90", "semana"},
              {"2026-12-31 KM=1e9", "90", "1000000"},
              {"2026-12-31 KM=1", "0 123456789012345e30 KM", "Desbordamiento"}}) {
-        const QString dicho = Rechazo([&] { Programar({Servicio(servicio)}, DatosDe(datos)); });
+        const QString dicho =
+            Rechazo([servicio = servicio, datos = datos] { Programar({Servicio(servicio)}, DatosDe(datos)); });
         QVERIFY2(dicho.contains(parte), qPrintable(datos + ": " + dicho));
     }
     const QList<Entrada> una{Servicio("0 4.7 HR")};

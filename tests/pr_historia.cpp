@@ -264,8 +264,9 @@ void PrHistoria::azar()
     QVERIFY(fin != principio);
     // One by one, and all at once.
     QList<qint64> vueltas;
-    for (auto numero = hechas.crbegin(); numero != hechas.crend(); ++numero) {
-        const qvx::Deshecho hecho = Deshacer(*numero);
+    const QList<qint64> desdeLaUltima(hechas.crbegin(), hechas.crend());
+    for (const qint64 numero : desdeLaUltima) {
+        const qvx::Deshecho hecho = Deshacer(numero);
         QVERIFY2(hecho.SePuede(), qPrintable(hecho.reparos.join('\n')));
         vueltas.prepend(hecho.numero);
     }

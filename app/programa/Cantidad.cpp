@@ -20,7 +20,7 @@ constexpr Entero Diez(int exponente)
 
 constexpr Entero Escala = Diez(Lugares);
 
-QString Escrita(Entero unidades)
+QString EnCifras(Entero unidades)
 {
     const bool negativa = unidades < 0;
     const QString cifras = Digitos(negativa ? -unidades : unidades).rightJustified(Lugares + 1, QLatin1Char('0'));
@@ -71,7 +71,7 @@ Cantidad Cantidad::Redondeada(int decimales) const
 
 QString Cantidad::Texto() const
 {
-    QString texto = Escrita(unidades);
+    QString texto = EnCifras(unidades);
     while (texto.endsWith(QLatin1Char('0')))
         texto.chop(1);
     if (texto.endsWith(QLatin1Char('.')))
@@ -81,7 +81,7 @@ QString Cantidad::Texto() const
 
 QString Cantidad::Texto(int decimales) const
 {
-    QString texto = Escrita(Redondeada(decimales).unidades);
+    QString texto = EnCifras(Redondeada(decimales).unidades);
     texto.chop(Lugares - decimales + (decimales == 0 ? 1 : 0));
     const qsizetype primera = texto.startsWith(QLatin1Char('-')) ? 1 : 0;
     const qsizetype punto = decimales == 0 ? texto.size() : texto.indexOf(QLatin1Char('.'));

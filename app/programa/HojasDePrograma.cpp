@@ -8,10 +8,10 @@ namespace programa
 namespace
 {
 
-using Clase = ColumnaDeHoja::Clase;
+using ClaseDeHoja = ColumnaDeHoja::Clase;
 
 // A column of a number that its sheet adds up at its end.
-ColumnaDeHoja Sumada(const QString &titulo, Clase clase = Clase::Numero)
+ColumnaDeHoja Sumada(const QString &titulo, ClaseDeHoja clase = ClaseDeHoja::Numero)
 {
     return {titulo, clase, true};
 }
@@ -43,8 +43,8 @@ QList<int> Todas(const Programa &programa)
 Hoja HojaDeFechas(const PlanMedido &medido, const Programa &programa, const QList<int> &cuales)
 {
     Hoja hoja{"Programa",
-              {{"Fecha", Clase::Fecha},
-               {"Fecha teórica", Clase::Fecha},
+              {{"Fecha", ClaseDeHoja::Fecha},
+               {"Fecha teórica", ClaseDeHoja::Fecha},
                {"Parte"},
                {"Ruta"},
                {"Folio"},
@@ -53,8 +53,8 @@ Hoja HojaDeFechas(const PlanMedido &medido, const Programa &programa, const QLis
                {"Motivo"},
                Sumada("Mano de obra"),
                Sumada("Paro"),
-               Sumada("Costo", Clase::Dinero),
-               Sumada("Precio", Clase::Dinero)},
+               Sumada("Costo", ClaseDeHoja::Dinero),
+               Sumada("Precio", ClaseDeHoja::Dinero)},
               {}};
     hoja.filas.reserve(cuales.size());
     for (const int cual : cuales) {
@@ -71,9 +71,10 @@ Hoja HojaDeFechas(const PlanMedido &medido, const Programa &programa, const QLis
 
 Hoja HojaDeApartes(const PlanMedido &medido, const Programa &programa)
 {
-    Hoja hoja{"Sin programar",
-              {{"Por qué"}, {"Primera fecha", Clase::Fecha}, {"Parte"}, {"Ruta"}, {"Folio"}, {"Servicio"}, {"Motivo"}},
-              {}};
+    Hoja hoja{
+        "Sin programar",
+        {{"Por qué"}, {"Primera fecha", ClaseDeHoja::Fecha}, {"Parte"}, {"Ruta"}, {"Folio"}, {"Servicio"}, {"Motivo"}},
+        {}};
     for (const Aparte &aparte : programa.aparte) {
         const lectura::Servicio &servicio = medido.plan.servicios.at(aparte.servicio);
         hoja.filas.append({Nombre(aparte.clase), aparte.primera.isValid() ? QVariant(aparte.primera) : QVariant(),
@@ -117,9 +118,9 @@ Hoja HojaDeRefacciones(const PlanMedido &medido, const Programa &programa)
     AgregarMeses(hoja, programa);
     for (ColumnaDeHoja &columna : hoja.columnas)
         columna.seSuma = false;
-    hoja.columnas.append({"Cantidad", Clase::Numero});
-    hoja.columnas.append(Sumada("Costo", Clase::Dinero));
-    hoja.columnas.append(Sumada("Costo de hoy", Clase::Dinero));
+    hoja.columnas.append({"Cantidad", ClaseDeHoja::Numero});
+    hoja.columnas.append(Sumada("Costo", ClaseDeHoja::Dinero));
+    hoja.columnas.append(Sumada("Costo de hoy", ClaseDeHoja::Dinero));
     for (const Serie &serie : CalcularRefacciones(programa, medido.lineas)) {
         const lectura::Producto &producto = medido.lineas.productos.at(serie.producto);
         hoja.filas.append(QVariantList{medido.lineas.NombreDeGasto(serie.gasto), producto.clave, producto.descripcion,
@@ -139,10 +140,10 @@ Hoja HojaDeCostos(const PlanMedido &medido, const Programa &programa)
               {{"Mes"},
                Sumada("Mano de obra HR"),
                Sumada("Paro HR"),
-               Sumada("Costo", Clase::Dinero),
-               Sumada("Costo de hoy", Clase::Dinero),
-               Sumada("Precio", Clase::Dinero),
-               Sumada("Utilidad", Clase::Dinero)},
+               Sumada("Costo", ClaseDeHoja::Dinero),
+               Sumada("Costo de hoy", ClaseDeHoja::Dinero),
+               Sumada("Precio", ClaseDeHoja::Dinero),
+               Sumada("Utilidad", ClaseDeHoja::Dinero)},
               {}};
     const QList<Medida> meses = PorMes(programa, medido.medidas);
     for (int mes = 0; mes < meses.size(); ++mes) {
@@ -156,9 +157,10 @@ Hoja HojaDeCostos(const PlanMedido &medido, const Programa &programa)
 
 Hoja HojaDeParos(const PlanMedido &medido, const Programa &programa)
 {
-    Hoja hoja{"Paros",
-              {{"Fecha", Clase::Fecha}, Sumada("Servicios"), Sumada("Paro sumado HR"), Sumada("Paro compartido HR")},
-              {}};
+    Hoja hoja{
+        "Paros",
+        {{"Fecha", ClaseDeHoja::Fecha}, Sumada("Servicios"), Sumada("Paro sumado HR"), Sumada("Paro compartido HR")},
+        {}};
     for (const ParoDelDia &paro : CalcularParos(programa, medido.medidas))
         hoja.filas.append(
             {programa.Fecha(paro.dia), double(paro.servicios), paro.sumado.Numero(), paro.compartido.Numero()});
@@ -168,8 +170,8 @@ Hoja HojaDeParos(const PlanMedido &medido, const Programa &programa)
 Hoja HojaDeParosJuntos(const PlanMedido &medido, const Programa &programa, int dias)
 {
     Hoja hoja{"Paros juntos",
-              {{"Desde", Clase::Fecha},
-               {"Hasta", Clase::Fecha},
+              {{"Desde", ClaseDeHoja::Fecha},
+               {"Hasta", ClaseDeHoja::Fecha},
                Sumada("Fechas"),
                Sumada("Por separado HR"),
                Sumada("Juntos HR"),

@@ -11,7 +11,7 @@ namespace programa
 namespace
 {
 
-using Clase = impreso::Bloque::Clase;
+using ClaseDeBloque = impreso::Bloque::Clase;
 
 const QString PorLlenar = "____________";
 constexpr int RenglonesDeObservaciones = 5;
@@ -22,7 +22,7 @@ void PonerLineas(impreso::Documento &documento, const PlanMedido &medido, const 
         {"Hecho  Clase", 17}, {"Producto", 40}, {"Unidad", 8}, {"Planeada", 10, true}, {"Real", 15, true}};
     if (encargo.conCostos)
         columnas.append({"Costo", 12, true});
-    documento.Agregar(Clase::Seccion, {"Mano de obra, refacciones y herramientas"});
+    documento.Agregar(ClaseDeBloque::Seccion, {"Mano de obra, refacciones y herramientas"});
     documento.AgregarTabla(columnas);
     bool hay = false;
     const QList<lectura::Linea> &lineas = medido.lineas.lineas; // those of a service stand together, in their order
@@ -52,25 +52,26 @@ void PonerHoja(impreso::Documento &documento, const PlanMedido &medido, const La
 {
     const lectura::Servicio &servicio = medido.plan.servicios.at(labor.servicio);
     const auto horas = [](double numero) { return servicios::Cifra(numero) + " HR"; };
-    documento.Agregar(Clase::Titulo, {servicio.leido.folio + "  " + servicio.nombreServicio});
-    documento.Agregar(Clase::Datos, {"Parte", servicio.leido.parte + " " + servicio.ruta});
-    documento.Agregar(Clase::Datos, {"Vence", labor.vence.isValid() ? Escrita(labor.vence) : "sin fecha", "Prioridad",
-                                     servicio.nombrePrioridad.isEmpty() ? servicio.prioridad : servicio.nombrePrioridad,
-                                     "Equipos", QString::number(labor.equipos)});
-    documento.Agregar(Clase::Datos, {"Motivo", labor.motivo});
-    documento.Agregar(Clase::Datos, {"Duración estimada", horas(servicio.horas), "Paro del equipo",
-                                     servicio.conParo ? "sí, " + horas(servicio.horasParo) : QString("no")});
+    documento.Agregar(ClaseDeBloque::Titulo, {servicio.leido.folio + "  " + servicio.nombreServicio});
+    documento.Agregar(ClaseDeBloque::Datos, {"Parte", servicio.leido.parte + " " + servicio.ruta});
+    documento.Agregar(ClaseDeBloque::Datos,
+                      {"Vence", labor.vence.isValid() ? Escrita(labor.vence) : "sin fecha", "Prioridad",
+                       servicio.nombrePrioridad.isEmpty() ? servicio.prioridad : servicio.nombrePrioridad, "Equipos",
+                       QString::number(labor.equipos)});
+    documento.Agregar(ClaseDeBloque::Datos, {"Motivo", labor.motivo});
+    documento.Agregar(ClaseDeBloque::Datos, {"Duración estimada", horas(servicio.horas), "Paro del equipo",
+                                             servicio.conParo ? "sí, " + horas(servicio.horasParo) : QString("no")});
     if (encargo.conCostos)
-        documento.Agregar(Clase::Datos, {"Costo", Pesos(Cantidad::De(servicio.costo)), "Precio",
-                                         Pesos(Cantidad::De(servicio.precio))});
-    documento.Agregar(Clase::Campos, {"Máquina", "Número de serie"});
-    documento.Agregar(Clase::Campos, {"Lectura del medidor", "Fecha"});
-    documento.Agregar(Clase::Campos, {"Inicio", "Fin", "Paro real"});
+        documento.Agregar(ClaseDeBloque::Datos, {"Costo", Pesos(Cantidad::De(servicio.costo)), "Precio",
+                                                 Pesos(Cantidad::De(servicio.precio))});
+    documento.Agregar(ClaseDeBloque::Campos, {"Máquina", "Número de serie"});
+    documento.Agregar(ClaseDeBloque::Campos, {"Lectura del medidor", "Fecha"});
+    documento.Agregar(ClaseDeBloque::Campos, {"Inicio", "Fin", "Paro real"});
     PonerLineas(documento, medido, labor, encargo);
-    documento.Agregar(Clase::Recuadro, {"Observaciones"});
+    documento.Agregar(ClaseDeBloque::Recuadro, {"Observaciones"});
     documento.bloques.last().renglones = RenglonesDeObservaciones;
     documento.bloques.last().conLoQueSigue = true; // who signs has read them
-    documento.Agregar(Clase::Firmas, {"Realizó", "Revisó", "Recibió el equipo"});
+    documento.Agregar(ClaseDeBloque::Firmas, {"Realizó", "Revisó", "Recibió el equipo"});
 }
 
 } // namespace
@@ -95,7 +96,7 @@ impreso::Documento HojasDeTrabajo(const PlanMedido &medido, const QList<Labor> &
         PonerHoja(documento, medido, labor, encargo);
     }
     if (labores.isEmpty())
-        documento.Agregar(Clase::Parrafo, {"No hay servicios que hacer en lo que se eligió."});
+        documento.Agregar(ClaseDeBloque::Parrafo, {"No hay servicios que hacer en lo que se eligió."});
     return documento;
 }
 

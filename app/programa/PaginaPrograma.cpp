@@ -53,16 +53,16 @@ constexpr int AnchoDeMotivo = 220;
 constexpr int DiasParaJuntar = 7;
 constexpr int MaximoParaJuntar = 365;
 
-using Clase = qvx::ColumnaDeTabla::Clase;
+using ClaseEnTabla = qvx::ColumnaDeTabla::Clase;
 
 // As a list shows it: dates are texts there, and sort as such.
 QList<qvx::ColumnaDeTabla> ColumnasDe(const Hoja &hoja)
 {
     QList<qvx::ColumnaDeTabla> columnas;
     for (const ColumnaDeHoja &columna : hoja.columnas)
-        columnas.append({columna.titulo, columna.clase == ColumnaDeHoja::Clase::Numero   ? Clase::Numero
-                                         : columna.clase == ColumnaDeHoja::Clase::Dinero ? Clase::Dinero
-                                                                                         : Clase::Texto});
+        columnas.append({columna.titulo, columna.clase == ColumnaDeHoja::Clase::Numero   ? ClaseEnTabla::Numero
+                                         : columna.clase == ColumnaDeHoja::Clase::Dinero ? ClaseEnTabla::Dinero
+                                                                                         : ClaseEnTabla::Texto});
     return columnas;
 }
 
@@ -80,7 +80,7 @@ QList<QVariantList> FilasDe(const Hoja &hoja)
     return filas;
 }
 
-QLabel *Rotulo(const QString &nombre)
+QLabel *RotuloDePrograma(const QString &nombre)
 {
     auto *rotulo = new QLabel;
     rotulo->setObjectName(nombre);
@@ -106,24 +106,24 @@ PaginaPrograma::PaginaPrograma(const QString &base_, QWidget *padre)
     , modelo(new ModeloPrograma(this))
     , lvPrograma(new QTreeView)
     , totales(new qvx::ModeloTabla({{"Totales de"},
-                                    {"Fechas", Clase::Numero},
-                                    {"Mano de obra HR", Clase::Numero},
-                                    {"Paro sumado HR", Clase::Numero},
-                                    {"Costo", Clase::Dinero},
-                                    {"Costo de hoy", Clase::Dinero},
-                                    {"Precio", Clase::Dinero}},
+                                    {"Fechas", ClaseEnTabla::Numero},
+                                    {"Mano de obra HR", ClaseEnTabla::Numero},
+                                    {"Paro sumado HR", ClaseEnTabla::Numero},
+                                    {"Costo", ClaseEnTabla::Dinero},
+                                    {"Costo de hoy", ClaseEnTabla::Dinero},
+                                    {"Precio", ClaseEnTabla::Dinero}},
                                    0, this))
     , lvTotales(new qvx::VistaTabla("lvTotalesDePrograma", "Totales del programa"))
     , grafica(new GraficaDeCarga)
     , queSi(new PanelQueSi)
     , fichas(new QTabWidget)
     , lblTipo(new QLabel)
-    , lblDatos(Rotulo("lblDatosDePrograma"))
-    , lblConciliacion(Rotulo("lblConciliacion"))
-    , lblAviso(Rotulo("lblAvisoDePrograma"))
+    , lblDatos(RotuloDePrograma("lblDatosDePrograma"))
+    , lblConciliacion(RotuloDePrograma("lblConciliacion"))
+    , lblAviso(RotuloDePrograma("lblAvisoDePrograma"))
     , lblCuenta(new QLabel)
-    , lblLargoPlazo(Rotulo("lblLargoPlazo"))
-    , lblAhorro(Rotulo("lblAhorroDeParos"))
+    , lblLargoPlazo(RotuloDePrograma("lblLargoPlazo"))
+    , lblAhorro(RotuloDePrograma("lblAhorroDeParos"))
     , txtBuscar(new QLineEdit)
     , cboMes(new QComboBox)
     , cboOficio(new QComboBox)

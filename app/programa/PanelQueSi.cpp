@@ -21,7 +21,7 @@ constexpr int MilisegundosDeReposo = 120;
 constexpr int PasosDelDeslizador = 240;
 constexpr double HorasDelDia = 24;
 
-using Clase = qvx::ColumnaDeTabla::Clase;
+using ClaseDeMedida = qvx::ColumnaDeTabla::Clase;
 
 QVariantList FilaDe(const QString &de, const programa::Cantidad &antes, const programa::Cantidad &despues)
 {
@@ -34,9 +34,9 @@ PanelQueSi::PanelQueSi(QWidget *padre)
     : QWidget(padre)
     , lblFechas(new QLabel)
     , modelo(new qvx::ModeloTabla({{"En el año"},
-                                   {"Con los datos del programa", Clase::Numero},
-                                   {"Con lo supuesto", Clase::Numero},
-                                   {"Diferencia", Clase::Numero}},
+                                   {"Con los datos del programa", ClaseDeMedida::Numero},
+                                   {"Con lo supuesto", ClaseDeMedida::Numero},
+                                   {"Diferencia", ClaseDeMedida::Numero}},
                                   0, this))
     , lvQueSi(new qvx::VistaTabla("lvQueSi", "Diferencias con lo supuesto"))
     , cmdTomar(new QPushButton("&Usar estos datos…"))

@@ -1,16 +1,13 @@
 #include "app/programa/TextosDePrograma.h"
 
 #include "app/Textos.h"
+#include "app/programa/PartesDeReporte.h"
 
 namespace
 {
 
 using programa::Cantidad;
-
-QString Pesos(const Cantidad &importe)
-{
-    return "$" + importe.Texto(2);
-}
+using programa::Pesos;
 
 // The total of rows from one to before another, called as it is.
 QVariantList FilaDeTotal(const Hoja &hoja, const QString &nombre, qsizetype desde, qsizetype hasta)

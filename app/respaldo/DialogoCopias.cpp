@@ -32,7 +32,7 @@
 namespace
 {
 
-using Clase = qvx::ColumnaDeTabla::Clase;
+using ClaseDeCelda = qvx::ColumnaDeTabla::Clase;
 
 constexpr QSize TamanoDeCopias{880, 640};
 // To a tenth of a megabyte.
@@ -74,9 +74,11 @@ DialogoCopias::DialogoCopias(const QString &base_, QWidget *duena)
     , base(base_)
     , lugar(respaldo::LugarDe(base))
     , modeloCopias(new qvx::ModeloTabla(
-          {{"Fecha"}, {"MB", Clase::Numero}, {"Versión", Clase::Numero}, {"Clase"}, {"Archivo"}}, 0, this))
+          {{"Fecha"}, {"MB", ClaseDeCelda::Numero}, {"Versión", ClaseDeCelda::Numero}, {"Clase"}, {"Archivo"}}, 0,
+          this))
     , modeloPlanes(new qvx::ModeloTabla(
-          {{"Clave"}, {"Tipo de equipo"}, {"Partes", Clase::Numero}, {"Servicios", Clase::Numero}}, 0, this))
+          {{"Clave"}, {"Tipo de equipo"}, {"Partes", ClaseDeCelda::Numero}, {"Servicios", ClaseDeCelda::Numero}}, 0,
+          this))
     , lvCopias(new qvx::VistaTabla("lvCopias", "Copias de la base de datos"))
     , lvPlanes(new qvx::VistaTabla("lvPlanes", "Planes de la copia elegida"))
     , lblAviso(Rotulo("lblAviso", {}))
