@@ -1,7 +1,23 @@
 #include "app/Paginas.h"
 
+#include <QScrollArea>
 #include <QTabBar>
-#include <QVBoxLayout>
+
+namespace
+{
+
+// A page that needs more room than the screen has can be moved about.
+QScrollArea *Marco()
+{
+    auto *marco = new QScrollArea;
+    marco->setObjectName("marco");
+    marco->setFrameShape(QFrame::NoFrame);
+    marco->setWidgetResizable(true);
+    marco->setFocusPolicy(Qt::NoFocus);
+    return marco;
+}
+
+} // namespace
 
 Paginas::Paginas(QWidget *padre) : QTabWidget(padre)
 {
@@ -17,7 +33,7 @@ void Paginas::Agregar(const Pagina &pagina)
     paginas.append(pagina);
     hechas.append(nullptr);
     const QSignalBlocker callada(this); // the first one would be shown at once
-    addTab(new QWidget, QString(pagina.titulo).remove(QLatin1Char('&')));
+    addTab(Marco(), QString(pagina.titulo).remove(QLatin1Char('&')));
 }
 
 void Paginas::Mostrar(const QString &nombre)
@@ -50,10 +66,10 @@ void Paginas::AlCambiar(int lugar)
     QWidget *foco = widget(lugar)->focusWidget(); // where it was left
     if (!hechas.at(lugar)) {
         QWidget *hecha = paginas.at(lugar).hacer();
-        auto *disposicion = new QVBoxLayout(widget(lugar));
-        disposicion->setContentsMargins(0, 0, 0, 0);
-        disposicion->addWidget(hecha);
-        if (isVisible()) // the layout would do so later, and whoever asked for the page uses it now
+        auto *marco = static_cast<QScrollArea *>(widget(lugar));
+        marco->setWidget(hecha);
+        hecha->setAutoFillBackground(false);
+        if (isVisible()) // the frame would do so later, and whoever asked for the page uses it now
             hecha->show();
         widget(lugar)->setFocusProxy(hecha);
         hechas[lugar] = hecha;

@@ -281,6 +281,7 @@ QMap<QString, PrDialogos::Espera> PrDialogos::Esperas()
          tipo([](P &p, QWidget *) { QTest::mousePress(p.Arbol().viewport(), Qt::LeftButton, {}, QPoint(5, 5)); })},
         {"celda dejada por tecla",
          celda([](QWidget &, SSOleDBGrid &, QWidget *linea) { QTest::keyClick(linea, Qt::Key_Tab); })},
+        {"celda dejada al aceptar", celda([](QWidget &editor, SSOleDBGrid &, QWidget *) { Aceptar(editor); })},
         {"celda dejada por flecha",
          celda([](QWidget &, SSOleDBGrid &, QWidget *linea) { QTest::keyClick(linea, Qt::Key_Down); })},
         {"celda dejada por otra", celda([](QWidget &, SSOleDBGrid &grid, QWidget *) {
@@ -325,12 +326,13 @@ void PrDialogos::cierre()
     Esperas()[espera](*this, [&](QWidget &) {
         cerrada = true;
         Cerrar(como);
+        Mensajes();
     });
     QVERIFY(cerrada);
     QCoreApplication::processEvents();
     QVERIFY(!qvx::Sesion::Actual().Conexion().EnTransaccion());
     QCOMPARE(escenario->Tablas(), antes);
-    Mensajes();
+    QCOMPARE(Mensajes(), QStringList()); // none of a procedure that went on
 }
 
 PRUEBA_MAIN(PrDialogos)

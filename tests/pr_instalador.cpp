@@ -205,6 +205,9 @@ void PrInstalador::restos()
     QCOMPARE(Contenido(archivo), antes);
     QCOMPARE(QDir(carpeta.path()).entryList(QDir::Files).join(' '),
              "x.db x.db.backup x.db.qvx-bbbbbb x.db.qvx-cccccc y.db.qvx-dddddd");
+    poner("x.db.qvx-cccccc", 3600); // too young then, and the database is there by now
+    qvx::AbrirBaseDeDatos(archivo, false);
+    QVERIFY(!QFileInfo::exists(carpeta.filePath("x.db.qvx-cccccc")));
 }
 
 void PrInstalador::rechazada_data()

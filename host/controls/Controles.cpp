@@ -73,14 +73,15 @@ void Controles::Ejecutar(const QAction &orden, void (Controles::*senal)())
 {
     const QString titulo = orden.text();
     const QPointer<Controles> viva = this;
+    const bool vista = isVisible();
     if (&orden != cancelar && &orden != cerrar && !qvx::EntradaPendiente::ConfirmarLaDelFoco())
         return;
-    if (!viva)
+    if (!viva || isVisible() != vista) // the form went while a message waited
         return;
     // An entry that cannot be taken may have been left behind, on a page that is not open.
     if (&orden == aceptar && !qvx::EntradaPendiente::ConfirmarLasDe(*parentWidget()))
         return;
-    if (viva && orden.isEnabled() && orden.text() == titulo)
+    if (viva && isVisible() == vista && orden.isEnabled() && orden.text() == titulo)
         Q_EMIT(this->*senal)();
 }
 

@@ -20,8 +20,10 @@ Formulario::Formulario(const QWidget *duena)
     : QWidget(duena->window(), Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowTitleHint)
 {
     setWindowModality(Qt::ApplicationModal);
-    if (const auto *formulario = qobject_cast<const Formulario *>(duena))
+    if (const auto *formulario = qobject_cast<const Formulario *>(duena)) {
         connect(formulario, &Formulario::Descargado, this, &Formulario::Descargar);
+        connect(formulario, &QObject::destroyed, this, &Formulario::Descargar);
+    }
 }
 
 void Formulario::Cargar()

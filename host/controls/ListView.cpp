@@ -73,12 +73,14 @@ void ListView::AjustarTitulos()
 
 bool ListView::event(QEvent *evento)
 {
-    const bool resultado = QTreeWidget::event(evento);
     const QEvent::Type tipo = evento->type();
     const bool otraLetra = tipo == QEvent::StyleChange || tipo == QEvent::FontChange;
+    if (!otraLetra && tipo != QEvent::Show && tipo != QEvent::Resize)
+        return QTreeWidget::event(evento); // after a key or a click there may be no list any more
+    const bool resultado = QTreeWidget::event(evento);
     if (otraLetra)
         titulos.clear();
-    if (isVisible() && (otraLetra || tipo == QEvent::Show || tipo == QEvent::Resize))
+    if (isVisible())
         AjustarTitulos();
     return resultado;
 }

@@ -67,7 +67,8 @@ BaseAbierta Conectar(const QString &ruta, const QString &opciones, const BaseAbi
     }
 }
 
-// What programs that were killed have left: the user's own, and nobody is at it.
+} // namespace
+
 void BorrarRestos(const QString &lugar)
 {
     const QFileInfo base(lugar);
@@ -85,8 +86,6 @@ void BorrarRestos(const QString &lugar)
         abierto.remove();
     }
 }
-
-} // namespace
 
 QString BaseDeDatos(const QString &archivo)
 {

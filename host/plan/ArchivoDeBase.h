@@ -33,6 +33,9 @@ int RevisarVersion(BaseAbierta &base, const QString &sujeto);
 void RevisarEntera(BaseAbierta &base, const QString &sujeto, int version);
 int VersionDe(BaseAbierta &base);
 
+// What programs that were killed have left beside a file that they were making: the user's own, when nobody is at it.
+void BorrarRestos(const QString &lugar);
+
 // A file of the owner's alone, beside its place until it is whole. The lock says that somebody is at it; what a program
 // that was killed has left of one goes when the next one is made there.
 class Provisional

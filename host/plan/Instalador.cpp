@@ -131,6 +131,7 @@ std::unique_ptr<Conexion> AbrirBaseDeDatos(const QString &archivo, bool conEjemp
     const QString sujeto = archivo::BaseDeDatos(archivo);
     if (!QFileInfo::exists(archivo))
         Crear(archivo, conEjemplos);
+    archivo::BorrarRestos(archivo);
     archivo::RevisarCabecera(archivo, sujeto);
     if (!QFileInfo(archivo).isWritable())
         archivo::Rechazar(sujeto, "es de solo lectura: no se podrían guardar cambios");
