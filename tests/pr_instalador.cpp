@@ -161,19 +161,19 @@ void EnCadaCambio(const QString &archivo, int paso, const std::function<void()> 
 
 // What the engine does to the disk goes through here: this program's functions come before the system's.
 
-extern "C" ssize_t pwrite64(int archivo, const void *octetos, size_t cuantos, off64_t lugar)
+extern "C" Q_DECL_EXPORT ssize_t pwrite64(int archivo, const void *octetos, size_t cuantos, off64_t lugar)
 {
     static const auto verdadera = reinterpret_cast<decltype(&pwrite64)>(dlsym(RTLD_NEXT, "pwrite64"));
     return DiscoFalla() ? -1 : verdadera(archivo, octetos, cuantos, lugar);
 }
 
-extern "C" int fdatasync(int archivo)
+extern "C" Q_DECL_EXPORT int fdatasync(int archivo)
 {
     static const auto verdadera = reinterpret_cast<decltype(&fdatasync)>(dlsym(RTLD_NEXT, "fdatasync"));
     return DiscoFalla() ? -1 : verdadera(archivo);
 }
 
-extern "C" int unlink(const char *archivo) noexcept
+extern "C" Q_DECL_EXPORT int unlink(const char *archivo) noexcept
 {
     static const auto verdadera = reinterpret_cast<decltype(&unlink)>(dlsym(RTLD_NEXT, "unlink"));
     if (!discoLleno) // there is always room to delete

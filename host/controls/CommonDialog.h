@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QWidget>
 
-namespace comunesQVX
+namespace QVX_EXPORTA comunesQVX
 {
 
 // The file dialog, placed invisibly on a form. Chooses a name; opens and writes nothing.

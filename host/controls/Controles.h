@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QToolBar>
 #include <array>
 
-namespace toolbarQVX
+namespace QVX_EXPORTA toolbarQVX
 {
 
 // The command of an extra button: its caption, and the file of its icon.

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QPointer>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A window with two owners: who made it, by this object, and the parent that it stands over. The first who goes takes

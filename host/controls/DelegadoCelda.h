@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QStyledItemDelegate>
 
-namespace SSDataWidgets_B_OLEDB
+namespace QVX_EXPORTA SSDataWidgets_B_OLEDB
 {
 
 class SSOleDBGrid;

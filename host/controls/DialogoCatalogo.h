@@ -1,5 +1,7 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QDialog>
 #include <functional>
 
@@ -8,7 +10,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class ModeloTabla;

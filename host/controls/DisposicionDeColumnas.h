@@ -1,10 +1,12 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QObject>
 
 class QTreeView;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // How a person lays the columns of a list out: widths, order, sorting.

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <Qt>
 #include <functional>
 
 class QWidget;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A control whose entry counts only when it is left: a form's command confirms it first, so that accepting by key or

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QLabel>
 
-namespace LabelQvx
+namespace QVX_EXPORTA LabelQvx
 {
 
 // The host's label. Its buddy is the control it names: set in the form, with a mnemonic in the caption.

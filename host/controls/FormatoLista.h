@@ -1,11 +1,13 @@
 #pragma once
 
-namespace comunesQVX
+#include "system/Exporta.h"
+
+namespace QVX_EXPORTA comunesQVX
 {
 class ListView;
 }
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // Gives a filled list its final look: columns as wide as their titles and texts, the last one up to the edge.

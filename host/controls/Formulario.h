@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QPointer>
 #include <QWidget>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // Whoever waited for a person finds his form closed or destroyed: his procedure has nothing more to do, and nothing to

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QIcon>
 #include <QList>
 
-namespace comunesQVX
+namespace QVX_EXPORTA comunesQVX
 {
 
 // Pictures numbered from 1.

@@ -2,11 +2,12 @@
 
 #include "controls/DialogoCatalogo.h"
 #include "session/Interaccion.h"
+#include "system/Exporta.h"
 
 #include <QList>
 #include <QMessageBox>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A message's style number taken apart; buttons are given by the numbers of their answers.

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "session/Lista.h"
+#include "system/Exporta.h"
 
 #include <QList>
 #include <QTreeWidget>
 
-namespace comunesQVX
+namespace QVX_EXPORTA comunesQVX
 {
 
 // A list of rows of texts; operations on a row take its first column as the key.

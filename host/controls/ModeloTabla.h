@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QAbstractTableModel>
 #include <functional>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 struct ColumnaDeTabla {

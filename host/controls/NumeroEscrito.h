@@ -1,11 +1,13 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 
 class QLineEdit;
 
 // Numbers that a person types: nothing is refused key by key, since a number that lost a key is another number.
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // More characters than any number that can be shown has; with so few of them none is too large for a number.

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "controls/EntradaPendiente.h"
+#include "system/Exporta.h"
 
 #include <QTableWidget>
 #include <QTimer>
 
-namespace SSDataWidgets_B_OLEDB
+namespace QVX_EXPORTA SSDataWidgets_B_OLEDB
 {
 
 struct Columna {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <Qt>
 
-namespace comunesQVX
+namespace QVX_EXPORTA comunesQVX
 {
 
 // Codes of the keys that the controls' events tell.

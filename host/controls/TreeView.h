@@ -2,12 +2,13 @@
 
 #include "controls/EntradaPendiente.h"
 #include "controls/ImageList.h"
+#include "system/Exporta.h"
 
 #include <QHash>
 #include <QTreeWidget>
 #include <optional>
 
-namespace comunesQVX
+namespace QVX_EXPORTA comunesQVX
 {
 
 class TreeView;

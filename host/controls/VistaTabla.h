@@ -1,10 +1,11 @@
 #pragma once
 
 #include "controls/DisposicionDeColumnas.h"
+#include "system/Exporta.h"
 
 #include <QTreeView>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class ModeloTabla;

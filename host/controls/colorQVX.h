@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QWidget>
 
-namespace coloresQVX
+namespace QVX_EXPORTA coloresQVX
 {
 
 // The host's colour scheme, placed invisibly on a form.

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QTabWidget>
 
-namespace ssTabQvx
+namespace QVX_EXPORTA ssTabQvx
 {
 
 // The host's tab control; pages are numbered from 0. Enter moves on as Tab does, through KeyPress(13).

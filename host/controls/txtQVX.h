@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/EntradaPendiente.h"
+#include "system/Exporta.h"
 
 #include <QFont>
 #include <QWidget>
@@ -10,12 +11,12 @@ class QKeyEvent;
 class QLineEdit;
 class QToolButton;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 class ErrorEjecucion;
 } // namespace qvx
 
-namespace textoQVX
+namespace QVX_EXPORTA textoQVX
 {
 
 // The host's text box: plain, numeric, or a lookup over a catalogue, which carries a search button (also F3) and fills

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // What went wrong in the engine, as far as it says something to the person.

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QList>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QVariantList>
 #include <functional>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A connection of the toolkit while it is being looked at, before it is a Conexion: closed and forgotten when it goes,

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QFunctionPointer>
 #include <QString>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // Loads a library that stands beside this one, whatever the working folder is, and gives what it is asked for. It stays

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "data/Servidor.h"
+#include "system/Exporta.h"
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Dialecto;

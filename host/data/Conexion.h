@@ -5,6 +5,7 @@
 #include "data/Recordset.h"
 #include "data/Reglas.h"
 #include "data/Traza.h"
+#include "system/Exporta.h"
 
 #include <QHash>
 #include <QSet>
@@ -13,7 +14,7 @@
 #include <functional>
 #include <memory>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The one way to the database. Statements stay as they were composed; one at a time, and only SELECT, INSERT, UPDATE,

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "data/Texto.h"
+#include "system/Exporta.h"
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // "1 renglón", "1,234 renglones".

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/Aclaracion.h"
+#include "system/Exporta.h"
 
 #include <QString>
 #include <QStringList>
@@ -9,7 +10,7 @@
 class QSqlDatabase;
 class QSqlError;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The screens write the dialect of the host's server. A dialect turns a statement's shape (no literals in it) into

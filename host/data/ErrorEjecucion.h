@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 #include <exception>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // Numbers of the run-time errors that the system raises itself.

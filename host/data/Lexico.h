@@ -1,10 +1,12 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A statement taken apart: its shape, with " ? " where the literals stood, and the literals' values in order. Texts

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "data/Conexion.h"
+#include "system/Exporta.h"
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // Makes all that is read while it lives be of one moment. For a command, which no event of a window stands around.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QAnyStringView>
 #include <QString>
 #include <QStringList>
@@ -7,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The rows of a query, read whole: any number of record sets may be open at once.

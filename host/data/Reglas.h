@@ -1,13 +1,14 @@
 #pragma once
 
 #include "data/Recordset.h"
+#include "system/Exporta.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <optional>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 struct Sentencia;

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QList>
 #include <QPair>
 #include <QString>
 
 class QSqlDatabase;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A shared server and a database of it: the options of a connection as libpq names them.

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
 #include <optional>
 
 // Texts of keys, numbers and amounts. One place, so that every engine, box and grid writes them the same way.
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The text as a literal of a statement: between single quotes, with its own quotes doubled. For the host's own

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "data/Conexion.h"
+#include "system/Exporta.h"
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A transaction that is taken back unless it is confirmed. Begins and ends as the connection's own, with its errors.

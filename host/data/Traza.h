@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QFile>
 #include <QString>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The file that every statement is appended to, as it was composed: for its owner alone.

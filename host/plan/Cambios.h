@@ -1,5 +1,7 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -7,7 +9,7 @@
 #include <QVariantList>
 #include <functional>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

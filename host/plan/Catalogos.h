@@ -1,5 +1,7 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -7,7 +9,7 @@
 
 // The host's catalogues: what a catalogue's code means in tables and columns. Retired ("BA") and cancelled ("CA")
 // entries are not offered.
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 #include <QStringList>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

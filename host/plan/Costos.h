@@ -1,10 +1,11 @@
 #pragma once
 
 #include "plan/ServiciosDelPlan.h"
+#include "system/Exporta.h"
 
 // What the plans' lines cost beside what the catalogue says that they cost now. Tools are left out: they add to no
 // service's cost, and the editor stores them without one, whatever an import gave them.
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The number without what binary fractions leave behind it.

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "plan/Cambios.h"
+#include "system/Exporta.h"
 
 #include <QDate>
 #include <QMap>
 #include <optional>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // How much a machine is used a day, in a unit of its readings, and what its meter says on day zero.

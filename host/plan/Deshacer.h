@@ -1,12 +1,13 @@
 #pragma once
 
 #include "plan/Cambios.h"
+#include "system/Exporta.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // What becomes of operations that are taken back.

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QDateTime>
 #include <QString>
 #include <memory>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
 #include <array>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

@@ -3,8 +3,9 @@
 #include "data/Reglas.h"
 #include "plan/OperacionEnCurso.h"
 #include "plan/Versiones.h"
+#include "system/Exporta.h"
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "plan/ServiciosDelPlan.h"
+#include "system/Exporta.h"
 
 #include <QPair>
 
 // Spare-part lines that no expense type on offer pays for: their services cannot be saved.
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 struct RefaccionSinGasto {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The version of the schema that this program writes and reads, and the oldest that it brings up to it.

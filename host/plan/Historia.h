@@ -1,11 +1,12 @@
 #pragma once
 
 #include "plan/FilasDelPlan.h"
+#include "system/Exporta.h"
 
 #include <QString>
 #include <limits>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

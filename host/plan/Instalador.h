@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 #include <memory>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QList>
 #include <QPair>
 #include <QString>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

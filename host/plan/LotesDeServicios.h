@@ -1,13 +1,14 @@
 #pragma once
 
 #include "plan/Cambios.h"
+#include "system/Exporta.h"
 
 #include <QList>
 
 // What is done to many services of one plan at once. Each is one transaction that holds the plan, signs and logs each
 // service, and writes all of them or nothing. They raise an ErrorEjecucion in Spanish for a service that was changed
 // since it was read (who and when), for what the rules refuse (plan/ReglasDeLote.h), and data errors.
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A service, as it was read, and the part that it is to hang from.

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "plan/Cambios.h"
+#include "system/Exporta.h"
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A part with all below it, as it was read, and the part that it is to hang from, or the root.

@@ -2,10 +2,11 @@
 
 #include "data/Reglas.h"
 #include "plan/Guion.h"
+#include "system/Exporta.h"
 
 #include <QSet>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

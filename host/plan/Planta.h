@@ -1,8 +1,9 @@
 #pragma once
 
 #include "plan/Cambios.h"
+#include "system/Exporta.h"
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The plant's name, as it stands on reports; "" for none. Raises data errors.

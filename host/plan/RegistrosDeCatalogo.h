@@ -1,5 +1,7 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QHash>
 #include <QList>
 #include <QSet>
@@ -9,7 +11,7 @@
 
 // The keeping of the catalogues: their rows with all columns and in every state, the rules for changing them, and the
 // one way to write them.
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "plan/Arbol.h"
+#include "system/Exporta.h"
 
 // What the screen lets a planner do with one service or part holds for many at once: why something must not be, as a
 // sentence; "" when it may be. Asked for the preview, and again inside the transaction that writes.
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // estado: the service's own.

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QDate>
 #include <QDateTime>
 #include <QList>
 #include <QString>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // Where the copies of an embedded database are, and how many of the program's own are kept there.

@@ -3,10 +3,11 @@
 #include "plan/ArchivoDeBase.h"
 #include "plan/Cambios.h"
 #include "plan/Respaldo.h"
+#include "system/Exporta.h"
 
 #include <memory>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

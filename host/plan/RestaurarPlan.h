@@ -2,8 +2,9 @@
 
 #include "plan/Cambios.h"
 #include "plan/FilasDelPlan.h"
+#include "system/Exporta.h"
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // How many rows are written or removed.

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "plan/Claves.h"
+#include "system/Exporta.h"
 
 #include <QHash>
 #include <QString>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

@@ -2,11 +2,12 @@
 
 #include "data/Recordset.h"
 #include "plan/Cambios.h"
+#include "system/Exporta.h"
 
 #include <QHash>
 #include <QVariantList>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A service, with what a person knows it by.

@@ -2,8 +2,9 @@
 
 #include "plan/Cambios.h"
 #include "plan/RegistrosDeCatalogo.h"
+#include "system/Exporta.h"
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // One place where a key of a catalogue stands: a line of a service, a service, a part's type, or another catalogue.

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QApplication>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The host's application. Every event passes through notify: a transaction that was not open when an event began and

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QFont>
 #include <QList>
 #include <QPair>
@@ -8,7 +10,7 @@
 
 class QWidget;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // What a message box is asked to show: the six arguments of Sistema::Mensaje and, below them, details that can be

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QStringList>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A list of rows that a query is shown in.

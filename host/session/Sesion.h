@@ -1,13 +1,14 @@
 #pragma once
 
 #include "plan/Cambios.h"
+#include "system/Exporta.h"
 
 #include <QDateTime>
 #include <QString>
 #include <functional>
 #include <memory>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Conexion;

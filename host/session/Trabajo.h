@@ -1,12 +1,14 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QPointer>
 #include <memory>
 #include <vector>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Aplicacion;

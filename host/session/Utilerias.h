@@ -1,5 +1,7 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QDateTime>
 #include <QFont>
 #include <QString>
@@ -7,7 +9,7 @@
 
 class QWidget;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class Lista;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QFile>
 #include <QString>
 #include <optional>
 #include <sys/types.h>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A file of the person's, written whole or not at all: what was there before stays until the new one is complete. It is

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The mark of the build that this library is of. A component is of the same build when it was compiled with the same

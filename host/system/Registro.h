@@ -1,9 +1,11 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 #include <optional>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // The per-user registry of component classes: which library makes a class.

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QString>
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // Where a path of the host's drive C: ("C:\inetpub\...") lies on this machine: below the folder "unidad_c" beside the

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "system/Exporta.h"
+
 #include <QList>
 #include <QString>
 #include <memory>
@@ -8,7 +10,7 @@
 struct _xmlDoc;
 struct _xmlNode;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 class EsquemaXml;

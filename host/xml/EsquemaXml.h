@@ -1,5 +1,6 @@
 #pragma once
 
+#include "system/Exporta.h"
 #include "xml/Documento.h"
 
 #include <QHash>
@@ -7,7 +8,7 @@
 
 struct _xmlSchema;
 
-namespace qvx
+namespace QVX_EXPORTA qvx
 {
 
 // A schema for documents without a namespace. Beyond what a schema can say, attributes must stand in the order in which
