@@ -2,10 +2,10 @@
 
 #include "component/IPantalla.h"
 #include "data/ErrorEjecucion.h"
+#include "system/Carpetas.h"
 #include "system/Marca.h"
 #include "system/Registro.h"
 
-#include <QCoreApplication>
 #include <QLibrary>
 #include <QTextStream>
 #include <QVariant>
@@ -33,10 +33,14 @@ void Avisar(const QString &que)
     QTextStream(stderr) << que << Qt::endl;
 }
 
-// The registered one, unless it is of another build than this program. The library beside the program is as good as the
-// program itself, and is registered.
+// An installed program takes the one that it was installed with, whatever is registered. In a build's folder it is the
+// registered one, unless it is of another build; the one beside the program is as good as the program itself, and is
+// registered.
 QString Biblioteca()
 {
+    const QString propia = qvx::CarpetaDeComponentes() + "/libKT580.so";
+    if (qvx::Instalado())
+        return propia;
     try {
         const auto registrada = qvx::registro::Buscar(KT580::ClavePantalla);
         if (registrada && registrada->marca == qvx::Marca())
@@ -44,7 +48,7 @@ QString Biblioteca()
     } catch (const qvx::ErrorEjecucion &error) {
         Avisar(error.Descripcion());
     }
-    QLibrary vecina(QCoreApplication::applicationDirPath() + "/libKT580.so");
+    QLibrary vecina(propia);
     const auto registrar = reinterpret_cast<com::FnSinArgumentos>(Entrada(vecina, "DllRegisterServer"));
     if (registrar() != com::S_OK)
         Avisar("La pantalla KT580 no se pudo registrar en " + qvx::registro::Archivo() + ".");

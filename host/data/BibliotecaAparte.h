@@ -8,7 +8,7 @@
 namespace QVX_EXPORTA qvx
 {
 
-// Loads a library that stands beside this one, whatever the working folder is, and gives what it is asked for. It stays
+// Loads a library of the folder of components, whatever the working folder is, and gives what it is asked for. It stays
 // loaded. Raises an ErrorEjecucion that begins with what is missing when there is none.
 QFunctionPointer ResolverAparte(const QString &archivo, const char *entrada, const QString &falta);
 

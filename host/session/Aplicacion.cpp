@@ -61,6 +61,7 @@ Aplicacion::Aplicacion(int &argc, char **argv) : QApplication(argc, argv)
 {
     setApplicationName("quorvex");
     setApplicationDisplayName("Quorvex");
+    setDesktopFileName("org.quorvex.quorvex");
     setWindowIcon(QIcon(":/controls/quorvex.svg"));
     QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Mexico));
     auto *traductor = new Traductor(this); // the toolkit's own dialogs

@@ -1,6 +1,9 @@
 #include "system/UnidadC.h"
 
+#include "system/Carpetas.h"
+
 #include <QCoreApplication>
+#include <QFileInfo>
 
 namespace qvx
 {
@@ -9,8 +12,11 @@ QString RutaEnUnidadC(const QString &ruta)
 {
     if (!ruta.startsWith("C:\\", Qt::CaseInsensitive))
         return ruta;
+    QString unidad = QCoreApplication::applicationDirPath() + "/unidad_c";
+    if (Instalado() && !QFileInfo(unidad).isDir())
+        unidad = CarpetaDeDatos() + "/unidad_c";
     QString resto = ruta.mid(2);
-    return QCoreApplication::applicationDirPath() + "/unidad_c" + resto.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    return unidad + resto.replace(QLatin1Char('\\'), QLatin1Char('/'));
 }
 
 } // namespace qvx
