@@ -34,7 +34,7 @@ cmp construido.xml instalado.xml
 quorvex --validar instalado.xml
 quorvex --base-datos plan.db --importar instalado.xml --si
 quorvex --base-datos plan.db --exportar-catalogo UNIDAD unidades.xlsx
-! quorvex --revisar --servidor postgresql://nadie@127.0.0.1:1/nada >servidor.log 2>&1
+quorvex --revisar --servidor postgresql://nadie@127.0.0.1:1/nada >servidor.log 2>&1 && fallo "There is no such server"
 ! grep -i 'faltan bibliotecas' servidor.log || fallo "The server's library was not found"
 find usr -type f \( -name '*.so*' -o -name quorvex -perm /100 \) -exec readelf -dW {} + >dinamico.log
 ! grep -E 'R(UN)?PATH' dinamico.log || fallo "A path of the build was installed"
@@ -64,9 +64,8 @@ cmake -S "$proyecto/examples/anfitrion" -B anfitrion -G Ninja -DCMAKE_PREFIX_PAT
     -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >cmake.log || fallo "$(cat cmake.log)"
 cmake --build anfitrion >obra.log || fallo "$(cat obra.log)"
 read -ra compilar < <(sed -nE 's/.*"command": "(.*) -o .*/\1/p' anfitrion/compile_commands.json)
-(cd usr/include/qvx-1 && printf '#include <%s>\n' */*.h) | while read -r linea; do
-    "${compilar[@]}" -fsyntax-only -x c++ - <<<"$linea" || fallo "It does not stand by itself: $linea"
-done
+find usr/include -name '*.h' -print0 | xargs -0 -P "$(nproc)" -I{} "${compilar[@]}" -fsyntax-only -w -x c++ {} ||
+    fallo "A header does not stand by itself"
 QVX_TRAZA=$privado/traza LD_LIBRARY_PATH=$libs anfitrion/anfitrion plan.db 0001 >anfitrion.log 2>&1 &
 anfitrion=$!
 for ((i = 0; i < 300; i++)); do
