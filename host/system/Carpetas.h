@@ -2,8 +2,6 @@
 
 #include "system/Exporta.h"
 
-#include "system/Exporta.h"
-
 #include <QString>
 
 namespace QVX_EXPORTA qvx
