@@ -423,9 +423,7 @@ void PrServidor::actualizarConGente()
     const QString antes = Filas(vieja);
     const qvx::Servidor suyo(cluster::Direccion(usuario, vieja, {}, "?options=-c%20quorvex.esquema%3D2"));
     QString dicho;
-    qvx::BaseAbierta gente(
-        "QPSQL", [&](QSqlDatabase &nueva) { suyo.Preparar(nueva); },
-        [&](const QSqlError &error) { dicho = error.databaseText(); });
+    qvx::BaseAbierta gente(suyo.Controlador(), [&](const QSqlError &error) { dicho = error.databaseText(); });
     const QString cambio = "UPDATE Tipo_Equipo_Parte SET Tep_Descripcion = 'OTRA' WHERE Tep_ID = '0001'";
     gente.Ejecutar("PREPARE mirar AS SELECT * FROM Tipo_Equipo_Parte");
     gente.Ejecutar("BEGIN");

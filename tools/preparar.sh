@@ -6,7 +6,7 @@ BITACORAS=build/log
 # shellcheck disable=SC2034 # used by those who source this
 paquetes_programa=(
     g++ cmake ninja-build
-    qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-psql libqt6svg6 qt6-translations-l10n
+    qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6svg6 qt6-translations-l10n
     libsqlite3-dev libxml2-dev libxlsxwriter-dev libpq-dev libfontconfig-dev libgl-dev libxkbcommon-dev fonts-dejavu-core
 )
 

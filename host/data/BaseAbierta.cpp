@@ -1,6 +1,5 @@
 #include "data/BaseAbierta.h"
 
-#include <QSqlDriver>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QUuid>
@@ -25,6 +24,18 @@ BaseAbierta::BaseAbierta(const QString &controlador, const std::function<void(QS
     : base(QSqlDatabase::addDatabase(controlador, QUuid::createUuid().toString())), rechazar(std::move(rechazar_))
 {
     preparar(base);
+    Abrir();
+}
+
+BaseAbierta::BaseAbierta(std::unique_ptr<QSqlDriver> controlador, Rechazo rechazar_)
+    : base(QSqlDatabase::addDatabase(controlador.release(), QUuid::createUuid().toString()))
+    , rechazar(std::move(rechazar_))
+{
+    Abrir();
+}
+
+void BaseAbierta::Abrir()
+{
     if (base.open())
         return;
     const QSqlError error = base.lastError();

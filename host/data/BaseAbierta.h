@@ -4,9 +4,11 @@
 
 #include <QList>
 #include <QSqlDatabase>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QVariantList>
 #include <functional>
+#include <memory>
 
 namespace QVX_EXPORTA qvx
 {
@@ -21,6 +23,8 @@ public:
 
     // preparar gives the connection its place and options; it is then opened.
     BaseAbierta(const QString &controlador, const std::function<void(QSqlDatabase &)> &preparar, Rechazo rechazar);
+    // Of a driver that knows its place.
+    BaseAbierta(std::unique_ptr<QSqlDriver> controlador, Rechazo rechazar);
     ~BaseAbierta();
     BaseAbierta(const BaseAbierta &) = delete;
     BaseAbierta &operator=(const BaseAbierta &) = delete;
@@ -39,6 +43,8 @@ public:
     static void Soltar(QSqlDatabase &base);
 
 private:
+    void Abrir();
+
     QSqlDatabase base;
     Rechazo rechazar;
 };

@@ -10,8 +10,7 @@ const ClienteServidor &Cliente()
 {
     static const ClienteServidor *const cliente = EntradaAparte<FnClienteServidor>(
         "libqvx_servidor.so", EntradaClienteServidor,
-        "Para usar un servidor faltan bibliotecas: instale los paquetes libpq5 y libqt6sql6-psql, o el programa "
-        "completo.")();
+        "Para usar un servidor falta una biblioteca: instale el paquete libpq5, o el programa completo.")();
     return *cliente;
 }
 

@@ -3,6 +3,8 @@
 #include "data/Servidor.h"
 #include "system/Exporta.h"
 
+#include <QSqlDriver>
+
 namespace QVX_EXPORTA qvx
 {
 
@@ -18,8 +20,13 @@ public:
     virtual Servidor::Opciones LeerDireccion(const QString &direccion) const = 0;
     // Who signs in when an address names nobody.
     virtual QString UsuarioPredeterminado() const = 0;
-    // Signs in once and leaves.
-    virtual Servidor::Prueba Probar(const Servidor::Opciones &opciones) const = 0;
+    // Signs in; abierto is then the driver of a connection that stands.
+    virtual Servidor::Prueba Probar(const Servidor::Opciones &opciones, std::unique_ptr<QSqlDriver> &abierto) const = 0;
+    // The toolkit's driver for a connection with these options and settings of its session; of one that stands
+    // already, where that is given.
+    virtual std::unique_ptr<QSqlDriver> Controlador(const Servidor::Opciones &opciones,
+                                                    const Servidor::Opciones &ajustes,
+                                                    std::unique_ptr<QSqlDriver> abierto) const = 0;
     virtual std::unique_ptr<Dialecto> NuevoDialecto() const = 0;
     // Of the client library: "15.8".
     virtual QString VersionDelCliente() const = 0;

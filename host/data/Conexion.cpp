@@ -114,7 +114,7 @@ std::shared_ptr<Conexion::Preparada> Conexion::Preparar(const Sentencia &sentenc
     if (preparadas.size() >= MaximoPreparadas)
         preparadas.clear();
     auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, conocida});
-    nueva->consulta.setForwardOnly(dialecto->SoloHaciaAdelante());
+    nueva->consulta.setForwardOnly(true);
     if (!nueva->consulta.prepare(dialecto->Reescribir(sentencia.forma)))
         Rechazar(nueva->consulta.lastError(), sql);
     preparadas.insert(clave, nueva);

@@ -25,8 +25,6 @@ public:
     virtual bool ComienzaConLaPrimera() const { return false; }
     // What makes all that is read from then on be of one moment, "" where nothing is needed for it.
     virtual QString InicioDeLectura() const { return {}; }
-    // Whether rows are best read without going back to one.
-    virtual bool SoloHaciaAdelante() const { return true; }
     // What an error of the engine is called in messages: its own text, or what it means to the person.
     virtual QString Explicar(const QSqlError &error) const;
     // What an error of the engine is to the person.
@@ -49,6 +47,8 @@ std::unique_ptr<Dialecto> DialectoSqlite();
 // The shared server. A session of it waits so long for a lock.
 constexpr int SegundosDeEspera = 10;
 std::unique_ptr<Dialecto> DialectoPostgres();
+// The code of an answer that did not come in time. The connection is closed then; what was asked may have been done.
+const QString CodigoNoResponde = "08R00";
 
 // What all dialects rewrite: "DELETE tabla" and "alias = (SELECT ...)" in a select list.
 QString ReescribirComun(QString forma);

@@ -5,7 +5,7 @@
 #include "data/ErrorEjecucion.h"
 
 #include <QRegularExpression>
-#include <QSqlDatabase>
+#include <QSqlDriver>
 
 namespace qvx
 {
@@ -18,11 +18,14 @@ namespace
 const Servidor::Opciones Predeterminadas{
     {"connect_timeout", "10"}, {"keepalives_idle", "30"},     {"keepalives_interval", "10"},
     {"keepalives_count", "3"}, {"tcp_user_timeout", "20000"}, {"application_name", "quorvex"},
+    {Servidor::Espera, "30"},
 };
 const QString OpcionesDeSesion =
     QString("-c search_path=dbo,pg_temp -c lock_timeout=%1s -c standard_conforming_strings=on "
             "-c client_min_messages=error")
         .arg(SegundosDeEspera);
+
+constexpr int MayorEspera = 3600;
 
 // The address is never repeated when it carries one, nor is what libpq has against it.
 bool LlevaContrasena(const QString &direccion)
@@ -32,17 +35,39 @@ bool LlevaContrasena(const QString &direccion)
     return trasElUsuario.match(direccion).hasMatch() || entreLasOpciones.match(direccion).hasMatch();
 }
 
+// This system's own option, which libpq does not know. Null where the address has none.
+QString QuitarEspera(QString &direccion)
+{
+    static const QRegularExpression opcion("([?&])espera=([^&]*)(&|$)");
+    const auto hallada = opcion.match(direccion);
+    if (!hallada.hasMatch())
+        return {};
+    bool entero = false;
+    const int segundos = hallada.captured(2).toInt(&entero);
+    if (!entero || segundos < 1 || segundos > MayorEspera)
+        throw ErrorEjecucion(errores::Datos, QString("La espera de la dirección del servidor es un número de segundos "
+                                                     "de 1 a %1: «espera=30».")
+                                                 .arg(MayorEspera));
+    direccion.replace(hallada.capturedStart(), hallada.capturedLength(),
+                      hallada.captured(3).isEmpty() ? QString() : hallada.captured(1));
+    return QString::number(segundos);
+}
+
 } // namespace
 
-Servidor::Servidor(const QString &direccion)
+Servidor::Servidor(const QString &direccion) : probado(std::make_shared<std::unique_ptr<QSqlDriver>>())
 {
     if (LlevaContrasena(direccion))
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar la contraseña.");
     if (!direccion.startsWith("postgresql://") && !direccion.startsWith("postgres://"))
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor es postgresql://USUARIO@EQUIPO:PUERTO/BASE.");
-    opciones = Cliente().LeerDireccion(direccion);
+    QString sinEspera = direccion;
+    const QString espera = QuitarEspera(sinEspera);
+    opciones = Cliente().LeerDireccion(sinEspera);
     if (!Opcion("password").isEmpty() || !Opcion("sslpassword").isEmpty())
         throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar la contraseña.");
+    if (!espera.isNull())
+        Poner(Espera, espera);
     Completar();
 }
 
@@ -86,28 +111,33 @@ QString Servidor::Equipo() const
     return (equipo.isEmpty() ? QString("este equipo") : equipo) + (puerto.isEmpty() ? QString() : ":" + puerto);
 }
 
-void Servidor::Preparar(QSqlDatabase &base, const QString &deSesion) const
+void Servidor::setUsuario(const QString &usuario)
 {
-    base.setDatabaseName(Opcion("dbname"));
-    base.setUserName(Usuario());
-    base.setPassword(Opcion("password"));
-    QStringList partes;
-    for (const auto &[nombre, valor] : opciones) {
-        if (nombre == "dbname" || nombre == "user" || nombre == "password")
-            continue;
-        // The toolkit takes ";" for a separator wherever it stands.
-        if (valor.contains(QLatin1Char(';')))
-            throw ErrorEjecucion(errores::Datos, "La dirección del servidor no puede llevar «;».");
-        QString citado = nombre == "options" ? (valor + QLatin1Char(' ') + deSesion).trimmed() : valor;
-        citado.replace(QLatin1Char('\\'), "\\\\").replace(QLatin1Char('\''), "\\'");
-        partes.append(nombre + "='" + citado + "'");
-    }
-    base.setConnectOptions(partes.join(QLatin1Char(' ')));
+    Poner("user", usuario);
+    probado = std::make_shared<std::unique_ptr<QSqlDriver>>();
+}
+
+void Servidor::setContrasena(const QString &contrasena)
+{
+    Poner("password", contrasena);
+    probado = std::make_shared<std::unique_ptr<QSqlDriver>>();
 }
 
 Servidor::Prueba Servidor::Probar() const
 {
-    return Cliente().Probar(opciones);
+    return Cliente().Probar(opciones, *probado);
+}
+
+std::unique_ptr<QSqlDriver> Servidor::Controlador(const Opciones &ajustes) const
+{
+    return Cliente().Controlador(opciones, ajustes, std::move(*probado));
+}
+
+Servidor Servidor::ConEspera(int segundos) const
+{
+    Servidor otro = *this;
+    otro.Poner(Espera, QString::number(segundos));
+    return otro;
 }
 
 } // namespace qvx

@@ -5,17 +5,20 @@
 #include <QList>
 #include <QPair>
 #include <QString>
+#include <memory>
 
-class QSqlDatabase;
+class QSqlDriver;
 
 namespace QVX_EXPORTA qvx
 {
 
-// A shared server and a database of it: the options of a connection as libpq names them.
+// A shared server and a database of it: the options of a connection as libpq names them, and how long an answer is
+// waited for (Espera, in seconds).
 class Servidor
 {
 public:
     using Opciones = QList<QPair<QString, QString>>; // name and value
+    static constexpr QLatin1String Espera{"espera"};
 
     // From postgresql://USER@HOST:PORT/DB?sslmode=... Raises an ErrorEjecucion in Spanish for a text that is no such
     // address, and for one with a password, which everybody on the machine could read. Without a user it is the one
@@ -28,9 +31,9 @@ public:
     // "HOST:PORT", as far as the address says it.
     QString Equipo() const;
     QString Usuario() const { return Opcion("user"); }
-    void setUsuario(const QString &usuario) { Poner("user", usuario); }
+    void setUsuario(const QString &usuario);
     // Kept in memory only, for a connection that has to be opened anew.
-    void setContrasena(const QString &contrasena) { Poner("password", contrasena); }
+    void setContrasena(const QString &contrasena);
 
     // What came of an attempt to sign in.
     enum class Acceso { Abierto, PideContrasena, Rechazado };
@@ -38,12 +41,14 @@ public:
         Acceso acceso = Acceso::Rechazado;
         QString motivo; // the server's or the library's own words, "" when it is open or only wants a password
     };
-    // Signs in once and leaves. A password that is not set is looked for in PGPASSWORD and in the password file.
+    // Signs in. A password that is not set is looked for in PGPASSWORD and in the password file. The connection is kept
+    // for the next Controlador of this one and its copies.
     Prueba Probar() const;
 
-    // Gives them to a connection that is not open yet; deSesion: settings of its session ("-c NAME=VALUE"), "" for
-    // none.
-    void Preparar(QSqlDatabase &base, const QString &deSesion = {}) const;
+    // A driver of the toolkit that opens it, with settings of its session.
+    std::unique_ptr<QSqlDriver> Controlador(const Opciones &ajustes = {}) const;
+    // The same, where an answer is waited for so long.
+    Servidor ConEspera(int segundos) const;
 
 private:
     void Completar();
@@ -51,6 +56,7 @@ private:
     void Poner(const QString &nombre, const QString &valor);
 
     Opciones opciones;
+    std::shared_ptr<std::unique_ptr<QSqlDriver>> probado;
 };
 
 } // namespace qvx

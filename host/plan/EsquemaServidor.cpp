@@ -21,6 +21,9 @@ const QString TablaInexistente = "42P01";
 const QString SinPermiso = "42501";
 const QString ClaveRepetida = "23505";
 
+// Seconds that one step may take: it goes through all the rows that are there.
+constexpr int EsperaDelEsquema = 3600;
+
 [[noreturn]] void Rechazar(const Servidor &servidor, const QString &motivo, const QString &codigo = {})
 {
     throw ErrorEjecucion(errores::Datos, "La base de datos " + servidor.Nombre() + " " + motivo, {}, codigo);
@@ -42,16 +45,13 @@ const QString ClaveRepetida = "23505";
 // The server lets nobody write who does not say the version that he knows.
 BaseAbierta Abrir(const Servidor &servidor, BaseAbierta::Rechazo rechazar)
 {
-    const auto preparar = [&](QSqlDatabase &base) {
-        servidor.Preparar(base, "-c quorvex.esquema=" + QString::number(VersionEsquema));
-    };
-    return BaseAbierta("QPSQL", preparar, std::move(rechazar));
+    return {servidor.Controlador({{"quorvex.esquema", QString::number(VersionEsquema)}}), std::move(rechazar)};
 }
 
 // Who lacks a right here is the administrator. orden: what he is about to do to the schema.
 BaseAbierta AbrirParaCambiar(const Servidor &servidor, const QString &orden)
 {
-    return Abrir(servidor, [servidor, orden](const QSqlError &error) {
+    return Abrir(servidor.ConEspera(EsperaDelEsquema), [servidor, orden](const QSqlError &error) {
         const QString codigo = error.nativeErrorCode();
         const QString motivo = DialectoPostgres()->Explicar(error);
         if (codigo == SinPermiso)
@@ -67,7 +67,7 @@ BaseAbierta AbrirParaCambiar(const Servidor &servidor, const QString &orden)
                          + ": otra persona lo hizo al mismo tiempo. Repita la orden para ver cómo quedó.",
                      codigo);
         // Lost on its way the commit may have been done.
-        if (codigo.isEmpty() && error.type() != QSqlError::ConnectionError)
+        if ((codigo.isEmpty() || codigo == CodigoNoResponde) && error.type() != QSqlError::ConnectionError)
             Rechazar(servidor, "no se pudo " + orden + ": se perdió la conexión. Repita la orden para ver cómo quedó. ("
                                    + motivo + ")");
         Rechazar(servidor, "no se pudo " + orden + ": quedó como estaba. " + motivo, codigo);

@@ -2,6 +2,7 @@
 
 #include "data/ClienteServidor.h"
 #include "data/ErrorEjecucion.h"
+#include "servidor/Controlador.h"
 #include "servidor/DialectoPostgres.h"
 
 #include <libpq-fe.h>
@@ -42,19 +43,30 @@ public:
         return {};
     }
 
-    Servidor::Prueba Probar(const Servidor::Opciones &opciones) const override
+    Servidor::Prueba Probar(const Servidor::Opciones &opciones, std::unique_ptr<QSqlDriver> &abierto) const override
     {
-        const std::unique_ptr<PGconn, decltype(&PQfinish)> enlace(Conectar(opciones), PQfinish);
-        if (PQstatus(enlace.get()) == CONNECTION_OK)
+        auto controlador = std::make_unique<ControladorPq>();
+        controlador->Disponer(opciones, {});
+        const bool entro = controlador->Entrar();
+        const Enlace &enlace = controlador->SuEnlace();
+        if (entro) {
+            abierto = std::move(controlador);
             return {Servidor::Acceso::Abierto, {}};
-        if (PQconnectionNeedsPassword(enlace.get()))
+        }
+        if (PQconnectionNeedsPassword(enlace.Pq()))
             return {Servidor::Acceso::PideContrasena, {}};
-        // Tried with and without TLS, it says the same twice.
-        QStringList motivo = QString::fromUtf8(PQerrorMessage(enlace.get())).trimmed().split(QLatin1Char('\n'));
-        motivo.removeDuplicates();
         // Also one that was not accepted.
-        return {PQconnectionUsedPassword(enlace.get()) ? Servidor::Acceso::PideContrasena : Servidor::Acceso::Rechazado,
-                motivo.join(QLatin1Char('\n'))};
+        return {PQconnectionUsedPassword(enlace.Pq()) ? Servidor::Acceso::PideContrasena : Servidor::Acceso::Rechazado,
+                enlace.UltimoFallo().texto};
+    }
+
+    std::unique_ptr<QSqlDriver> Controlador(const Servidor::Opciones &opciones, const Servidor::Opciones &ajustes,
+                                            std::unique_ptr<QSqlDriver> abierto) const override
+    {
+        if (!abierto)
+            abierto = std::make_unique<ControladorPq>();
+        static_cast<ControladorPq &>(*abierto).Disponer(opciones, ajustes);
+        return abierto;
     }
 
     std::unique_ptr<Dialecto> NuevoDialecto() const override { return NuevoDialectoPostgres(); }
@@ -63,25 +75,6 @@ public:
     {
         constexpr int PorMayor = 10000;
         return QString("%1.%2").arg(PQlibVersion() / PorMayor).arg(PQlibVersion() % PorMayor);
-    }
-
-private:
-    static PGconn *Conectar(const Servidor::Opciones &opciones)
-    {
-        std::vector<QByteArray> textos;
-        for (const auto &[nombre, valor] : opciones) {
-            textos.push_back(nombre.toUtf8());
-            textos.push_back(valor.toUtf8());
-        }
-        std::vector<const char *> nombres;
-        std::vector<const char *> valores;
-        for (std::size_t i = 0; i < textos.size(); i += 2) {
-            nombres.push_back(textos[i].constData());
-            valores.push_back(textos[i + 1].constData());
-        }
-        nombres.push_back(nullptr);
-        valores.push_back(nullptr);
-        return PQconnectdbParams(nombres.data(), valores.data(), 0);
     }
 };
 

@@ -2,13 +2,12 @@
 
 #include "servidor/DialectoPostgres.h"
 
+#include "servidor/Controlador.h"
+
 #include <QHash>
 #include <QRegularExpression>
 #include <QSqlDatabase>
-#include <QSqlDriver>
 #include <QSqlError>
-#include <QVariant>
-#include <libpq-fe.h>
 #include <poll.h>
 
 namespace qvx
@@ -17,10 +16,9 @@ namespace qvx
 namespace
 {
 
-PGconn *Enlace(const QSqlDatabase &base)
+Enlace &EnlaceDe(const QSqlDatabase &base)
 {
-    const QVariant enlace = base.driver()->handle();
-    return enlace.isValid() ? *static_cast<PGconn *const *>(enlace.constData()) : nullptr;
+    return static_cast<ControladorPq *>(base.driver())->SuEnlace();
 }
 
 // Of the server's text its first line, without "ERROR:" and the code that the toolkit appends.
@@ -51,9 +49,6 @@ public:
 
     QString InicioDeLectura() const override { return "BEGIN ISOLATION LEVEL REPEATABLE READ, READ ONLY"; }
 
-    // The toolkit would fetch row by row, and leave the end of each answer on the connection.
-    bool SoloHaciaAdelante() const override { return false; }
-
     QString Explicar(const QSqlError &error) const override
     {
         const QString codigo = error.nativeErrorCode();
@@ -82,22 +77,16 @@ public:
         return clases.value(error.nativeErrorCode(), ClaseDeFallo::Otra);
     }
 
-    // Parsed by the server on its own, since a text sent to be run may hold several statements.
     QSqlError Examinar(QSqlDatabase &base, const QString &sql) const override
     {
-        PGresult *resultado = PQprepare(Enlace(base), "", sql.toUtf8().constData(), 0, nullptr);
-        QSqlError error;
-        if (PQresultStatus(resultado) != PGRES_COMMAND_OK)
-            error = QSqlError({}, QString::fromUtf8(PQresultErrorMessage(resultado)), QSqlError::StatementError,
-                              QString::fromLatin1(PQresultErrorField(resultado, PG_DIAG_SQLSTATE)));
-        PQclear(resultado);
-        return error;
+        Enlace &enlace = EnlaceDe(base);
+        return enlace.Examinar(sql.toUtf8()) ? QSqlError() : ErrorDe(enlace, QSqlError::StatementError);
     }
 
     // Nothing is due on an idle connection: what there is to read is its end, perhaps after the server's farewell.
     bool SigueAbierta(const QSqlDatabase &base) const override
     {
-        PGconn *enlace = Enlace(base);
+        PGconn *enlace = EnlaceDe(base).Pq();
         if (!base.isOpen() || PQstatus(enlace) != CONNECTION_OK)
             return false;
         pollfd enchufe{PQsocket(enlace), POLLIN, 0};
@@ -108,7 +97,7 @@ public:
 
     bool SigueEnTransaccion(const QSqlDatabase &base) const override
     {
-        return PQtransactionStatus(Enlace(base)) == PQTRANS_INTRANS;
+        return PQtransactionStatus(EnlaceDe(base).Pq()) == PQTRANS_INTRANS;
     }
 
     QStringList Funciones() const override

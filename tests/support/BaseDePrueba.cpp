@@ -38,17 +38,15 @@ QStringList OtroPrograma::Filas(const QString &sql) const
 namespace
 {
 
-std::unique_ptr<OtroPrograma> Conectar(const QString &controlador, const std::function<void(QSqlDatabase &)> &preparar)
+void Detenerse(const QSqlError &error)
 {
-    qvx::BaseAbierta base(controlador, preparar,
-                          [](const QSqlError &error) { qFatal("%s", qPrintable(error.text())); });
-    return std::make_unique<OtroPrograma>(base.Entregar());
+    qFatal("%s", qPrintable(error.text()));
 }
 
 std::unique_ptr<OtroPrograma> Super(const QString &base)
 {
-    const qvx::Servidor servidor(cluster::Direccion("postgres", base));
-    return Conectar("QPSQL", [&](QSqlDatabase &nueva) { servidor.Preparar(nueva); });
+    qvx::BaseAbierta abierta(qvx::Servidor(cluster::Direccion("postgres", base)).Controlador(), Detenerse);
+    return std::make_unique<OtroPrograma>(abierta.Entregar());
 }
 
 // Leaves the catalogues.
@@ -113,7 +111,9 @@ std::unique_ptr<OtroPrograma> BaseDePrueba::Otro() const
 {
     if (motor::EsPostgres())
         return Super(nombre);
-    return Conectar("QSQLITE", [this](QSqlDatabase &base) { base.setDatabaseName(nombre); });
+    qvx::BaseAbierta abierta(
+        "QSQLITE", [this](QSqlDatabase &nueva) { nueva.setDatabaseName(nombre); }, Detenerse);
+    return std::make_unique<OtroPrograma>(abierta.Entregar());
 }
 
 QStringList BaseDePrueba::Argumentos() const

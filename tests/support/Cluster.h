@@ -37,11 +37,7 @@ inline QString Correr(const QString &usuario, const QString &base, const QString
 {
     const qvx::Servidor servidor(Direccion(usuario, base));
     qvx::BaseAbierta abierta(
-        "QPSQL",
-        [&](QSqlDatabase &nueva) {
-            servidor.Preparar(nueva, "-c quorvex.esquema=" + QString::number(qvx::VersionEsquema));
-        },
-        [](const QSqlError &error) {
+        servidor.Controlador({{"quorvex.esquema", QString::number(qvx::VersionEsquema)}}), [](const QSqlError &error) {
             throw qvx::ErrorEjecucion(qvx::errores::Datos, error.text(), {}, error.nativeErrorCode());
         });
     return abierta.Valor(sql);

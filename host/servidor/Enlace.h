@@ -1,0 +1,75 @@
+#pragma once
+
+#include "data/Servidor.h"
+
+#include <QByteArray>
+#include <QDeadlineTimer>
+#include <QHash>
+#include <QList>
+#include <QVariantList>
+#include <libpq-fe.h>
+#include <memory>
+
+namespace qvx
+{
+
+using Respuesta = std::unique_ptr<PGresult, decltype(&PQclear)>;
+
+// One connection to the server. Whatever is asked of it is answered within its deadline, or the connection ends and
+// says that the server does not respond: the person's window waits for it.
+class Enlace
+{
+public:
+    // What went wrong last. A connection that was lost has no code, but for the deadline's.
+    struct Fallo {
+        QString texto;
+        QString codigo; // SQLSTATE
+    };
+
+    // With libpq's options and Servidor::Espera, the deadline in seconds.
+    explicit Enlace(const Servidor::Opciones &opciones) { PonerOpciones(opciones); }
+    ~Enlace() { Cerrar(); }
+    Enlace(const Enlace &) = delete;
+    Enlace &operator=(const Enlace &) = delete;
+
+    void PonerOpciones(const Servidor::Opciones &opciones);
+    // deSesion: settings of the session ("-c NAME=VALUE"). Just after a deadline it is not tried: the statements that
+    // follow in one procedure would each wait anew.
+    bool Abrir(const QString &deSesion);
+    void Cerrar();
+    bool EstaAbierto() const { return PQstatus(pq) == CONNECTION_OK; }
+    PGconn *Pq() const { return pq; }
+
+    // A text of one or more statements; the last one's answer. Null for a failure, as the next ones.
+    Respuesta Correr(const QByteArray &guion);
+    // Prepares a text with $1, $2, … once for the connection, and runs it.
+    bool Preparar(const QByteArray &texto);
+    Respuesta Correr(const QByteArray &texto, const QVariantList &valores);
+    // What the server says against a text, which is not run. Gives whether it says nothing.
+    bool Examinar(const QByteArray &texto);
+
+    const Fallo &UltimoFallo() const { return fallo; }
+
+private:
+    struct Preparada {
+        QByteArray nombre;
+        QList<Oid> parametros;
+    };
+
+    bool Esperar(const QDeadlineTimer &plazo);
+    Respuesta Recoger(bool enviada);
+    bool RecogerPreparacion(Preparada &nueva);
+    Respuesta Juzgar(Respuesta respuesta);
+    void NoResponde(const QString &como);
+    void Anotar();
+
+    Servidor::Opciones opciones;
+    int segundos = 0;
+    PGconn *pq = nullptr;
+    QHash<QByteArray, Preparada> preparadas; // by text
+    int contadas = 0;
+    QDeadlineTimer tregua{0};
+    Fallo fallo;
+};
+
+} // namespace qvx
