@@ -48,9 +48,9 @@ DialogoIntegridad::DialogoIntegridad(QWidget *duena) : QDialog(duena), ui(std::m
     coloresQVX::colorQVX::AplicarA(*this);
     ui->lvSueltos->ensurePolished(); // rows measured before the first show would keep the height of another look
     connect(ui->lvSueltos, &QTreeWidget::itemSelectionChanged, this,
-            [this] { ConTrampa(*this, 1000004, [this] { AlSeleccionar(); }); });
+            [this] { ConTrampa(*this, 1000222, [this] { AlSeleccionar(); }); });
     connect(ui->cboParte, &QComboBox::activated, this,
-            [this] { ConTrampa(*this, 1000004, [this] { AlElegirParte(); }); });
+            [this] { ConTrampa(*this, 1000223, [this] { AlElegirParte(); }); });
     connect(ui->cmdCorregir, &QPushButton::clicked, this,
             [this] { ConTrampa(*this, 1000004, [this] { Corregir(); }); });
     connect(ui->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);

@@ -1,6 +1,7 @@
 #include "app/DialogoServidor.h"
 
 #include "app/Ajustes.h"
+#include "app/Rotulo.h"
 #include "controls/colorQVX.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Servidor.h"
@@ -26,7 +27,7 @@ QString DialogoServidor::Preguntar(QWidget *duena)
 }
 
 DialogoServidor::DialogoServidor(QWidget *duena)
-    : QDialog(duena), txtDireccion(new QLineEdit("postgresql://")), lblMotivo(new QLabel)
+    : QDialog(duena), txtDireccion(new QLineEdit("postgresql://")), lblMotivo(RotuloLargo("lblMotivo"))
 {
     setObjectName("DialogoServidor");
     setWindowTitle("Entrar a un servidor");
@@ -40,9 +41,6 @@ DialogoServidor::DialogoServidor(QWidget *duena)
     QStringList conocidas = ajustes::Recientes();
     conocidas.removeIf([](const QString &direccion) { return !direccion.startsWith("postgres"); });
     txtDireccion->setCompleter(new QCompleter(conocidas, txtDireccion));
-    lblMotivo->setObjectName("lblMotivo");
-    lblMotivo->setWordWrap(true);
-    lblMotivo->setTextFormat(Qt::PlainText);
     lblMotivo->hide();
     auto *botones = new QDialogButtonBox;
     botones->addButton("&Entrar", QDialogButtonBox::AcceptRole)->setObjectName("cmdEntrar");

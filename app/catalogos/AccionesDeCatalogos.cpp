@@ -48,7 +48,7 @@ void PaginaCatalogos::Terminar(const QString &clave)
 
 void PaginaCatalogos::Nuevo()
 {
-    ConTrampa([this] {
+    ConTrampa(*this, 1000009, [this] {
         const auto hecho = DialogoRegistro::Preguntar(this, Tabla(), {});
         if (hecho.clave.isEmpty())
             return;
@@ -62,7 +62,7 @@ void PaginaCatalogos::Editar()
 {
     if (!Elegido() || !puedeCambiar)
         return;
-    ConTrampa([this] {
+    ConTrampa(*this, 1000213, [this] {
         const QString clave = DialogoRegistro::Preguntar(this, Tabla(), *Elegido()).clave;
         if (!clave.isEmpty())
             Terminar(clave);
@@ -71,7 +71,7 @@ void PaginaCatalogos::Editar()
 
 void PaginaCatalogos::DarDeBaja()
 {
-    ConTrampa([this] {
+    ConTrampa(*this, 1000214, [this] {
         const RegistroDeCatalogo registro = *Elegido();
         const auto respuesta = DialogoUsos::PreguntarBaja(this, Tabla(), registro);
         if (respuesta == DialogoUsos::Respuesta::Reemplazar)
@@ -87,7 +87,7 @@ void PaginaCatalogos::DarDeBaja()
 
 void PaginaCatalogos::Reactivar()
 {
-    ConTrampa([this] {
+    ConTrampa(*this, 1000215, [this] {
         const RegistroDeCatalogo registro = *Elegido();
         RegistroDeCatalogo despues = registro;
         despues.estado = qvx::estado::Activo;
@@ -101,7 +101,7 @@ void PaginaCatalogos::Eliminar()
 {
     if (!Elegido())
         return;
-    ConTrampa([this] {
+    ConTrampa(*this, 1000216, [this] {
         const RegistroDeCatalogo registro = *Elegido();
         const qvx::CambioDeCatalogo cambio{registro, std::nullopt};
         const auto situacion = qvx::LeerSituacion(Base(), Tabla(), {registro.clave});
@@ -124,12 +124,12 @@ void PaginaCatalogos::Eliminar()
 void PaginaCatalogos::VerUsos()
 {
     if (Elegido())
-        ConTrampa([this] { DialogoUsos::Mostrar(this, Tabla(), *Elegido()); });
+        ConTrampa(*this, 1000217, [this] { DialogoUsos::Mostrar(this, Tabla(), *Elegido()); });
 }
 
 void PaginaCatalogos::Reemplazar()
 {
-    ConTrampa([this] {
+    ConTrampa(*this, 1000218, [this] {
         const RegistroDeCatalogo registro = *Elegido();
         const QString otra =
             qvx::Utilerias().BuscarEnCatalogo(CodigoDeBusqueda(Tabla(), registro), 0, {}, QFont(font()), this);
@@ -174,7 +174,7 @@ void PaginaCatalogos::ExportarXlsx()
 // The whole catalogue, whatever is shown of it: it can then be imported anywhere.
 void PaginaCatalogos::Exportar(bool libro)
 {
-    ConTrampa([this, libro] {
+    ConTrampa(*this, 1000219, [this, libro] {
         DialogoExportarCatalogo::Exportar(this, EnHoja(Tabla(), qvx::LeerRegistros(Base(), Tabla())), libro);
     });
 }

@@ -44,7 +44,7 @@ DialogoCostos::DialogoCostos(const QString &tipoEquipo, QWidget *duena)
     connect(ui->cmdTodo, &QPushButton::clicked, this, [this] { Marcar(true); });
     connect(ui->cmdNada, &QPushButton::clicked, this, [this] { Marcar(false); });
     connect(ui->cmdActualizar, &QPushButton::clicked, this,
-            [this] { ConTrampa(*this, 1000040, [this] { Actualizar(); }); });
+            [this] { ConTrampa(*this, 1000224, [this] { Actualizar(); }); });
     connect(ui->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
     puede = qvx::LeerDerechos(Base()).planes;
     ui->selPlanes->Ofrecer(tipoEquipo);

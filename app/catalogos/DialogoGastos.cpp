@@ -40,7 +40,7 @@ DialogoGastos::DialogoGastos(const QString &tipoEquipo, QWidget *duena)
             &DialogoGastos::AlSeleccionar);
     connect(ui->cboGasto, &QComboBox::activated, this, &DialogoGastos::AlElegir);
     connect(ui->cmdCompletar, &QPushButton::clicked, this,
-            [this] { ConTrampa(*this, 1000043, [this] { Completar(); }); });
+            [this] { ConTrampa(*this, 1000225, [this] { Completar(); }); });
     connect(ui->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
     puede = qvx::LeerDerechos(Base()).planes;
     ui->selPlanes->Ofrecer(tipoEquipo);

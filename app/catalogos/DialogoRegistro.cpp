@@ -1,5 +1,6 @@
 #include "app/catalogos/DialogoRegistro.h"
 
+#include "app/Rotulo.h"
 #include "app/Trampas.h"
 #include "app/catalogos/Nombres.h"
 #include "controls/Formulario.h"
@@ -70,7 +71,7 @@ DialogoRegistro::DialogoRegistro(QWidget *duena, const qvx::TablaDeCatalogo &tab
     , nuevo(registro.clave.isEmpty())
     , situacion(qvx::LeerSituacion(Base(), tabla, nuevo ? QStringList() : QStringList(registro.clave)))
     , txtClave(new QLineEdit(nuevo ? qvx::ClavePropuesta(situacion) : registro.clave))
-    , lblObjecion(new QLabel(" "))
+    , lblObjecion(RotuloLargo("lblObjecion", " "))
 {
     coloresQVX::colorQVX::AplicarA(*this);
     setWindowTitle((nuevo ? "Nuevo registro de " : "Editar registro de ") + tabla.titulo.toLower());
@@ -101,9 +102,6 @@ void DialogoRegistro::PonerCampos()
     }
     if (nuevo && tabla.nombre == "Tipo_Equipo")
         PonerCopia(*campos);
-    lblObjecion->setObjectName("lblObjecion");
-    lblObjecion->setWordWrap(true);
-    lblObjecion->setTextFormat(Qt::PlainText);
     auto *disposicion = new QVBoxLayout(this);
     disposicion->setContentsMargins(16, 16, 16, 12);
     disposicion->addLayout(campos);

@@ -1,6 +1,7 @@
 #include "app/catalogos/DialogoUsos.h"
 
 #include "app/Ajustes.h"
+#include "app/Rotulo.h"
 #include "app/Trampas.h"
 #include "app/catalogos/Nombres.h"
 #include "controls/Formulario.h"
@@ -93,7 +94,7 @@ DialogoUsos::DialogoUsos(QWidget *duena, const qvx::TablaDeCatalogo &tabla_, con
     , registro(registro_)
     , usos(qvx::UsosDe(Base(), tabla, registro.clave))
     , modelo(new qvx::ModeloTabla(ColumnasDeUso, 0, this))
-    , lblExplicacion(new QLabel(this))
+    , lblExplicacion(RotuloLargo("lblExplicacion"))
     , lvUsos(new qvx::VistaTabla("lvUsos", "Usos", this))
     , botones(new QDialogButtonBox(this))
 {
@@ -113,9 +114,6 @@ DialogoUsos::~DialogoUsos()
 
 void DialogoUsos::Disponer()
 {
-    lblExplicacion->setObjectName("lblExplicacion");
-    lblExplicacion->setWordWrap(true);
-    lblExplicacion->setTextFormat(Qt::PlainText);
     lvUsos->setTextElideMode(Qt::ElideMiddle); // a path says most at its ends
     lvUsos->Poner(modelo, ColumnaParte, -1);
     ajustes::ReponerColumnas(ListaDeUsos, *lvUsos);

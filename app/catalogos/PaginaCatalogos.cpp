@@ -210,11 +210,6 @@ void PaginaCatalogos::Elegir(const QString &clave)
     PonerEstado();
 }
 
-void PaginaCatalogos::ConTrampa(const std::function<void()> &pasos)
-{
-    ::ConTrampa(*this, 1000009, pasos);
-}
-
 void PaginaCatalogos::showEvent(QShowEvent *evento)
 {
     QWidget::showEvent(evento);
@@ -237,7 +232,7 @@ void PaginaCatalogos::AlCambiarDeCatalogo()
     connect(lvRegistros->selectionModel(), &QItemSelectionModel::currentChanged, this, &PaginaCatalogos::PonerEstado);
     txtBuscar->clear();
     lblAviso->Olvidar();
-    lblAviso->Intentar(1000009, [this] {
+    lblAviso->Intentar(1000220, [this] {
         puedeCambiar = qvx::LeerDerechos(Base()).catalogos;
         lblDerecho->setVisible(!puedeCambiar);
         lblDerecho->setText("Usted puede mirar los catálogos. Los cambia quien tiene en el servidor el rol "
@@ -249,7 +244,7 @@ void PaginaCatalogos::AlCambiarDeCatalogo()
 
 void PaginaCatalogos::Actualizar()
 {
-    lblAviso->Intentar(1000009, [this] {
+    lblAviso->Intentar(1000221, [this] {
         const QString clave = Elegido() ? Elegido()->clave : QString();
         Leer();
         Elegir(clave);

@@ -57,7 +57,6 @@ private:
     void RecordarColumnas() const;
     void Leer();
     void PonerEstado();
-    void ConTrampa(const std::function<void()> &pasos);
     void Terminar(const QString &clave);
 
     void Nuevo();

@@ -1,5 +1,6 @@
 #include "app/comparar/DialogoPrevia.h"
 
+#include "app/Rotulo.h"
 #include "app/comparar/VistaComparacion.h"
 #include "controls/Formulario.h"
 #include "controls/colorQVX.h"
@@ -25,10 +26,7 @@ DialogoPrevia::DialogoPrevia(const Textos &textos, comparar::Comparados comparad
     auto *disposicion = new QVBoxLayout(this);
     disposicion->setContentsMargins(14, 14, 14, 12);
     disposicion->setSpacing(8);
-    auto *explicacion = new QLabel(textos.explicacion);
-    explicacion->setObjectName("lblExplicacion");
-    explicacion->setWordWrap(true);
-    explicacion->setTextFormat(Qt::PlainText);
+    auto *explicacion = RotuloLargo("lblExplicacion", textos.explicacion);
     auto *cmdAceptar = new QPushButton(textos.aceptar);
     cmdAceptar->setObjectName("cmdAceptar");
     cmdAceptar->setDefault(true);

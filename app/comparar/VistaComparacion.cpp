@@ -1,5 +1,6 @@
 #include "app/comparar/VistaComparacion.h"
 
+#include "app/Rotulo.h"
 #include "app/Textos.h"
 #include "app/catalogos/DialogoExportarCatalogo.h"
 #include "app/comparar/ModeloComparacion.h"
@@ -17,24 +18,15 @@ namespace
 
 constexpr int RenglonesAbiertos = 300; // beyond that only the parts are seen at first
 
-QLabel *RotuloDeComparacion(const QString &nombre)
-{
-    auto *rotulo = new QLabel;
-    rotulo->setObjectName(nombre);
-    rotulo->setTextFormat(Qt::PlainText);
-    rotulo->setWordWrap(true);
-    return rotulo;
-}
-
 } // namespace
 
 VistaComparacion::VistaComparacion(QWidget *padre)
     : QWidget(padre)
     , modelo(new ModeloComparacion(this))
     , lvComparacion(new QTreeView)
-    , lblLados(RotuloDeComparacion("lblLados"))
-    , lblAvisos(RotuloDeComparacion("lblAvisos"))
-    , lblResumen(RotuloDeComparacion("lblResumen"))
+    , lblLados(RotuloLargo("lblLados"))
+    , lblAvisos(RotuloLargo("lblAvisos"))
+    , lblResumen(RotuloLargo("lblResumen"))
     , chkSoloDiferencias(new QCheckBox("Solo las &diferencias"))
     , cmdExportar(new QPushButton("E&xportar CSV…"))
 {

@@ -1,5 +1,6 @@
 #include "app/historial/DialogoDeshacer.h"
 
+#include "app/Rotulo.h"
 #include "app/Textos.h"
 #include "app/Trampas.h"
 #include "app/comparar/VistaComparacion.h"
@@ -23,15 +24,6 @@ using Que = historial::Peticion::Que;
 
 constexpr QSize TamanoDeDeshacer{980, 640};
 
-QLabel *RotuloDeDeshacer(const QString &nombre)
-{
-    auto *rotulo = new QLabel;
-    rotulo->setObjectName(nombre);
-    rotulo->setTextFormat(Qt::PlainText);
-    rotulo->setWordWrap(true);
-    return rotulo;
-}
-
 qvx::Firmante Quien()
 {
     return qvx::Sesion::Actual().Firmante();
@@ -43,12 +35,12 @@ DialogoDeshacer::DialogoDeshacer(const historial::Peticion &peticion_, QWidget *
     : QDialog(duena)
     , peticion(peticion_)
     , verbo(peticion.que == Que::Rehacer ? "Rehacer" : "Deshacer")
-    , lblExplicacion(RotuloDeDeshacer("lblExplicacion"))
-    , lblReparos(RotuloDeDeshacer("lblReparos"))
+    , lblExplicacion(RotuloLargo("lblExplicacion"))
+    , lblReparos(RotuloLargo("lblReparos"))
     , lvReparos(new QListWidget)
     , cboPlan(new QComboBox)
     , vista(new VistaComparacion)
-    , lblResumen(RotuloDeDeshacer("lblResumenDeDeshacer"))
+    , lblResumen(RotuloLargo("lblResumenDeDeshacer"))
     , cmdAceptar(new QPushButton("&" + verbo))
 {
     setObjectName("DialogoDeshacer");

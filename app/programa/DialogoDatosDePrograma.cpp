@@ -1,5 +1,6 @@
 #include "app/programa/DialogoDatosDePrograma.h"
 
+#include "app/Rotulo.h"
 #include "app/Trampas.h"
 #include "controls/colorQVX.h"
 #include "data/ErrorEjecucion.h"
@@ -65,7 +66,7 @@ DialogoDatosDePrograma::DialogoDatosDePrograma(const programa::PlanMedido &medid
     , txtFestivos(new QPlainTextEdit)
     , chkCapacidad(new QCheckBox("Comparar la mano de &obra con una capacidad"))
     , lstIncluidos(new QListWidget)
-    , lblObjecion(new QLabel)
+    , lblObjecion(RotuloLargo("lblObjecionDeDatos"))
 {
     setObjectName("DialogoDatosDePrograma");
     setWindowTitle("Datos del programa · " + (medido.plan.tipoEquipo + " " + medido.plan.nombreTipo).trimmed());
@@ -79,9 +80,6 @@ DialogoDatosDePrograma::DialogoDatosDePrograma(const programa::PlanMedido &medid
         if (cual == fichas->count() - 1)
             LlenarIncluidos();
     });
-    lblObjecion->setObjectName("lblObjecionDeDatos");
-    lblObjecion->setTextFormat(Qt::PlainText);
-    lblObjecion->setWordWrap(true);
     lblObjecion->hide();
     auto *botones = new QDialogButtonBox;
     cmdGuardar = botones->addButton("&Guardar", QDialogButtonBox::AcceptRole);

@@ -84,7 +84,7 @@ DialogoDeReporte::DialogoDeReporte(const Oferta &oferta_, const programa::Encarg
     txtPlanta->setReadOnly(!oferta.puede);
     cboPapel->setObjectName("cboPapel");
     cboPapel->addItems({"Carta", "A4"}); // as the values have them
-    cboPapel->setCurrentIndex(ajustes::Abrir().value(AjusteDelPapel).toBool() ? 1 : 0);
+    cboPapel->setCurrentIndex(int(PapelRecordado()));
     cboAlcance->setObjectName("cboAlcance");
     cboAlcance->addItems(oferta.alcances);
     chkCostos->setObjectName("chkConCostos");
@@ -143,6 +143,11 @@ impreso::Papel DialogoDeReporte::PapelElegido() const
 impreso::Documento DialogoDeReporte::Documento() const
 {
     return hacer(Elegido(), std::max(0, cboAlcance->currentIndex()));
+}
+
+impreso::Papel DialogoDeReporte::PapelRecordado()
+{
+    return ajustes::Abrir().value(AjusteDelPapel).toBool() ? impreso::Papel::A4 : impreso::Papel::Carta;
 }
 
 // The plant's name is everybody's; the paper is the person's.

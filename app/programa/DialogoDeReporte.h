@@ -29,6 +29,8 @@ public:
     // hacer: the report, by what is chosen, its scope as a place among the offered.
     using Hacer = std::function<impreso::Documento(const programa::Encargo &, int)>;
     DialogoDeReporte(const Oferta &oferta, const programa::Encargo &encargo, Hacer hacer, QWidget *duena);
+    // The one that this person chose last.
+    static impreso::Papel PapelRecordado();
 
 private:
     programa::Encargo Elegido() const;

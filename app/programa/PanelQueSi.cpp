@@ -1,5 +1,6 @@
 #include "app/programa/PanelQueSi.h"
 
+#include "app/Rotulo.h"
 #include "app/Textos.h"
 #include "controls/ModeloTabla.h"
 #include "controls/VistaTabla.h"
@@ -32,7 +33,7 @@ QVariantList FilaDe(const QString &de, const programa::Cantidad &antes, const pr
 
 PanelQueSi::PanelQueSi(QWidget *padre)
     : QWidget(padre)
-    , lblFechas(new QLabel)
+    , lblFechas(RotuloLargo("lblFechasQueSi"))
     , modelo(new qvx::ModeloTabla({{"En el año"},
                                    {"Con los datos del programa", ClaseDeMedida::Numero},
                                    {"Con lo supuesto", ClaseDeMedida::Numero},
@@ -48,9 +49,6 @@ PanelQueSi::PanelQueSi(QWidget *padre)
                             "Nada se guarda mientras no los use y los guarde.");
     nota->setWordWrap(true);
     disposicion->addWidget(nota);
-    lblFechas->setObjectName("lblFechasQueSi");
-    lblFechas->setTextFormat(Qt::PlainText);
-    lblFechas->setWordWrap(true);
     lvQueSi->Poner(modelo, 0, -1);
     lvQueSi->header()->setSectionsClickable(false);
     disposicion->addWidget(lblFechas);

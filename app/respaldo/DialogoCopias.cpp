@@ -2,6 +2,7 @@
 
 #include "app/Ajustes.h"
 #include "app/Espera.h"
+#include "app/Rotulo.h"
 #include "app/Trampas.h"
 #include "app/comparar/DialogoPrevia.h"
 #include "app/respaldo/CopiaDelDia.h"
@@ -56,14 +57,11 @@ QPushButton *Boton(const QString &nombre, const QString &texto)
     return boton;
 }
 
-QLabel *Rotulo(const QString &nombre, const QString &texto, QWidget *companero = nullptr)
+QLabel *RotuloDe(QWidget *companero, const QString &nombre, const QString &texto)
 {
     auto *rotulo = new QLabel(texto);
     rotulo->setObjectName(nombre);
-    rotulo->setWordWrap(!companero);
     rotulo->setBuddy(companero);
-    if (!companero)
-        rotulo->setTextFormat(Qt::PlainText);
     return rotulo;
 }
 
@@ -81,7 +79,7 @@ DialogoCopias::DialogoCopias(const QString &base_, QWidget *duena)
           this))
     , lvCopias(new qvx::VistaTabla("lvCopias", "Copias de la base de datos"))
     , lvPlanes(new qvx::VistaTabla("lvPlanes", "Planes de la copia elegida"))
-    , lblAviso(Rotulo("lblAviso", {}))
+    , lblAviso(RotuloLargo("lblAviso"))
     , txtCarpeta(new QLineEdit(lugar.carpeta))
     , numCopias(new QSpinBox)
     , cmdPlan(Boton("cmdPlan", "Restaurar el &plan…"))
@@ -99,7 +97,7 @@ DialogoCopias::DialogoCopias(const QString &base_, QWidget *duena)
     partes->setStretchFactor(0, 3);
     partes->setStretchFactor(1, 2);
     partes->setChildrenCollapsible(false);
-    disposicion->addWidget(Rotulo(
+    disposicion->addWidget(RotuloLargo(
         "lblExplicacion",
         "Elija una copia. De ella se restaura el plan de un tipo de equipo, o toda la base de datos con sus catálogos. "
         "La copia no cambia. Antes de restaurar todo se copia lo que hay."));
@@ -138,9 +136,9 @@ QWidget *DialogoCopias::ParteDeAjustes()
     numCopias->setAccessibleName("Cuántas copias automáticas se conservan");
     numCopias->setRange(1, ajustes::MaximoDeCopias);
     numCopias->setValue(lugar.cuantas);
-    fila->addWidget(Rotulo("lblCarpeta", "Las copias &automáticas van a la carpeta", txtCarpeta));
+    fila->addWidget(RotuloDe(txtCarpeta, "lblCarpeta", "Las copias &automáticas van a la carpeta"));
     fila->addWidget(txtCarpeta, 1);
-    fila->addWidget(Rotulo("lblCopias", "y se conservan las &últimas", numCopias));
+    fila->addWidget(RotuloDe(numCopias, "lblCopias", "y se conservan las &últimas"));
     fila->addWidget(numCopias);
     connect(txtCarpeta, &QLineEdit::editingFinished, this, &DialogoCopias::Ajustar);
     connect(numCopias, &QSpinBox::valueChanged, this, &DialogoCopias::Ajustar);

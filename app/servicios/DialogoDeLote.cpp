@@ -1,5 +1,6 @@
 #include "app/servicios/DialogoDeLote.h"
 
+#include "app/Rotulo.h"
 #include "app/Textos.h"
 #include "app/Trampas.h"
 #include "app/servicios/ColumnasDeServicio.h"
@@ -22,15 +23,6 @@ constexpr int ColumnaDespues = 3;
 constexpr int ColumnaMotivo = 4;
 constexpr int AnchoDeValor = 230;
 
-QLabel *RotuloLargo(const QString &nombre, const QString &texto)
-{
-    auto *rotulo = new QLabel(texto);
-    rotulo->setObjectName(nombre);
-    rotulo->setTextFormat(Qt::PlainText);
-    rotulo->setWordWrap(true);
-    return rotulo;
-}
-
 } // namespace
 
 DialogoDeLote::DialogoDeLote(QWidget *duena, const Textos &textos_, std::function<void()> escribir_)
@@ -40,7 +32,7 @@ DialogoDeLote::DialogoDeLote(QWidget *duena, const Textos &textos_, std::functio
     , disposicion(new QVBoxLayout(this))
     , modelo(new qvx::ModeloTabla({{"Clave"}, {"Nombre"}, {"Antes"}, {"Después"}, {"Se queda como está"}}, 0, this))
     , lista(new qvx::VistaTabla("lvPrevia", "Lo que cambiará"))
-    , lblResumen(RotuloLargo("lblResumen", {}))
+    , lblResumen(RotuloLargo("lblResumen"))
     , cmdAceptar(new QPushButton(textos.aceptar))
 {
     setObjectName("DialogoDeLote");

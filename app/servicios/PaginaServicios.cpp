@@ -1,6 +1,7 @@
 #include "app/servicios/PaginaServicios.h"
 
 #include "app/FilaDeAcciones.h"
+#include "app/Rotulo.h"
 #include "app/Textos.h"
 #include "app/Trampas.h"
 #include "app/servicios/ArbolDePartes.h"
@@ -64,18 +65,13 @@ PaginaServicios::PaginaServicios(QWidget *padre)
     , txtBuscar(new QLineEdit)
     , cboAgrupar(new QComboBox)
     , lblCuenta(new QLabel)
-    , lblAviso(new QLabel)
-    , lblNota(new QLabel)
+    , lblAviso(RotuloLargo("lblAvisoDelPlan"))
+    , lblNota(RotuloLargo("lblNotaDeTotales"))
 {
     setObjectName("PaginaServicios");
     PonerTabla();
     PonerArbol();
     PonerTotales();
-    lblAviso->setObjectName("lblAvisoDelPlan");
-    lblAviso->setTextFormat(Qt::PlainText);
-    lblAviso->setWordWrap(true);
-    lblNota->setObjectName("lblNotaDeTotales");
-    lblNota->setWordWrap(true);
     auto *tablas = new QSplitter(Qt::Vertical);
     tablas->addWidget(lvServicios);
     tablas->addWidget(lvTotales);

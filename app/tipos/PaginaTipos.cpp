@@ -146,7 +146,7 @@ QWidget *PaginaTipos::Busqueda()
 void PaginaTipos::showEvent(QShowEvent *evento)
 {
     QWidget::showEvent(evento);
-    lblAviso->Intentar(1000062, [this] { Leer(false); });
+    lblAviso->Intentar(1000226, [this] { Leer(false); });
 }
 
 void PaginaTipos::Actualizar()
