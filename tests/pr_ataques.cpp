@@ -50,7 +50,7 @@ a\u0000b¦x\u0000' OR 'a'='a¦\u0001\u001b\u007f¦x\ud800¦\u202ex\u200f¦x\u202
 QStringList Textos(int cada)
 {
     static const QRegularExpression numero("\\\\u([0-9a-f]{4})");
-    QStringList textos{QString(1 << 20, QLatin1Char('x')), QString(1 << 20, QLatin1Char('\''))};
+    QStringList textos{QString(1 << 17, QLatin1Char('x')), QString(1 << 17, QLatin1Char('\''))};
     for (QString texto : QString(Renglones).split(QRegularExpression("[¦\n]"), Qt::SkipEmptyParts)) {
         for (auto hallado = numero.match(texto); hallado.hasMatch(); hallado = numero.match(texto))
             texto.replace(hallado.capturedStart(), 6, QChar(hallado.captured(1).toUShort(nullptr, 16)));

@@ -77,11 +77,19 @@ fuentes() {
     find . \( -path ./build -o -path './.?*' \) -prune -o -type f -regextype egrep -regex ".*\.($1)" -print
 }
 
-# apartar: a folder "datos" that goes with the script, in place of what the user keeps at home or has set for this
-# session: nothing that a test or a measurement does may depend on that, or reach it.
+# para_pruebas: the folder for what tests write and nobody keeps: in memory, where there is plenty of it.
+para_pruebas() {
+    local lugar=/dev/shm
+    [ "$(awk '/^MemAvailable:/ { print $2 }' /proc/meminfo)" -ge $((8 * 2 ** 20)) ] && [ -w $lugar ] &&
+        [ "$(df --output=avail $lugar | tail -n 1)" -ge $((4 * 2 ** 20)) ] || lugar=/tmp
+    echo $lugar
+}
+
+# apartar [FOLDER]: a folder "datos" that goes with the script, in the one named, in place of what the user keeps at
+# home or has set for this session: nothing that a test or a measurement does may depend on that, or reach it.
 apartar() {
     local variable
-    datos=$(mktemp -d)
+    datos=$(mktemp -d ${1:+-p "$1"})
     trap 'rm -rf "$datos"' EXIT
     mkdir -m 700 "$datos/run"
     for variable in $(compgen -e | grep -E '^(QT|QVX|XDG)_|^PG|^(DISPLAY|WAYLAND_DISPLAY|XAUTHORITY)$'); do

@@ -49,11 +49,14 @@ std::unique_ptr<OtroPrograma> Super(const QString &base)
     return std::make_unique<OtroPrograma>(abierta.Entregar());
 }
 
-// Leaves the catalogues.
+// Leaves the catalogues. With the history, which tests read whole again and again.
 void VaciarPlanes(const OtroPrograma &otro)
 {
-    for (const char *tabla : {"Plan_Mantenimiento_Detalle", "Plan_Mantenimiento", "Tipo_Equipo_Parte"})
+    for (const char *tabla : {"Plan_Mantenimiento_Detalle", "Plan_Mantenimiento", "Tipo_Equipo_Parte", "Operacion",
+                              "Operacion_Plan", "Historia_Parte", "Historia_Servicio", "Historia_Linea"})
         otro.Correr(QString("DELETE FROM ") + tabla);
+    if (!motor::EsPostgres()) // what follows within this second is another operation
+        otro.Correr("DELETE FROM Operacion_En_Curso");
 }
 
 void HacerPlantilla(const OtroPrograma &servidor, const QString &plantilla, bool conEjemplos)
@@ -96,6 +99,7 @@ void BaseDePrueba::HacerEnServidor(bool conEjemplos)
 
 BaseDePrueba::~BaseDePrueba()
 {
+    testigo.reset();
     if (propia)
         Super("postgres")->Correr("DROP DATABASE " + nombre + " WITH (FORCE)");
 }
@@ -114,6 +118,13 @@ std::unique_ptr<OtroPrograma> BaseDePrueba::Otro() const
     qvx::BaseAbierta abierta(
         "QSQLITE", [this](QSqlDatabase &nueva) { nueva.setDatabaseName(nombre); }, Detenerse);
     return std::make_unique<OtroPrograma>(abierta.Entregar());
+}
+
+const OtroPrograma &BaseDePrueba::Testigo() const
+{
+    if (!motor::EsPostgres() || !testigo || !testigo->Puede("SELECT 1"))
+        testigo = Otro();
+    return *testigo;
 }
 
 QStringList BaseDePrueba::Argumentos() const

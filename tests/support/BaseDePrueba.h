@@ -39,6 +39,8 @@ public:
     // As the application opens it, signed in as mlopez.
     std::unique_ptr<qvx::Conexion> Abrir() const;
     std::unique_ptr<OtroPrograma> Otro() const;
+    // The same each time where the server's sign-in costs more than what is asked, as long as it answers.
+    const OtroPrograma &Testigo() const;
     // What "quorvex" is told on its command line to open it.
     QStringList Argumentos() const;
     // The embedded engine's file.
@@ -49,5 +51,6 @@ private:
 
     QTemporaryDir carpeta;
     QString nombre; // of the file, or of the database on the server
+    mutable std::unique_ptr<OtroPrograma> testigo;
     bool propia = false;
 };

@@ -35,27 +35,26 @@ Escenario::~Escenario()
 
 QVariant Escenario::Correr(const QString &sql) const
 {
-    const auto otro = base.Otro();
-    QSqlQuery consulta = otro->Correr(sql);
+    QSqlQuery consulta = base.Testigo().Correr(sql);
     return consulta.next() ? consulta.value(0) : QVariant();
 }
 
 QStringList Escenario::Filas(const QString &sql) const
 {
-    return base.Otro()->Filas(sql);
+    return base.Testigo().Filas(sql);
 }
 
 // In the order of the rows' own keys, which no engine changes behind a test's back.
 QStringList Escenario::Tablas() const
 {
-    const auto otro = base.Otro();
+    const OtroPrograma &testigo = base.Testigo();
     QStringList todo;
-    for (const QString &tabla : otro->Filas(motor::Segun(
+    for (const QString &tabla : testigo.Filas(motor::Segun(
              "SELECT lower(name) FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY 1",
              "SELECT tablename FROM pg_tables WHERE schemaname NOT IN ('pg_catalog', 'information_schema') UNION ALL "
              "SELECT 'pg_largeobject_metadata' ORDER BY 1"))) {
         QStringList filas{tabla};
-        filas += otro->Filas(QString("SELECT '%1', t.* FROM %1 t").arg(tabla));
+        filas += testigo.Filas(QString("SELECT '%1', t.* FROM %1 t").arg(tabla));
         filas.sort();
         todo += filas;
     }
@@ -66,16 +65,16 @@ QStringList Escenario::Plan() const
 {
     const QString firma =
         ", Oper_Alta, Fecha_Alta, Oper_Baja, Fecha_Baja, Oper_Ult_Modif, Fecha_Ult_Modif, Es_Cve_Estado";
-    const auto otro = base.Otro();
-    return otro->Filas("SELECT 'parte', Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion" + firma
-                       + " FROM Tipo_Equipo_Parte ORDER BY 2, 3")
-           + otro->Filas("SELECT 'servicio', Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, "
-                         "Pm_Lectura, Pm_Unidad_Lectura, Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, "
-                         "Pm_Requiere_Paro, Pm_Tiempo_Paro"
-                         + firma + " FROM Plan_Mantenimiento ORDER BY 2, 4")
-           + otro->Filas("SELECT 'línea', Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, "
-                         "Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe, Pmd_Tipo_Gasto FROM "
-                         "Plan_Mantenimiento_Detalle ORDER BY 2, 4, 5");
+    const OtroPrograma &testigo = base.Testigo();
+    return testigo.Filas("SELECT 'parte', Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion" + firma
+                         + " FROM Tipo_Equipo_Parte ORDER BY 2, 3")
+           + testigo.Filas("SELECT 'servicio', Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Ts_Cve_Tipo_Servicio, Pm_Frecuencia, "
+                           "Pm_Lectura, Pm_Unidad_Lectura, Pm_Precio, Pm_Tiempo_Estimado, Pm_Prioridad, "
+                           "Pm_Requiere_Paro, Pm_Tiempo_Paro"
+                           + firma + " FROM Plan_Mantenimiento ORDER BY 2, 4")
+           + testigo.Filas("SELECT 'línea', Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, Pr_Cve_Producto, "
+                           "Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe, Pmd_Tipo_Gasto FROM "
+                           "Plan_Mantenimiento_Detalle ORDER BY 2, 4, 5");
 }
 
 QWidget &Escenario::Pantalla(const QString &parametros)
