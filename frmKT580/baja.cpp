@@ -85,6 +85,7 @@ void frmKT580::Controles_Eliminar()
         Sistema->Conexion().BeginTrans();
         if (!Update_Partes(tipoEquipo, parte, "BA")) {
             Sistema->Conexion().RollbackTrans();
+            Sistema->Detallar(textoError);
             Advertir("Error al dar de baja la parte del equipo", 7500009);
             return;
         }
@@ -135,6 +136,7 @@ void frmKT580::Controles_Reactivar()
             ReactivarPadre(tipoEquipo, fila["Tep_Padre"], operador, fecha);
         if (!Update_Partes(tipoEquipo, parte, "AC")) {
             Sistema->Conexion().RollbackTrans();
+            Sistema->Detallar(textoError);
             Advertir("Error al reactivar la parte del equipo", 7500013);
             return;
         }

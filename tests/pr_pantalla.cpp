@@ -172,6 +172,7 @@ void PrPantalla::hondura()
     const QStringList antes = escenario->Tablas();
     Mandar("N0005", "Eliminar");
     QCOMPARE(Mensajes(), QStringList{"48|Quorvex|KT580|ERR-ID:7500009|Error al dar de baja la parte del equipo"});
+    QCOMPARE(escenario->Personas().detalles.value(0), "El plan tiene más de 500 niveles");
     QCOMPARE(escenario->Tablas(), antes);
 }
 
