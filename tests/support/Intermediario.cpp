@@ -63,6 +63,8 @@ void Intermediario::Pasar()
             const ssize_t leidos = todos[i].revents != 0 ? read(puntas[i - 1], bytes, sizeof bytes) : -1;
             const int otra = puntas[(i - 1) ^ 1U];
             if (leidos > 0)
+                Contar(i - 1);
+            if (leidos > 0)
                 send(otra, bytes, static_cast<std::size_t>(leidos), MSG_NOSIGNAL);
             else if (leidos == 0)
                 shutdown(otra, SHUT_RDWR);
@@ -70,6 +72,18 @@ void Intermediario::Pasar()
         if (todos[0].revents != 0) {
             puntas.push_back(accept(entrada, nullptr, nullptr));
             puntas.push_back(ConectarAlServidor());
+            espera.resize(puntas.size());
         }
+    }
+}
+
+// The program's ends have the even places.
+void Intermediario::Contar(std::size_t punta)
+{
+    if (punta % 2 == 0)
+        espera[punta] = true;
+    else if (espera[punta - 1]) {
+        espera[punta - 1] = false;
+        ++cruces;
     }
 }

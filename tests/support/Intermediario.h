@@ -6,7 +6,8 @@
 #include <vector>
 
 // Stands between a program and the server of the tests: what comes in by a loopback port goes to the server's socket
-// and back, until it is told to be silent. Then everything stays open and nothing passes.
+// and back, until it is told to be silent. Then everything stays open and nothing passes. It counts how often the way
+// is gone there and back: the first byte that the server answers to what came since its last one.
 class Intermediario
 {
 public:
@@ -17,13 +18,17 @@ public:
 
     QString Direccion(const QString &usuario, const QString &base, const QString &opciones) const;
     void Callar(bool si) { callado = si; }
+    int Cruces() const { return cruces; }
 
 private:
     void Pasar();
+    void Contar(std::size_t punta);
 
     int entrada = -1;
     int puerto = 0;
-    std::vector<int> puntas; // each connection's two, one beside the other
+    std::vector<int> puntas;  // each connection's two, one beside the other
+    std::vector<bool> espera; // at a program's end: it has said something that is not answered yet
+    std::atomic<int> cruces{0};
     std::atomic<bool> callado{false};
     std::atomic<bool> termina{false};
     std::thread hilo;
