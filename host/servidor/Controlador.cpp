@@ -22,7 +22,10 @@ bool ControladorPq::Entrar()
 bool ControladorPq::open(const QString & /*base*/, const QString & /*usuario*/, const QString & /*contrasena*/,
                          const QString & /*equipo*/, int /*puerto*/, const QString & /*otras*/)
 {
-    const bool abierto = (enlace.EstaAbierto() && PonerAjustes()) || Entrar();
+    const bool estaba = enlace.EstaAbierto();
+    if (estaba)
+        PonerAjustes();
+    const bool abierto = estaba || Entrar();
     if (!abierto) {
         setLastError(ErrorDe(enlace, QSqlError::ConnectionError));
         enlace.Cerrar();
@@ -33,12 +36,13 @@ bool ControladorPq::open(const QString & /*base*/, const QString & /*usuario*/, 
 }
 
 // Of a connection that was signed in before they were known.
-bool ControladorPq::PonerAjustes()
+void ControladorPq::PonerAjustes()
 {
-    QByteArray guion;
-    for (const auto &[nombre, valor] : ajustes)
-        guion += QString("SET %1 = '%2';").arg(nombre, valor).toUtf8();
-    return guion.isEmpty() || enlace.Correr(guion) != nullptr;
+    QStringList todos;
+    for (const auto &[nombre, valor] : std::as_const(ajustes))
+        todos.append(QString("set_config('%1', '%2', false)").arg(nombre, valor));
+    if (!todos.isEmpty())
+        enlace.Anteponer("SELECT " + todos.join(", ").toUtf8());
 }
 
 void ControladorPq::close()

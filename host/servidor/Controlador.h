@@ -29,7 +29,7 @@ public:
     Enlace &SuEnlace() const { return enlace; }
 
 private:
-    bool PonerAjustes();
+    void PonerAjustes();
 
     Servidor::Opciones ajustes;
     mutable Enlace enlace{{}};

@@ -95,10 +95,7 @@ public:
         return PQstatus(enlace) == CONNECTION_OK;
     }
 
-    bool SigueEnTransaccion(const QSqlDatabase &base) const override
-    {
-        return PQtransactionStatus(EnlaceDe(base).Pq()) == PQTRANS_INTRANS;
-    }
+    bool SigueEnTransaccion(const QSqlDatabase &base) const override { return EnlaceDe(base).EnTransaccion(); }
 
     QStringList Funciones() const override
     {

@@ -4,9 +4,11 @@
 #include "servidor/Valores.h"
 
 #include <QElapsedTimer>
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <chrono>
+#include <cmath>
 #include <poll.h>
 #include <thread>
 #include <utility>
@@ -113,91 +115,111 @@ void Enlace::Cerrar()
     PQfinish(pq);
     pq = nullptr;
     preparadas.clear();
+    porEnviar.clear();
 }
 
+// What begins waits for what comes next, and goes with it; what is ended before that never was.
 Respuesta Enlace::Correr(const QByteArray &guion)
 {
-    return Recoger(PQsendQuery(pq, guion.constData()) == 1);
+    if (EstaAbierto() && porEnviar.isEmpty() && guion.startsWith("BEGIN")) {
+        porEnviar = guion;
+        return Nada();
+    }
+    if (EstaAbierto() && PorComenzar() && (guion == "COMMIT" || guion == "ROLLBACK")) {
+        porEnviar.clear();
+        return Nada();
+    }
+    if (guion.startsWith("BEGIN")) { // or what waits would be of the transaction, and be taken back with it
+        const QByteArray antes = std::exchange(porEnviar, {});
+        if (Recoger(PQsendQuery(pq, antes.constData()) == 1))
+            return Correr(guion);
+        Reponer(antes);
+        return {nullptr, PQclear};
+    }
+    const QByteArray antes = std::exchange(porEnviar, {});
+    Respuesta respuesta = Recoger(PQsendQuery(pq, (antes.isEmpty() ? guion : antes + ';' + guion).constData()) == 1);
+    if (!respuesta)
+        Reponer(antes);
+    return respuesta;
 }
 
-bool Enlace::Preparar(const QByteArray &texto)
+Respuesta Enlace::Nada() const
 {
-    if (preparadas.contains(texto))
-        return true;
-    if (preparadas.size() >= MaximoPreparadas && PQtransactionStatus(pq) != PQTRANS_INERROR) {
-        if (!Correr("DEALLOCATE ALL"))
-            return false;
-        preparadas.clear();
-    }
-    // Both in one crossing of the network.
-    Preparada nueva{"q" + QByteArray::number(++contadas), {}};
-    const bool enviada = PQenterPipelineMode(pq) == 1
-                         && PQsendPrepare(pq, nueva.nombre.constData(), texto.constData(), 0, nullptr) == 1
-                         && PQsendDescribePrepared(pq, nueva.nombre.constData()) == 1 && PQpipelineSync(pq) == 1;
-    if (!enviada) {
-        Anotar();
-        Cerrar();
-        return false;
-    }
-    if (!RecogerPreparacion(nueva))
-        return false;
-    preparadas.insert(texto, nueva);
-    return true;
+    return {PQmakeEmptyPGresult(pq, PGRES_COMMAND_OK), PQclear};
 }
 
-bool Enlace::RecogerPreparacion(Preparada &nueva)
+// A setting went with what failed.
+void Enlace::Reponer(const QByteArray &antes)
 {
-    const QDeadlineTimer plazo(std::chrono::seconds{segundos});
-    bool bien = true;
-    for (bool acabada = false; !acabada;) {
-        if (!Esperar(plazo))
-            return false;
-        const Respuesta respuesta(PQgetResult(pq), PQclear);
-        switch (PQresultStatus(respuesta.get())) {
-        case PGRES_PIPELINE_SYNC:
-            acabada = true;
-            break;
-        case PGRES_COMMAND_OK:
-            for (int i = 0; i < PQnparams(respuesta.get()); ++i)
-                nueva.parametros.append(PQparamtype(respuesta.get(), i));
-            break;
-        case PGRES_FATAL_ERROR:
-            if (respuesta && std::exchange(bien, false)) // of a lost connection the first word counts
-                fallo = FalloDe(respuesta.get());
-            acabada = !EstaAbierto();
-            break;
-        default:
-            break;
-        }
-    }
-    if (EstaAbierto() && PQexitPipelineMode(pq) == 1)
-        return bien;
-    if (bien)
-        Anotar();
-    return false;
+    if (EstaAbierto() && !antes.startsWith("BEGIN"))
+        porEnviar = antes;
 }
 
 Respuesta Enlace::Correr(const QByteArray &texto, const QVariantList &valores)
 {
-    if (!Preparar(texto))
+    if (preparadas.size() >= MaximoPreparadas && !preparadas.contains(texto)
+        && PQtransactionStatus(pq) != PQTRANS_INERROR) {
+        if (!Correr("DEALLOCATE ALL"))
+            return {nullptr, PQclear};
+        preparadas.clear();
+    }
+    const bool fraccion = std::any_of(valores.begin(), valores.end(), [](const QVariant &valor) {
+        return valor.typeId() == QMetaType::Double && valor.toDouble() != std::trunc(valor.toDouble());
+    });
+    if (fraccion && !preparadas.contains(texto) && !Volar(texto, {}, false))
         return {nullptr, PQclear};
-    const Preparada &preparada = preparadas[texto];
+    const QList<Oid> tipos = preparadas.value(texto).parametros;
     std::vector<QByteArray> textos;
-    std::vector<const char *> lugares;
     textos.reserve(static_cast<std::size_t>(valores.size()));
-    lugares.reserve(textos.capacity());
     for (qsizetype i = 0; i < valores.size(); ++i) {
-        textos.push_back(ComoParametro(valores.at(i), preparada.parametros.value(i)));
+        textos.push_back(ComoParametro(valores.at(i), tipos.value(i)));
         if (textos.back().contains('\0')) {
             fallo = {"Un texto contiene un carácter nulo", "22021"};
             return {nullptr, PQclear};
         }
     }
-    for (const QByteArray &valor : textos)
+    return Volar(texto, textos, true);
+}
+
+// All in one crossing of the network: what waited to be sent, the preparing of a text that is new, and its running.
+Respuesta Enlace::Volar(const QByteArray &texto, const std::vector<QByteArray> &valores, bool correr)
+{
+    const QByteArray antes = std::exchange(porEnviar, {});
+    const bool nueva = !preparadas.contains(texto);
+    Preparada preparada = nueva ? Preparada{"q" + QByteArray::number(++contadas), {}} : preparadas.value(texto);
+    std::vector<const char *> lugares;
+    lugares.reserve(valores.size());
+    for (const QByteArray &valor : valores)
         lugares.push_back(valor.isNull() ? nullptr : valor.constData());
-    return Recoger(PQsendQueryPrepared(pq, preparada.nombre.constData(), static_cast<int>(lugares.size()),
-                                       lugares.data(), nullptr, nullptr, 0)
-                   == 1);
+    const auto enviarCorrida = [&] {
+        return PQsendQueryPrepared(pq, preparada.nombre.constData(), static_cast<int>(lugares.size()), lugares.data(),
+                                   nullptr, nullptr, 0)
+               == 1;
+    };
+    if (!nueva && antes.isEmpty())
+        return Recoger(enviarCorrida());
+    bool enviada = PQenterPipelineMode(pq) == 1;
+    if (!antes.isEmpty())
+        enviada = enviada && PQsendQueryParams(pq, antes.constData(), 0, nullptr, nullptr, nullptr, nullptr, 0) == 1;
+    if (nueva)
+        enviada = enviada && PQsendPrepare(pq, preparada.nombre.constData(), texto.constData(), 0, nullptr) == 1
+                  && PQsendDescribePrepared(pq, preparada.nombre.constData()) == 1;
+    enviada = enviada && (!correr || enviarCorrida()) && PQpipelineSync(pq) == 1;
+    if (!enviada) {
+        Anotar();
+        Cerrar();
+        return {nullptr, PQclear};
+    }
+    const int descripcion = antes.isEmpty() ? 1 : 2;
+    Respuesta respuesta = RecogerVuelo([&](int cual, const PGresult *buena) {
+        for (int i = 0; nueva && cual == descripcion && i < PQnparams(buena); ++i)
+            preparada.parametros.append(PQparamtype(buena, i));
+        if (nueva && cual == descripcion)
+            preparadas.insert(texto, preparada);
+    });
+    if (!respuesta)
+        Reponer(antes);
+    return respuesta;
 }
 
 // Parsed on its own, since a text sent to be run may hold several statements.
@@ -249,6 +271,41 @@ Respuesta Enlace::Recoger(bool enviada)
             return {nullptr, PQclear};
         }
     }
+}
+
+// Likewise of what went in one crossing. alLlegar: each good one, with its place.
+Respuesta Enlace::RecogerVuelo(const std::function<void(int, const PGresult *)> &alLlegar)
+{
+    const QDeadlineTimer plazo(std::chrono::seconds{segundos});
+    Respuesta ultima(nullptr, PQclear);
+    bool bien = true;
+    int buenas = 0;
+    for (bool acabada = false; !acabada;) {
+        if (!Esperar(plazo))
+            return {nullptr, PQclear};
+        Respuesta respuesta(PQgetResult(pq), PQclear);
+        switch (PQresultStatus(respuesta.get())) {
+        case PGRES_PIPELINE_SYNC:
+            acabada = true;
+            break;
+        case PGRES_COMMAND_OK:
+        case PGRES_TUPLES_OK:
+            alLlegar(buenas++, respuesta.get());
+            ultima = std::move(respuesta);
+            break;
+        case PGRES_FATAL_ERROR:
+            if (respuesta && std::exchange(bien, false)) // of a lost connection the first word counts
+                fallo = FalloDe(respuesta.get());
+            acabada = !EstaAbierto();
+            break;
+        default:
+            break;
+        }
+    }
+    const bool sigue = EstaAbierto() && PQexitPipelineMode(pq) == 1;
+    if (bien && !sigue)
+        Anotar();
+    return bien && sigue ? std::move(ultima) : Respuesta(nullptr, PQclear);
 }
 
 Respuesta Enlace::Juzgar(Respuesta respuesta)

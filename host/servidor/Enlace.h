@@ -7,8 +7,10 @@
 #include <QHash>
 #include <QList>
 #include <QVariantList>
+#include <functional>
 #include <libpq-fe.h>
 #include <memory>
+#include <vector>
 
 namespace qvx
 {
@@ -40,11 +42,14 @@ public:
     bool EstaAbierto() const { return PQstatus(pq) == CONNECTION_OK; }
     PGconn *Pq() const { return pq; }
 
-    // A text of one or more statements; the last one's answer. Null for a failure, as the next ones.
+    // A text of one or more statements; the last one's answer. Null for a failure, as the next ones. A BEGIN is good at
+    // once: it goes with what comes next.
     Respuesta Correr(const QByteArray &guion);
     // Prepares a text with $1, $2, … once for the connection, and runs it.
-    bool Preparar(const QByteArray &texto);
     Respuesta Correr(const QByteArray &texto, const QVariantList &valores);
+    // One statement that goes with what comes next, and again if that fails.
+    void Anteponer(const QByteArray &sentencia) { porEnviar = sentencia; }
+    bool EnTransaccion() const { return PorComenzar() || PQtransactionStatus(pq) == PQTRANS_INTRANS; }
     // What the server says against a text, which is not run. Gives whether it says nothing.
     bool Examinar(const QByteArray &texto);
 
@@ -57,8 +62,12 @@ private:
     };
 
     bool Esperar(const QDeadlineTimer &plazo);
+    bool PorComenzar() const { return porEnviar.startsWith("BEGIN"); }
+    Respuesta Nada() const;
+    void Reponer(const QByteArray &antes);
+    Respuesta Volar(const QByteArray &texto, const std::vector<QByteArray> &valores, bool correr);
     Respuesta Recoger(bool enviada);
-    bool RecogerPreparacion(Preparada &nueva);
+    Respuesta RecogerVuelo(const std::function<void(int, const PGresult *)> &alLlegar);
     Respuesta Juzgar(Respuesta respuesta);
     void NoResponde(const QString &como);
     void Anotar();
@@ -68,6 +77,7 @@ private:
     PGconn *pq = nullptr;
     QHash<QByteArray, Preparada> preparadas; // by text
     int contadas = 0;
+    QByteArray porEnviar;
     QDeadlineTimer tregua{0};
     Fallo fallo;
 };
