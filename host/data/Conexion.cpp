@@ -1,5 +1,6 @@
 #include "data/Conexion.h"
 
+#include "data/Adelanto.h"
 #include "data/BaseAbierta.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Lexico.h"
@@ -31,6 +32,8 @@ Conexion::Conexion(const QSqlDatabase &base_, std::unique_ptr<Dialecto> dialecto
 {
     if (!archivoTraza.isEmpty())
         traza.emplace(archivoTraza);
+    if (!qEnvironmentVariableIsSet("QVX_SIN_ADELANTO"))
+        adelanto = std::make_unique<Adelanto>();
 }
 
 Conexion::~Conexion()
@@ -78,11 +81,25 @@ Recordset Conexion::Correr(const QString &sql, const std::function<Sentencia()> 
                 Reservar(SinBlancosAlFinal(sentencia.valores.value(lugar).toString()));
         if (preparada->conocida.cambio != 0)
             Registrar(preparada->conocida, sentencia);
+        const bool adelanta = PuedeAdelantar(*preparada);
+        if (adelanta)
+            if (const auto filas = adelanto->Responder(*preparada->familia, sentencia.valores,
+                                                       [&](const QString &texto, const QVariantList &valores) {
+                                                           return LeerFamilia(texto, valores, sql);
+                                                       }))
+                return Dar(*filas, sql);
+        if (adelanto && !sentencia.lectura) {
+            const QString tabla = TablaQueCambia(sentencia.forma);
+            adelanto->Olvidar(tabla);
+            cambiadas.insert(tabla);
+        }
         for (int i = 0; i < sentencia.valores.size(); ++i)
             preparada->consulta.bindValue(i, sentencia.valores.at(i));
         if (!preparada->consulta.exec())
             Rechazar(preparada->consulta.lastError(), sql, estado == Estado::Libre && !sentencia.lectura);
         const Recordset resultado = Leer(*preparada, sql);
+        if (adelanta)
+            adelanto->Anotar(*preparada->familia, sentencia.valores, resultado);
         TerminarSola();
         return resultado;
     } catch (const ErrorEjecucion &error) {
@@ -113,9 +130,11 @@ std::shared_ptr<Conexion::Preparada> Conexion::Preparar(const Sentencia &sentenc
         MostrarAlMotor(sql);
     if (preparadas.size() >= MaximoPreparadas)
         preparadas.clear();
-    auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, conocida});
+    auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, conocida, nullptr});
+    if (const auto familia = FamiliaDe(sentencia.forma, conocida.iguales, *reglas))
+        nueva->familia = std::make_shared<const Familia>(*familia);
     nueva->consulta.setForwardOnly(true);
-    if (!nueva->consulta.prepare(dialecto->Reescribir(sentencia.forma)))
+    if (!nueva->consulta.prepare(dialecto->Reescribir(nueva->familia ? nueva->familia->forma : sentencia.forma)))
         Rechazar(nueva->consulta.lastError(), sql);
     preparadas.insert(clave, nueva);
     return nueva;
@@ -131,6 +150,14 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
         consulta.finish();
         return resultado;
     }
+    return Dar(Tomar(preparada, sql), sql);
+}
+
+// The rows of a query that ran.
+Recordset Conexion::Tomar(Preparada &preparada, const QString &sql)
+{
+    Recordset resultado;
+    QSqlQuery &consulta = preparada.consulta;
     if (!preparada.campos) {
         QStringList campos;
         const QSqlRecord registro = consulta.record();
@@ -140,9 +167,8 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
     }
     const int columnas = static_cast<int>(preparada.campos->size());
     std::vector<QVariant> valores;
-    qint64 filas = 0;
-    for (; consulta.next(); ++filas) {
-        if (filas == 0)
+    while (consulta.next()) {
+        if (valores.empty())
             valores.reserve(static_cast<std::size_t>(columnas)); // most queries give one row or none
         for (int i = 0; i < columnas; ++i)
             valores.push_back(consulta.value(i));
@@ -151,11 +177,51 @@ Recordset Conexion::Leer(Preparada &preparada, const QString &sql)
     consulta.finish();
     if (error.isValid())
         Rechazar(error, sql);
-    Anotar(QString::number(filas), sql);
     resultado.campos = preparada.campos;
     resultado.valores = std::make_shared<const std::vector<QVariant>>(std::move(valores));
-    reglas->AlLeer(resultado);
     return resultado;
+}
+
+// Wherever they come from, only rows that were asked for are told.
+Recordset Conexion::Dar(const Recordset &filas, const QString &sql)
+{
+    const auto columnas = static_cast<std::size_t>(filas.campos->size());
+    Anotar(QString::number(columnas == 0 ? 0 : filas.valores->size() / columnas), sql);
+    reglas->AlLeer(filas);
+    return filas;
+}
+
+// What one event reads is of one moment. A transaction sees what others save meanwhile, but for what it keeps to
+// itself: a catalogue it reads once.
+bool Conexion::PuedeAdelantar(const Preparada &preparada) const
+{
+    if (!adelanto || !preparada.familia || (preparada.familia->catalogo && !dialecto->EstaLejos()))
+        return false;
+    const bool deUnMomento = leyendo || (estado == Estado::Abierta && !sola && !porComenzar);
+    return (preparada.familia->fija || deUnMomento) && !cambiadas.contains(preparada.familia->tabla)
+           && !cambiadas.contains(QString());
+}
+
+Recordset Conexion::LeerFamilia(const QString &texto, const QVariantList &valores, const QString &sql)
+{
+    auto &preparada = preparadas[QLatin1Char('+') + texto];
+    if (!preparada) {
+        preparada = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, {}, nullptr});
+        preparada->consulta.setForwardOnly(true);
+        preparada->consulta.prepare(dialecto->Reescribir(texto));
+    }
+    for (int i = 0; i < valores.size(); ++i)
+        preparada->consulta.bindValue(i, valores.at(i));
+    if (!preparada->consulta.exec())
+        Rechazar(preparada->consulta.lastError(), sql);
+    return Tomar(*preparada, sql);
+}
+
+void Conexion::OlvidarLoLeido()
+{
+    if (adelanto)
+        adelanto->Olvidar();
+    cambiadas.clear();
 }
 
 void Conexion::EmpezarSola()
@@ -205,7 +271,7 @@ void Conexion::EjecutarOrden(const SentenciaConValores &orden)
 {
     auto &preparada = preparadas[QLatin1Char('*') + orden.texto];
     if (!preparada) {
-        preparada = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, {}});
+        preparada = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, {}, nullptr});
         if (!preparada->consulta.prepare(orden.texto)) {
             const QSqlError error = preparada->consulta.lastError();
             preparadas.remove(QLatin1Char('*') + orden.texto);
@@ -238,10 +304,13 @@ void Conexion::AbrirLectura()
     if (!consulta.exec(orden))
         Rechazar(consulta.lastError(), orden);
     leyendo = true;
+    OlvidarLoLeido();
 }
 
 void Conexion::CerrarLectura()
 {
+    if (leyendo)
+        OlvidarLoLeido();
     if (!std::exchange(leyendo, false) || !base.isOpen())
         return;
     QSqlQuery consulta(base);
@@ -323,6 +392,7 @@ void Conexion::BeginTrans()
         Ordenar(dialecto->InicioDeTransaccion());
     reservadas.clear();
     registrando = false;
+    OlvidarLoLeido();
     reglas->AlEmpezar();
     estado = Estado::Abierta;
 }
@@ -352,6 +422,7 @@ void Conexion::Comenzar()
             Rechazar(consulta.lastError(), orden);
         }
         AnotarComienzo();
+        OlvidarLoLeido();
         porComenzar = false;
     } catch (const ErrorEjecucion &error) {
         estado = Estado::Condenada;
@@ -381,6 +452,7 @@ void Conexion::CommitTrans()
             throw ErrorEjecucion(errores::Datos, "El servidor deshizo la transacción: no se guardó nada.", "COMMIT");
         Cerrar();
         Ordenar("COMMIT");
+        OlvidarLoLeido();
         estado = Estado::Libre;
     } catch (const ErrorEjecucion &error) {
         Deshacer();
@@ -431,6 +503,7 @@ void Conexion::Ordenar(const QString &orden)
 // closing ends whatever is left.
 void Conexion::Deshacer()
 {
+    OlvidarLoLeido();
     if (!sola)
         Anotar("-", "ROLLBACK");
     if (std::exchange(porComenzar, false))

@@ -14,6 +14,12 @@
 #include <functional>
 #include <memory>
 
+namespace qvx
+{
+class Adelanto;
+struct Familia;
+} // namespace qvx
+
 namespace QVX_EXPORTA qvx
 {
 
@@ -80,11 +86,17 @@ private:
         QSqlQuery consulta;
         std::shared_ptr<const QStringList> campos;
         Conocida conocida;
+        std::shared_ptr<const Familia> familia;
     };
 
     Recordset Correr(const QString &sql, const std::function<Sentencia()> &analizar);
     std::shared_ptr<Preparada> Preparar(const Sentencia &sentencia, const QString &sql);
     Recordset Leer(Preparada &preparada, const QString &sql);
+    Recordset Tomar(Preparada &preparada, const QString &sql);
+    Recordset Dar(const Recordset &filas, const QString &sql);
+    bool PuedeAdelantar(const Preparada &preparada) const;
+    Recordset LeerFamilia(const QString &texto, const QVariantList &valores, const QString &sql);
+    void OlvidarLoLeido();
     void EmpezarSola();
     void TerminarSola();
     void Registrar(const Conocida &conocida, const Sentencia &sentencia);
@@ -124,6 +136,8 @@ private:
     Fallo fallo;
     std::function<void()> alEjecutar;
     std::function<void()> antesDeEscribir;
+    std::unique_ptr<Adelanto> adelanto; // none where it is switched off
+    QSet<QString> cambiadas;            // tables that the transaction has changed
 };
 
 } // namespace qvx

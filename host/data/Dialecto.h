@@ -38,6 +38,8 @@ public:
     // The functions that a query may call: they only read what they are given. Others wait, hold locks, change the
     // session's settings, or never end.
     virtual QStringList Funciones() const;
+    // Whether asking once more may take longer than reading a whole catalogue.
+    virtual bool EstaLejos() const { return false; }
     // Whether an error of the engine's is that a wait ran out.
     virtual bool SeAgotoLaEspera(const QString & /*codigo*/) const { return false; }
 };

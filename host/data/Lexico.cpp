@@ -212,6 +212,13 @@ int LiteralDelAlta(const QString &forma, const QString &columna)
     return -1;
 }
 
+QString TablaQueCambia(const QString &forma)
+{
+    static const QRegularExpression tabla("^(?:INSERT\\s+INTO|UPDATE|DELETE\\s+FROM|DELETE)\\s+(\\w+)",
+                                          QRegularExpression::CaseInsensitiveOption);
+    return tabla.match(forma).captured(1).toLower();
+}
+
 bool SoloLlamaA(const QString &forma, const QStringList &funciones)
 {
     static const QRegularExpression llamada(R"((=|[\w.]+|\S)\s*(?=\())",

@@ -37,6 +37,9 @@ int LiteralEn(const QString &forma, qsizetype lugar);
 // Likewise, that of a column that a shape gives to a new row, -1 where it gives none.
 int LiteralDelAlta(const QString &forma, const QString &columna);
 
+// The table that the shape of a change changes, in small letters.
+QString TablaQueCambia(const QString &forma);
+
 // Whether every parenthesis of a shape belongs to a subquery, to a comparison, or to one of these functions.
 bool SoloLlamaA(const QString &forma, const QStringList &funciones);
 

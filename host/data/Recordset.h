@@ -9,6 +9,11 @@
 #include <memory>
 #include <vector>
 
+namespace qvx
+{
+class Adelanto;
+}
+
 namespace QVX_EXPORTA qvx
 {
 
@@ -36,6 +41,7 @@ public:
 
 private:
     friend class Conexion;
+    friend class Adelanto;
     int Columna(QAnyStringView campo) const;
 
     std::shared_ptr<const QStringList> campos;

@@ -29,6 +29,15 @@ struct SentenciaConValores {
     QVariantList valores;
 };
 
+// What the owner tells of a table whose rows may be read before they are asked for.
+struct TablaConocida {
+    QStringList llave;     // no two rows are equal in these columns
+    QStringList claves;    // columns of texts that compare without trailing blanks
+    QStringList textos;    // and of those that are equal to the letter
+    bool catalogo = false; // a few rows, of no key that a transaction keeps to itself
+    bool fija = false;     // and the same ones as long as a session lasts
+};
+
 // The statements by which a transaction keeps what a key stands for to itself, each with a place for the key: keeping
 // it if nobody does, who does, and waiting for it.
 struct Reserva {
@@ -61,6 +70,9 @@ public:
     virtual void AlCambiar(const Conocida &conocida, const Sentencia &sentencia) = 0;
     virtual QList<SentenciaConValores> Apertura() const = 0;
     virtual QList<SentenciaConValores> Cierre() const = 0;
+
+    // Nothing of one whose rows are only read as they are asked for. nombre: in any letter case.
+    virtual std::optional<TablaConocida> Tabla(const QString & /*nombre*/) const { return std::nullopt; }
 };
 
 } // namespace qvx

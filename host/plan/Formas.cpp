@@ -5,6 +5,7 @@
 #include "data/Lexico.h"
 #include "data/Texto.h"
 
+#include <QHash>
 #include <QRegularExpression>
 
 namespace qvx
@@ -69,6 +70,36 @@ Conocida Formas::Conocer(const QString &forma, const QStringList &funciones) con
     if (const int lugar = LiteralDelAlta(forma, "Te_Cve_Tipo_Equipo"); lugar >= 0)
         conocida.reservas.append(lugar);
     return conocida;
+}
+
+// Only what a screen asks for one by one.
+std::optional<TablaConocida> Formas::Tabla(const QString &nombre) const
+{
+    const auto catalogo = [](const char *clave, const QStringList &otras = {}) {
+        return TablaConocida{{clave}, QStringList{clave, "Es_Cve_Estado"} + otras, {}, true, false};
+    };
+    static const QHash<QString, TablaConocida> tablas{
+        {"tipo_equipo_parte",
+         {{"Te_Cve_Tipo_Equipo", "Tep_ID"}, {"Te_Cve_Tipo_Equipo", "Tep_ID", "Tep_Padre"}, {}, false, false}},
+        {"plan_mantenimiento",
+         {{"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID"}, {"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID"}, {}, false, false}},
+        {"plan_mantenimiento_detalle",
+         {{"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID", "Pmd_ID"},
+          {"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID", "Pmd_ID"},
+          {},
+          false,
+          false}},
+        {"producto", catalogo("Pr_Cve_Producto", {"Pr_Clase"})},
+        {"tipo_equipo", catalogo("Te_Cve_Tipo_Equipo")},
+        {"tipo_gasto", catalogo("Tg_Cve_Tipo_Gasto")},
+        {"tipo_servicio", catalogo("Ts_Cve_Tipo_Servicio")},
+        {"prioridad_servicio", catalogo("Ps_Cve_Prioridad")},
+        {"unidad", catalogo("Un_Cve_Unidad")},
+        {"consulta", {{"Co_Nombre"}, {}, {"Co_Nombre"}, true, false}},
+        {"formato_clave", {{"Fc_Codigo"}, {}, {"Fc_Codigo"}, true, true}},
+    };
+    const auto tabla = tablas.constFind(nombre.toLower());
+    return tabla == tablas.constEnd() ? std::nullopt : std::optional(*tabla);
 }
 
 void Formas::RevisarIguales(const Conocida &conocida, const Sentencia &sentencia, const QString &texto) const

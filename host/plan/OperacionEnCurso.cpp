@@ -83,9 +83,7 @@ const QString EnCurso = "(SELECT Op_ID FROM Operacion_En_Curso)";
 
 int OperacionEnCurso::Cambio(const QString &forma)
 {
-    static const QRegularExpression tabla("^(?:INSERT\\s+INTO|UPDATE|DELETE\\s+FROM|DELETE)\\s+(\\w+)",
-                                          QRegularExpression::CaseInsensitiveOption);
-    const QString nombre = tabla.match(forma).captured(1).toLower();
+    const QString nombre = TablaQueCambia(forma);
     if (nombre == "tipo_equipo_parte")
         return CambioDePartes(forma);
     if (nombre == "plan_mantenimiento")

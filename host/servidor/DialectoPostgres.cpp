@@ -102,6 +102,8 @@ public:
         return Dialecto::Funciones() + QStringList{"TIMESTAMP", "CLOCK_TIMESTAMP", "TRIM_SCALE"};
     }
 
+    bool EstaLejos() const override { return true; }
+
     bool SeAgotoLaEspera(const QString &codigo) const override { return codigo == NoSeDio; }
 };
 
