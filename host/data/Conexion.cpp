@@ -208,7 +208,11 @@ Recordset Conexion::LeerFamilia(const QString &texto, const QVariantList &valore
     if (!preparada) {
         preparada = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, {}, nullptr});
         preparada->consulta.setForwardOnly(true);
-        preparada->consulta.prepare(dialecto->Reescribir(texto));
+        if (!preparada->consulta.prepare(dialecto->Reescribir(texto))) {
+            const QSqlError error = preparada->consulta.lastError();
+            preparadas.remove(QLatin1Char('+') + texto);
+            Rechazar(error, sql);
+        }
     }
     for (int i = 0; i < valores.size(); ++i)
         preparada->consulta.bindValue(i, valores.at(i));
