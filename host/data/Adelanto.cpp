@@ -14,6 +14,12 @@ namespace
 constexpr int RenglonesDePieza = 50000;
 constexpr int RenglonesDeCatalogo = 20000;
 constexpr std::size_t BytesDePieza = std::size_t{64} * 1024 * 1024;
+constexpr std::size_t PiezasALaVez = 4;
+// What a piece must have answered before the next one is worth its reading: asked for backwards, each would begin just
+// before the last one.
+constexpr int AciertosDePieza = 50;
+// So many pieces that hold nothing, and no other is tried.
+constexpr qsizetype ImposiblesDeEstante = 4;
 
 bool SonTextos(const QVariantList &valores)
 {
@@ -70,7 +76,7 @@ std::optional<Recordset> Adelanto::Responder(const Familia &familia, const QVari
     estante.fijo = familia.fija;
     if (auto respuesta = Buscar(estante, familia, valores))
         return respuesta;
-    if (!estante.imposibles.contains(PrimeraDe(familia, valores)))
+    if (Conviene(estante, PrimeraDe(familia, valores)))
         Leer(estante, familia, valores, leer);
     return Buscar(estante, familia, valores);
 }
@@ -85,15 +91,23 @@ void Adelanto::Anotar(const Familia &familia, const QVariantList &valores, const
     estante.sueltas.insert(MiembroDe(familia, valores), respuesta);
 }
 
-std::optional<Recordset> Adelanto::Buscar(const Estante &estante, const Familia &familia, const QVariantList &valores)
+bool Adelanto::Conviene(const Estante &estante, const QByteArray &primera)
+{
+    return !estante.imposibles.contains(primera) && estante.imposibles.size() < ImposiblesDeEstante
+           && (estante.piezas.size() < 2 || estante.aciertos >= AciertosDePieza);
+}
+
+std::optional<Recordset> Adelanto::Buscar(Estante &estante, const Familia &familia, const QVariantList &valores)
 {
     const QString miembro = MiembroDe(familia, valores);
     if (const auto suelta = estante.sueltas.constFind(miembro); suelta != estante.sueltas.constEnd())
         return *suelta;
     const QByteArray primera = PrimeraDe(familia, valores);
     for (const Pieza &pieza : estante.piezas)
-        if (pieza.desde <= primera && (!pieza.hasta || primera <= *pieza.hasta))
+        if (pieza.desde <= primera && (!pieza.hasta || primera <= *pieza.hasta)) {
+            ++estante.aciertos;
             return Trozo(pieza, miembro);
+        }
     return std::nullopt;
 }
 
@@ -137,7 +151,10 @@ void Adelanto::Leer(Estante &estante, const Familia &familia, const QVariantList
     }
     if (!entera)
         pieza->desde = PrimeraDe(familia, valores);
+    if (estante.piezas.size() == PiezasALaVez)
+        estante.piezas.erase(estante.piezas.begin());
     estante.piezas.push_back(*std::move(pieza));
+    estante.aciertos = 0;
     if (!Buscar(estante, familia, valores)) // farther on than what was read of the whole
         Leer(estante, familia, valores, leer);
 }

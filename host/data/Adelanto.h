@@ -48,9 +48,11 @@ private:
         QHash<QString, Recordset> sueltas; // by the loose literals
         std::vector<Pieza> piezas;
         QSet<QByteArray> imposibles; // first loose literals that no piece holds
+        int aciertos = 0;            // of the piece that was read last
     };
 
-    static std::optional<Recordset> Buscar(const Estante &estante, const Familia &familia, const QVariantList &valores);
+    static std::optional<Recordset> Buscar(Estante &estante, const Familia &familia, const QVariantList &valores);
+    static bool Conviene(const Estante &estante, const QByteArray &primera);
     void Leer(Estante &estante, const Familia &familia, const QVariantList &valores, const Lector &leer);
     static Recordset Trozo(const Pieza &pieza, const QString &miembro);
     static std::optional<Pieza> Acomodar(const Recordset &filas, const Familia &familia, bool cortada);
