@@ -171,8 +171,8 @@ void PrPantalla::hondura()
     QVERIFY(Arbol().Contains("N00001") && Nodos(false).size() < 600);
     const QStringList antes = escenario->Tablas();
     Mandar("N0005", "Eliminar");
+    QCOMPARE(escenario->Personas().detalles, QStringList{"El plan tiene más de 500 niveles"});
     QCOMPARE(Mensajes(), QStringList{"48|Quorvex|KT580|ERR-ID:7500009|Error al dar de baja la parte del equipo"});
-    QCOMPARE(escenario->Personas().detalles.value(0), "El plan tiene más de 500 niveles");
     QCOMPARE(escenario->Tablas(), antes);
 }
 
