@@ -6,6 +6,7 @@
 #include "plan/Claves.h"
 #include "plan/Costos.h"
 #include "plan/RegistrosDeCatalogo.h"
+#include "plan/Rutas.h"
 
 using qvx::SinBlancosAlFinal;
 
@@ -91,7 +92,7 @@ public:
             return *vista;
         Vista nueva{arbol.Buscar(clave), {}};
         // The path of what stands above is known to most; a ring's is not built up.
-        if (!nueva.parte || nueva.parte->alcance != qvx::Parte::Alcance::Llega)
+        if (!nueva.parte || nueva.parte->alcance != qvx::Parte::Alcance::Llega || EsHonda(*nueva.parte))
             nueva.ruta = arbol.Ruta(clave);
         else if (qvx::claves::EsRaiz(nueva.parte->padre))
             nueva.ruta = nueva.parte->descripcion;
@@ -101,6 +102,16 @@ public:
     }
 
 private:
+    // Deeper than a path goes: to build it on those of all above would take the square of the depth in memory.
+    bool EsHonda(const qvx::Parte &parte) const
+    {
+        const qvx::Parte *arriba = &parte;
+        for (int nivel = 1; nivel <= qvx::MaximoNiveles; ++nivel)
+            if (arriba = arbol.Buscar(arriba->padre); !arriba)
+                return false;
+        return true;
+    }
+
     const qvx::Arbol &arbol;
     QHash<QString, Vista> vistas;
 };

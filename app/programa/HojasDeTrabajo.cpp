@@ -18,8 +18,8 @@ constexpr int RenglonesDeObservaciones = 5;
 
 void PonerLineas(impreso::Documento &documento, const PlanMedido &medido, const Labor &labor, const Encargo &encargo)
 {
-    QList<impreso::Columna> columnas{
-        {"Hecho  Clase", 17}, {"Producto", 40}, {"Unidad", 8}, {"Planeada", 10, true}, {"Real", 15, true}};
+    QList<impreso::Columna> columnas{{"Hecho", 8.5}, {"Clase", 14.5},        {"Producto", 38},
+                                     {"Unidad", 8},  {"Planeada", 10, true}, {"Real", 13, true}};
     if (encargo.conCostos)
         columnas.append({"Costo", 12, true});
     documento.Agregar(ClaseDeBloque::Seccion, {"Mano de obra, refacciones y herramientas"});
@@ -31,8 +31,12 @@ void PonerLineas(impreso::Documento &documento, const PlanMedido &medido, const 
          primera != lineas.end() && primera->servicio == labor.servicio; ++primera) {
         const lectura::Linea &linea = *primera;
         const lectura::Producto &producto = medido.lineas.productos.at(linea.producto);
-        QStringList celdas{ClaseDeLinea(linea.clase), producto.clave + " " + producto.descripcion, linea.unidad,
-                           Cantidad::De(linea.cantidad).Texto(), PorLlenar};
+        QStringList celdas{"",
+                           ClaseDeLinea(linea.clase),
+                           producto.clave + " " + producto.descripcion,
+                           linea.unidad,
+                           Cantidad::De(linea.cantidad).Texto(),
+                           PorLlenar};
         if (encargo.conCostos)
             celdas.append(linea.clase == lectura::Linea::Clase::Herramienta ? QString()
                                                                             : Pesos(Cantidad::De(linea.importe)));
@@ -42,7 +46,7 @@ void PonerLineas(impreso::Documento &documento, const PlanMedido &medido, const 
     if (!hay)
         documento.Tramo("El servicio no tiene renglones.");
     for (int i = 0; i < 2; ++i) { // what was not planned
-        QStringList celdas{"", "", "", "", PorLlenar};
+        QStringList celdas{"", "", "", "", "", PorLlenar};
         celdas.resize(columnas.size());
         documento.Fila(celdas).casilla = true;
     }
@@ -57,7 +61,8 @@ void PonerHoja(impreso::Documento &documento, const PlanMedido &medido, const La
     documento.Agregar(ClaseDeBloque::Datos,
                       {"Vence", labor.vence.isValid() ? Escrita(labor.vence) : "sin fecha", "Prioridad",
                        servicio.nombrePrioridad.isEmpty() ? servicio.prioridad : servicio.nombrePrioridad, "Equipos",
-                       QString::number(labor.equipos)});
+                       QString::number(labor.equipos)
+                           + (labor.veces > 1 ? QString(", %1 veces cada uno").arg(labor.veces) : QString())});
     documento.Agregar(ClaseDeBloque::Datos, {"Motivo", labor.motivo});
     documento.Agregar(ClaseDeBloque::Datos, {"Duración estimada", horas(servicio.horas), "Paro del equipo",
                                              servicio.conParo ? "sí, " + horas(servicio.horasParo) : QString("no")});
@@ -83,7 +88,7 @@ QList<Labor> LaboresDe(const PlanMedido &medido, const Programa &programa, const
         const Fila &fila = programa.filas.at(cual);
         if (fila.Cuentan() > 0)
             labores.append({fila.servicio, programa.Fecha(fila.programado), programa.Motivo(fila, medido.entradas),
-                            programa.datos.equipos});
+                            programa.datos.equipos, fila.Cuentan()});
     }
     return labores;
 }

@@ -5,6 +5,20 @@
 namespace programa
 {
 
+namespace
+{
+
+constexpr qsizetype NivelesDeTitulo = 24; // more would fill pages, and those above stand on the paper already
+
+QString Titulo(const QStringList &camino)
+{
+    if (camino.size() <= NivelesDeTitulo)
+        return camino.join(" / ");
+    return camino.constFirst() + " / … / " + camino.mid(camino.size() - NivelesDeTitulo + 1).join(" / ");
+}
+
+} // namespace
+
 impreso::Documento DocumentoDe(const PlanMedido &medido, const Encargo &encargo, const QString &titulo)
 {
     impreso::Documento documento;
@@ -15,19 +29,30 @@ impreso::Documento DocumentoDe(const PlanMedido &medido, const Encargo &encargo,
     return documento;
 }
 
-void RecorrerPartes(const qvx::Arbol &arbol, const std::function<void(const qvx::Parte &, int)> &ver)
+void RecorrerPartes(const qvx::Arbol &arbol, const std::function<void(const qvx::Parte &, int, const QString &)> &ver)
 {
-    QHash<QString, QList<const qvx::Parte *>> hijas; // in the order of their keys
+    QHash<QString, QList<const qvx::Parte *>> hijas; // the last one first
     for (const auto &[clave, parte] : arbol.Partes())
-        hijas[qvx::claves::EsRaiz(parte.padre) ? qvx::claves::Raiz : parte.padre].append(&parte);
-    const std::function<void(const QString &, int)> bajar = [&](const QString &padre, int nivel) {
-        for (const qvx::Parte *parte : hijas.value(padre))
-            if (parte->alcance == qvx::Parte::Alcance::Llega) {
-                ver(*parte, nivel);
-                bajar(parte->clave, nivel + 1);
-            }
+        if (parte.alcance == qvx::Parte::Alcance::Llega)
+            hijas[qvx::claves::EsRaiz(parte.padre) ? qvx::claves::Raiz : parte.padre].prepend(&parte);
+    struct Pendiente {
+        const qvx::Parte *parte;
+        int nivel;
     };
-    bajar(qvx::claves::Raiz, 0);
+    QList<Pendiente> pendientes; // a list, not calls: a tree may be deeper than those can be
+    const auto anotar = [&](const QString &padre, int nivel) {
+        for (const qvx::Parte *parte : hijas.value(padre))
+            pendientes.append({parte, nivel});
+    };
+    QStringList camino;
+    anotar(qvx::claves::Raiz, 0);
+    while (!pendientes.isEmpty()) {
+        const auto [parte, nivel] = pendientes.takeLast();
+        camino.resize(nivel);
+        camino.append(parte->descripcion);
+        ver(*parte, nivel, parte->clave + "  " + Titulo(camino));
+        anotar(parte->clave, nivel + 1);
+    }
 }
 
 QString ClaseDeLinea(lectura::Linea::Clase clase)

@@ -18,19 +18,40 @@ constexpr int VecesAlDia = 24;
 constexpr int NombresDeUnError = 5;
 constexpr qint64 UltimoDia = 3'700'000; // days, past the year 9999 from anywhere
 
+// Of each part the nearest retired one, itself or above it, nullptr for none; each part is looked at once.
+class Retiradas
+{
+public:
+    explicit Retiradas(const qvx::Arbol &arbol_) : arbol(arbol_) {}
+
+    const qvx::Parte *De(const QString &clave)
+    {
+        QStringList camino;
+        const qvx::Parte *parte = arbol.Buscar(clave);
+        for (; parte && parte->activa && !vistas.contains(parte->clave); parte = arbol.Buscar(parte->padre))
+            camino.append(parte->clave);
+        const qvx::Parte *retirada = parte && parte->activa ? vistas.value(parte->clave) : parte;
+        for (const QString &vista : std::as_const(camino))
+            vistas.insert(vista, retirada);
+        return retirada;
+    }
+
+private:
+    const qvx::Arbol &arbol;
+    QHash<QString, const qvx::Parte *> vistas;
+};
+
 // Why a service is out of force: what is above its part counts too.
-QString ExclusionDe(const lectura::Plan &plan, const lectura::Servicio &servicio)
+QString ExclusionDe(const lectura::Servicio &servicio, Retiradas &retiradas)
 {
     using lectura::Situacion;
     if (servicio.situacion == Situacion::SinParte)
         return "huérfano: su parte " + servicio.leido.parte + " no existe";
     if (servicio.situacion == Situacion::FueraDelArbol)
         return "huérfano: su parte " + servicio.leido.parte + " no cuelga del árbol";
-    for (const qvx::Parte *parte = plan.arbol.Buscar(servicio.leido.parte); parte;
-         parte = plan.arbol.Buscar(parte->padre))
-        if (!parte->activa)
-            return (parte->clave == servicio.leido.parte ? "su parte " : "de baja arriba: la parte ") + parte->clave
-                   + " " + parte->descripcion + (parte->clave == servicio.leido.parte ? " está de baja" : "");
+    if (const qvx::Parte *parte = retiradas.De(servicio.leido.parte))
+        return (parte->clave == servicio.leido.parte ? "su parte " : "de baja arriba: la parte ") + parte->clave + " "
+               + parte->descripcion + (parte->clave == servicio.leido.parte ? " está de baja" : "");
     return servicio.Activo() ? QString() : QString("el servicio está dado de baja");
 }
 
@@ -241,13 +262,14 @@ std::vector<std::pair<quint64, int>> Dias(const Programa &programa)
 QList<Entrada> EntradasDe(const lectura::Plan &plan)
 {
     QList<Entrada> entradas;
+    Retiradas retiradas(plan.arbol);
     entradas.reserve(plan.servicios.size());
     for (const lectura::Servicio &servicio : plan.servicios)
         entradas.append({servicio.leido.folio,
                          servicio.leido.folio + " " + servicio.nombreServicio,
                          servicio.leido.parte + "|" + servicio.tipoServicio,
                          {servicio.dias, servicio.lectura, servicio.unidad},
-                         ExclusionDe(plan, servicio)});
+                         ExclusionDe(servicio, retiradas)});
     return entradas;
 }
 

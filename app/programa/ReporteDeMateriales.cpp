@@ -1,6 +1,8 @@
 #include "app/programa/PartesDeReporte.h"
 #include "app/programa/Reportes.h"
 
+#include <QSet>
+#include <iterator>
 #include <map>
 #include <tuple>
 
@@ -13,6 +15,8 @@ namespace
 using impreso::Bloque;
 using impreso::Documento;
 
+constexpr qsizetype MaximoDeFolios = 30; // that a cell says one by one
+
 // A product in one unit and for one expense type, with where it is used.
 struct Material {
     int producto = 0;
@@ -21,6 +25,7 @@ struct Material {
     Cantidad costo;
     Cantidad costoHoy;
     QStringList folios;
+    int ultimo = -1; // service that was added
 };
 using LlaveDeMaterial = std::tuple<QString, QString, QString>; // expense type, product, unit
 using Materiales = std::map<LlaveDeMaterial, Material>;
@@ -35,9 +40,16 @@ void AgregarMaterial(Materiales &materiales, const PlanMedido &medido, const lec
     material.cantidad += cantidad * veces;
     material.costo += Cantidad::De(linea.importe) * veces;
     material.costoHoy += cantidad * Cantidad::De(producto.costo) * veces;
-    const QString &folio = medido.plan.servicios.at(linea.servicio).leido.folio;
-    if (!material.folios.contains(folio))
-        material.folios.append(folio);
+    if (material.ultimo != linea.servicio) // a service's lines stand together
+        material.folios.append(medido.plan.servicios.at(linea.servicio).leido.folio);
+    material.ultimo = linea.servicio;
+}
+
+QString DondeSeUsa(const QStringList &folios)
+{
+    const QString dichos = folios.mid(0, MaximoDeFolios).join(", ");
+    return folios.size() <= MaximoDeFolios ? dichos
+                                           : dichos + " y otros " + QString::number(folios.size() - MaximoDeFolios);
 }
 
 QStringList CeldasDe(const PlanMedido &medido, const Material &material)
@@ -52,7 +64,7 @@ QStringList CeldasDe(const PlanMedido &medido, const Material &material)
             material.cantidad.Texto(),
             Pesos(material.costo),
             Pesos(material.costoHoy),
-            material.folios.join(", ")};
+            DondeSeUsa(material.folios)};
 }
 
 void PonerTotal(Documento &documento, const QString &nombre, const Cantidad &costo, const Cantidad &costoHoy)
@@ -81,10 +93,15 @@ void PonerPorGasto(Documento &documento, const PlanMedido &medido, const Materia
         for (; primero != materiales.end() && std::get<0>(primero->first) == gasto; ++primero) {
             suyo += primero->second.costo;
             suyoHoy += primero->second.costoHoy;
-            if (!soloTotales)
-                documento.Fila(CeldasDe(medido, primero->second)).casilla = paraSurtir;
+            if (!soloTotales) {
+                Bloque &fila = documento.Fila(CeldasDe(medido, primero->second));
+                fila.casilla = paraSurtir;
+                fila.conLoQueSigue = std::next(primero) == materiales.end()
+                                     || std::get<0>(std::next(primero)->first) != gasto; // its subtotal
+            }
         }
         PonerTotal(documento, (soloTotales ? "" : "Subtotal ") + nombre, suyo, suyoHoy);
+        documento.bloques.last().conLoQueSigue = primero == materiales.end(); // the total
         costo += suyo;
         costoHoy += suyoHoy;
     }
@@ -93,7 +110,7 @@ void PonerPorGasto(Documento &documento, const PlanMedido &medido, const Materia
 
 void PonerPorParte(Documento &documento, const PlanMedido &medido, const QHash<QString, Materiales> &dePartes)
 {
-    QStringList vistas;
+    QSet<QString> vistas;
     const auto poner = [&](const QString &titulo, int nivel, const Materiales &materiales) {
         Bloque &tramo = documento.Tramo(titulo);
         tramo.nivel = nivel;
@@ -102,11 +119,11 @@ void PonerPorParte(Documento &documento, const PlanMedido &medido, const QHash<Q
         for (const auto &[llave, material] : materiales)
             documento.Fila(CeldasDe(medido, material));
     };
-    RecorrerPartes(medido.plan.arbol, [&](const qvx::Parte &parte, int nivel) {
+    RecorrerPartes(medido.plan.arbol, [&](const qvx::Parte &parte, int nivel, const QString &titulo) {
         if (!dePartes.contains(parte.clave))
             return;
-        vistas.append(parte.clave);
-        poner(parte.clave + "  " + medido.plan.arbol.Ruta(parte.clave), nivel, dePartes.value(parte.clave));
+        vistas.insert(parte.clave);
+        poner(titulo, nivel, dePartes.value(parte.clave));
     });
     for (auto parte = dePartes.cbegin(); parte != dePartes.cend(); ++parte)
         if (!vistas.contains(parte.key()))
@@ -146,9 +163,9 @@ impreso::Documento ReporteDeMateriales(const PlanMedido &medido, const QList<qin
                             {"Descripción", 30},
                             {"Unidad", 7},
                             {"Cantidad", 10, true},
-                            {"Costo", 11, true},
-                            {"Costo de hoy", 11, true},
-                            {"Servicios que lo usan", 24}});
+                            {"Costo", 12, true},
+                            {"Costo de hoy", 12, true},
+                            {"Servicios que lo usan", 23}});
     Materiales todos;
     QHash<QString, Materiales> dePartes;
     for (const lectura::Linea &linea : medido.lineas.lineas) {

@@ -57,14 +57,13 @@ public:
                 Sumar("Subtotal " + nombre, principal);
             principal.clear();
         };
-        RecorrerPartes(medido.plan.arbol, [&](const qvx::Parte &parte, int nivel) {
+        RecorrerPartes(medido.plan.arbol, [&](const qvx::Parte &parte, int nivel, const QString &titulo) {
             if (nivel == 0) {
                 cerrar();
                 nombre = parte.descripcion;
             }
             const QList<int> suyos = dePartes.take(parte.clave);
-            PonerParte(parte.clave + "  " + medido.plan.arbol.Ruta(parte.clave) + (parte.activa ? "" : " (de baja)"),
-                       nivel, suyos);
+            PonerParte(titulo + (parte.activa ? "" : " (de baja)"), nivel, suyos);
             principal += suyos;
             todos += suyos;
         });
@@ -136,15 +135,15 @@ impreso::Documento ReporteDePlan(const PlanMedido &medido, const Encargo &encarg
     Documento documento = DocumentoDe(medido, encargo, "Plan de mantenimiento");
     documento.orientacion = QPageLayout::Landscape;
     documento.AgregarTabla({{"Folio", 6},
-                            {"Servicio", 22},
-                            {"Frecuencia", 14},
+                            {"Servicio", 21},
+                            {"Frecuencia", 13},
                             {"Horas", 6, true},
                             {"Paro", 6, true},
-                            {"Prioridad", 9},
-                            {"Costo", 10, true},
-                            {"Precio", 10, true},
-                            {"Utilidad", 10, true},
-                            {"%", 6, true}});
+                            {"Prioridad", 10},
+                            {"Costo", 11, true},
+                            {"Precio", 11, true},
+                            {"Utilidad", 11, true},
+                            {"%", 7, true}});
     ReporteDelPlan(medido, encargo, documento).Hacer();
     return documento;
 }

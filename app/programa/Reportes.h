@@ -29,6 +29,7 @@ struct Labor {
     QDate vence;
     QString motivo;
     int equipos = 1;
+    int veces = 1; // that day on each of them
 };
 // Of rows by their places, in their order, those that count.
 QList<Labor> LaboresDe(const PlanMedido &medido, const Programa &programa, const QList<int> &filas);

@@ -18,11 +18,15 @@ constexpr double LetraDeSeccion = 10;
 constexpr double LetraDePie = 7.5;
 constexpr double Margen = 3;          // inside a cell
 constexpr double Sangria = 10;        // of a level
+constexpr double SangriaMayor = 0.3;  // of the width: below it the deepest still have room
+constexpr double Separacion = 6;      // of a text behind a number
 constexpr double AltoConCasilla = 14; // so that there is room to write
 constexpr double Casilla = 9;         // its side
+constexpr double SobreCasilla = 1.5;  // that the text stands lower, beside the middle of the box
 constexpr double RenglonEscrito = 22; // room for handwriting
 constexpr double AltoDePie = 16;
-constexpr int MaximoDeLineas = 14; // of a cell: what is longer would not find a page
+constexpr int MaximoDeLineas = 14;         // of a cell: what is longer would not find a page, and ends with "…"
+constexpr qsizetype MaximoDeLetras = 5000; // that so many lines may hold
 
 const QColor Gris(0x55, 0x55, 0x55);
 const QColor Raya(0xb8, 0xb8, 0xb8);
@@ -65,6 +69,8 @@ QRectF Paginador::Cuerpo() const
 double Paginador::Texto(const QString &texto, const QFont &letra, const QRectF &sitio, bool derecha,
                         QPainter *pintor) const
 {
+    if (texto.size() > MaximoDeLetras)
+        return Texto(texto.left(MaximoDeLetras - 1) + "…", letra, sitio, derecha, pintor);
     const QFontMetricsF medidas(letra, &hoja);
     const double ancho = medidas.horizontalAdvance(texto);
     if (ancho <= sitio.width() && !texto.contains(QLatin1Char('\n'))) { // most are
@@ -75,13 +81,24 @@ double Paginador::Texto(const QString &texto, const QFont &letra, const QRectF &
         }
         return medidas.height();
     }
+    if (derecha) { // a number is never broken: it would be read as another
+        QFont menor = letra;
+        menor.setPointSizeF(letra.pointSizeF() * sitio.width() / ancho * 0.98);
+        const double suyo = QFontMetricsF(menor, &hoja).horizontalAdvance(texto);
+        if (pintor) {
+            pintor->setFont(menor);
+            pintor->drawText(QPointF(sitio.right() - suyo, sitio.top() + medidas.ascent()), texto);
+        }
+        return medidas.height();
+    }
     QString partido = texto;
     QTextLayout disposicion(partido.replace(QLatin1Char('\n'), QChar::LineSeparator), letra, &hoja);
-    QTextOption opcion(derecha ? Qt::AlignRight : Qt::AlignLeft);
+    QTextOption opcion(Qt::AlignLeft);
     opcion.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     disposicion.setTextOption(opcion);
     disposicion.beginLayout();
     double alto = 0;
+    qsizetype puestas = 0; // letters
     for (int linea = 0; linea < MaximoDeLineas; ++linea) {
         QTextLine renglon = disposicion.createLine();
         if (!renglon.isValid())
@@ -89,8 +106,11 @@ double Paginador::Texto(const QString &texto, const QFont &letra, const QRectF &
         renglon.setLineWidth(std::max(1.0, sitio.width()));
         renglon.setPosition(QPointF(0, alto));
         alto += renglon.height();
+        puestas = renglon.textStart() + renglon.textLength();
     }
     disposicion.endLayout();
+    if (puestas < texto.size())
+        return Texto(texto.left(std::max<qsizetype>(0, puestas - 2)) + "…", letra, sitio, derecha, pintor);
     if (pintor)
         disposicion.draw(pintor, sitio.topLeft());
     return alto;
@@ -128,7 +148,7 @@ double Paginador::Fila(const Bloque &bloque, double arriba, QPainter *pintor) co
     const Tabla &tabla = documento.tablas.at(bloque.tabla);
     const QFont letra = LetraDe(bloque);
     const double margen = Puntos(Margen);
-    const double sangria = Puntos(Sangria) * bloque.nivel;
+    const double sangria = std::min(Puntos(Sangria) * bloque.nivel, area.width() * SangriaMayor);
     const bool tramo = bloque.clase == Bloque::Clase::Tramo;
     double alto = bloque.casilla ? Puntos(AltoConCasilla) : 0;
     const QList<QRectF> celdas = tramo ? QList<QRectF>{{0, arriba, area.width(), 0}} : Celdas(tabla, arriba, 0);
@@ -138,11 +158,15 @@ double Paginador::Fila(const Bloque &bloque, double arriba, QPainter *pintor) co
             const bool derecha = !tramo && tabla.columnas.at(i).derecha;
             if (i == 0)
                 sitio.setLeft(sitio.left() + sangria + (bloque.casilla ? Puntos(Casilla * 1.6) : 0));
+            else if (tabla.columnas.at(i - 1).derecha && !derecha)
+                sitio.setLeft(sitio.left() + Puntos(Separacion));
+            if (bloque.casilla)
+                sitio.translate(0, Puntos(SobreCasilla));
             alto = std::max(alto, Texto(bloque.textos.at(i), letra, sitio, derecha, con));
         }
     };
     poner(nullptr);
-    alto += margen;
+    alto += margen + (bloque.casilla ? Puntos(SobreCasilla) : 0);
     if (!pintor)
         return alto;
     if (bloque.sombra)

@@ -17,9 +17,9 @@ constexpr int Resolucion = 600;
 constexpr double MargenDePagina = 14;  // millimetres
 constexpr double MargenIzquierdo = 18; // punched
 
-// Page after page. fallo: whether the device has given up.
+// Page after page. revisar: raises an error where the device has given up.
 bool Recorrer(const Documento &documento, QPagedPaintDevice &hoja, const Avance &avance,
-              const std::function<bool()> &fallo)
+              const std::function<void(const QString &donde)> &revisar)
 {
     Paginador paginador(documento, hoja);
     if (!paginador.Repartir(avance))
@@ -35,10 +35,13 @@ bool Recorrer(const Documento &documento, QPagedPaintDevice &hoja, const Avance 
             qvx::Rechazar("No se pudo imprimir: la impresora dejó de recibir en la página "
                           + QString::number(pagina + 1) + ".");
         paginador.Pintar(pintor, pagina);
-        if (fallo())
-            qvx::Rechazar("No se pudo imprimir: la impresora falló en la página " + QString::number(pagina + 1) + ".");
+        revisar("en la página " + QString::number(pagina + 1));
     }
-    return pintor.end();
+    const bool entero = pintor.end();
+    revisar("al terminar");
+    if (!entero)
+        qvx::Rechazar("El reporte no se pudo terminar. Repítalo, o pruebe con otra impresora u otro archivo.");
+    return true;
 }
 
 } // namespace
@@ -58,7 +61,10 @@ bool EscribirPdf(const QString &ruta, const Documento &documento, Papel papel, c
         hoja.setPageLayout(Disposicion(documento, papel));
         hoja.setTitle(documento.titulo + " · " + documento.tipo);
         hoja.setCreator("Quorvex");
-        if (!Recorrer(documento, hoja, avance, [&] { return archivo.Salida().error() != QFileDevice::NoError; }))
+        if (!Recorrer(documento, hoja, avance, [&](const QString &) {
+                if (archivo.Salida().error() != QFileDevice::NoError)
+                    archivo.Terminar(); // which says of what file, and why
+            }))
             return false;
     }
     archivo.Terminar();
@@ -67,8 +73,10 @@ bool EscribirPdf(const QString &ruta, const Documento &documento, Papel papel, c
 
 bool Imprimir(QPrinter &impresora, const Documento &documento, const Avance &avance)
 {
-    const bool hecho =
-        Recorrer(documento, impresora, avance, [&] { return impresora.printerState() == QPrinter::Error; });
+    const bool hecho = Recorrer(documento, impresora, avance, [&](const QString &donde) {
+        if (impresora.printerState() == QPrinter::Error)
+            qvx::Rechazar("No se pudo imprimir: la impresora falló " + donde + ".");
+    });
     if (!hecho)
         impresora.abort();
     return hecho;
