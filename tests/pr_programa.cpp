@@ -20,6 +20,7 @@
 #include <QLabel>
 #include <QPdfWriter>
 #include <QPlainTextEdit>
+#include <QPrinter>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
@@ -40,6 +41,7 @@ private Q_SLOTS:
     void ordenes();
     void calendario();
     void paginas();
+    void hondos();
     void archivosMalos();
     void pagina();
     void paquete();
@@ -245,6 +247,58 @@ void PrPrograma::paginas()
     for (const qsizetype comienzo : comienzos.mid(1))
         if (comienzo < documento.bloques.size() - 300)
             QVERIFY(!documento.bloques.at(comienzo - 1).conLoQueSigue);
+
+    // A number stays on its line; a sheet of several pages says on each whose it is.
+    documento = {};
+    documento.AgregarTabla({{"Uno", 1}, {"Dos", 30}, {"Importe", 2, true}});
+    for (const QString titulo : {"UNA", "OTRA"}) {
+        documento.Salto();
+        documento.Agregar(impreso::Bloque::Clase::Titulo, {titulo});
+        for (int i = 0; i < 70; ++i)
+            documento.Fila({"x", "", "$123,456,789,012.34"});
+    }
+    impreso::Paginador otro(documento, hoja);
+    QVERIFY(otro.Repartir([](int, int) { return true; }));
+    QCOMPARE(otro.Siguen(), (QList<QString>{"", "UNA", "", "OTRA"}));
+}
+
+// A part deeper than paper is wide, a product of many services, a service of several times a day.
+void PrPrograma::hondos()
+{
+    const QString sentencias =
+
+        "INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Padre, Tep_Descripcion) "
+        "WITH RECURSIVE n(i) AS (SELECT 1001 UNION ALL SELECT i + 1 FROM n WHERE i < 1700) SELECT '0900', "
+        "CAST(i AS CHAR(4)), CASE i WHEN 1001 THEN '0001' ELSE CAST(i - 1 AS CHAR(4)) END, 'P' || i FROM n;"
+        "INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Ts_Cve_Tipo_Servicio, Pm_Prioridad, Tep_ID, Pm_ID, "
+        "Pm_Frecuencia) SELECT '0900', '9001', '9001', Tep_ID, '00' || Tep_ID, 0.5 FROM Tipo_Equipo_Parte "
+        "WHERE Te_Cve_Tipo_Equipo = '0900' AND Tep_ID BETWEEN '1661' AND '1700';"
+        "INSERT INTO Plan_Mantenimiento_Detalle (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, Pmd_ID, Pmd_Tipo, "
+        "Pr_Cve_Producto, Pmd_Cantidad, Pmd_Unidad) SELECT '0900', Tep_ID, Pm_ID, Pm_ID, '02', '9000000004', 1, "
+        "'PZA' FROM Plan_Mantenimiento WHERE Pm_ID LIKE '0016%' OR Pm_ID = '001700'";
+    for (const QString &sentencia : sentencias.split(';'))
+        escenario->Correr(sentencia);
+    const programa::PlanMedido medido = Leer();
+    const lectura::Servicio &ultimo = medido.plan.servicios.constLast();
+    QCOMPARE(ultimo.ruta, medido.plan.arbol.Ruta("1700")); // no longer than any path
+    const auto textos = [](const impreso::Documento &documento, int celda) {
+        QStringList todos;
+        for (const impreso::Bloque &bloque : documento.bloques)
+            todos.append(bloque.textos.value(celda));
+        return todos.join('\n');
+    };
+    const QString plan = textos(programa::ReporteDePlan(medido, {}), 0);
+    QVERIFY(plan.contains("\n1001  CUERPO / P1001\n"));
+    QVERIFY(plan.contains("\n1700  CUERPO / … / P1678 / ") && plan.contains(" / P1699 / P1700\n"));
+    const auto materiales = programa::ReporteDeMateriales(medido, programa::UnaRonda(medido), "", {});
+    QVERIFY(textos(materiales, 6).contains("001690 y otros 10"));
+    const auto &bloques = materiales.bloques;
+    QVERIFY(bloques.at(bloques.size() - 2).conLoQueSigue && bloques.at(bloques.size() - 3).conLoQueSigue);
+    const auto programado = programa::Programar(medido.entradas, DatosDe("2026-12-31 n=3"));
+    QVERIFY(textos(programa::HojasDeTrabajo(medido,
+                                            programa::LaboresDe(medido, programado, programa::Todas(programado)), {}),
+                   5)
+                .contains("3, 2 veces cada uno"));
 }
 
 // A disk that is full, a place that is none, a person who stops it: nothing is there that was not, and what was stays.
@@ -259,6 +313,12 @@ void PrPrograma::archivosMalos()
     {
         const DiscoLleno disco;
         QVERIFY(Rechazo([&] { escribir([](int, int) { return true; }); }).contains("plan.pdf"));
+        QPrinter impresora; // the file that the dialog lists among the printers
+        impresora.setOutputFormat(QPrinter::PdfFormat);
+        impresora.setOutputFileName(pdf);
+        QVERIFY(Rechazo([&] {
+                    impreso::Imprimir(impresora, documento, [](int, int) { return true; });
+                }).contains("plan.pdf"));
     }
     for (const int paso : {0, 3, int(documento.bloques.size())}) {
         int pasos = 0;

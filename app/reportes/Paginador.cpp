@@ -311,6 +311,7 @@ bool Paginador::Repartir(const Avance &avance)
 {
     const auto todo = static_cast<int>(documento.bloques.size());
     comienzos = {0};
+    siguen = {QString()};
     alturas.clear();
     alturas.reserve(todo);
     cabezas.clear();
@@ -323,8 +324,11 @@ bool Paginador::Repartir(const Avance &avance)
     }
     const double cabe = Cuerpo().height();
     double usado = 0;
+    QString titulo;
     for (qsizetype i = 0; i < todo; ++i) {
         const Bloque &bloque = documento.bloques.at(i);
+        if (bloque.clase == Bloque::Clase::Titulo)
+            titulo = bloque.textos.value(0);
         if (bloque.clase == Bloque::Clase::Salto) {
             usado = cabe + 1;
             continue;
@@ -336,6 +340,7 @@ bool Paginador::Repartir(const Avance &avance)
         const double pide = (junto + cabeza > cabe ? alturas.at(i) : junto) + (ConCabeza(i) ? cabeza : 0);
         if (!primero && usado + pide > cabe) {
             comienzos.append(i);
+            siguen.append(bloque.clase == Bloque::Clase::Titulo ? QString() : titulo);
             usado = cabeza;
         } else if (primero || ConCabeza(i)) {
             usado += cabeza;
@@ -345,7 +350,7 @@ bool Paginador::Repartir(const Avance &avance)
     return true;
 }
 
-void Paginador::Encabezar(QPainter &pintor) const
+void Paginador::Encabezar(QPainter &pintor, const QString &sigue) const
 {
     const QFont titulo = Letra(LetraDeTitulo, true);
     const QFont letra = Letra(LetraNormal, false);
@@ -357,8 +362,14 @@ void Paginador::Encabezar(QPainter &pintor) const
     Texto(QFontMetricsF(titulo, &hoja).elidedText(documento.titulo, Qt::ElideRight, area.width() - suyo - Puntos(10)),
           titulo, {0, 0, area.width(), 0}, false, &pintor);
     Texto(planta, letra, {area.width() - suyo - 1, 0, suyo + 1, 0}, true, &pintor);
-    Texto(medidas.elidedText(documento.tipo, Qt::ElideRight, area.width()), letra, {0, alto, area.width(), 0}, false,
-          &pintor);
+    double sitio = area.width();
+    if (!sigue.isEmpty()) {
+        const QString seguido = medidas.elidedText(sigue + " (sigue)", Qt::ElideMiddle, area.width() * 0.6);
+        const double largo = medidas.horizontalAdvance(seguido);
+        Texto(seguido, letra, {area.width() - largo - 1, alto, largo + 1, 0}, true, &pintor);
+        sitio -= largo + Puntos(10);
+    }
+    Texto(medidas.elidedText(documento.tipo, Qt::ElideRight, sitio), letra, {0, alto, area.width(), 0}, false, &pintor);
     const double y = alto + medidas.height() + Puntos(2);
     pintor.setPen(QPen(Gris, Puntos(1)));
     pintor.drawLine(QPointF(0, y), QPointF(area.width(), y));
@@ -381,7 +392,7 @@ void Paginador::Numerar(QPainter &pintor, int pagina) const
 
 void Paginador::Pintar(QPainter &pintor, int pagina) const
 {
-    Encabezar(pintor);
+    Encabezar(pintor, siguen.at(pagina));
     Numerar(pintor, pagina);
     const qsizetype desde = comienzos.at(pagina);
     const qsizetype hasta = pagina + 1 < Paginas() ? comienzos.at(pagina + 1) : documento.bloques.size();

@@ -24,6 +24,8 @@ public:
     bool Repartir(const Avance &avance);
     // The first block of each page.
     const QList<qsizetype> &Comienzos() const { return comienzos; }
+    // Of each page the title that it goes on with, "" where it begins one.
+    const QList<QString> &Siguen() const { return siguen; }
     int Paginas() const { return static_cast<int>(comienzos.size()); }
     void Pintar(QPainter &pintor, int pagina) const;
 
@@ -45,7 +47,7 @@ private:
     // The height of a block with those that it must not be parted from.
     double Juntos(qsizetype desde) const;
     bool ConCabeza(qsizetype bloque) const;
-    void Encabezar(QPainter &pintor) const;
+    void Encabezar(QPainter &pintor, const QString &sigue) const;
     void Numerar(QPainter &pintor, int pagina) const;
 
     const Documento &documento;
@@ -53,6 +55,7 @@ private:
     double resolucion;
     QSizeF area; // of the page inside its margins
     QList<qsizetype> comienzos;
+    QList<QString> siguen;
     QList<double> alturas;
     QList<double> cabezas; // of each table its heading's height
 };

@@ -54,11 +54,16 @@ QPageLayout Disposicion(const Documento &documento, Papel papel)
 
 bool EscribirPdf(const QString &ruta, const Documento &documento, Papel papel, const Avance &avance)
 {
+    return EscribirPdf(ruta, documento, Disposicion(documento, papel), avance);
+}
+
+bool EscribirPdf(const QString &ruta, const Documento &documento, const QPageLayout &disposicion, const Avance &avance)
+{
     qvx::ArchivoEntero archivo(ruta);
     {
         QPdfWriter hoja(&archivo.Salida());
         hoja.setResolution(Resolucion);
-        hoja.setPageLayout(Disposicion(documento, papel));
+        hoja.setPageLayout(disposicion);
         hoja.setTitle(documento.titulo + " · " + documento.tipo);
         hoja.setCreator("Quorvex");
         if (!Recorrer(documento, hoja, avance, [&](const QString &) {
@@ -73,6 +78,9 @@ bool EscribirPdf(const QString &ruta, const Documento &documento, Papel papel, c
 
 bool Imprimir(QPrinter &impresora, const Documento &documento, const Avance &avance)
 {
+    // A file that is chosen among the printers: the toolkit's own would not tell of a disk that is full.
+    if (impresora.outputFormat() == QPrinter::PdfFormat && !impresora.outputFileName().isEmpty())
+        return EscribirPdf(impresora.outputFileName(), documento, impresora.pageLayout(), avance);
     const bool hecho = Recorrer(documento, impresora, avance, [&](const QString &donde) {
         if (impresora.printerState() == QPrinter::Error)
             qvx::Rechazar("No se pudo imprimir: la impresora falló " + donde + ".");
