@@ -305,13 +305,15 @@ void PrPrograma::hondos()
 void PrPrograma::archivosMalos()
 {
     const programa::PlanMedido medido = Leer();
-    const impreso::Documento documento = programa::ReporteDePlan(medido, {"PLANTA", "yo", "base", escenario->ahora});
+    impreso::Documento documento = programa::ReporteDePlan(medido, {"PLANTA", "yo", "base", escenario->ahora});
+    for (int i = 0; i < 2000; ++i)
+        documento.Agregar(impreso::Bloque::Clase::Parrafo, {QString::number(i * 7919)});
     const QString pdf = Poner(escenario->Ruta("plan.pdf"), "anterior");
     const auto escribir = [&](const impreso::Avance &avance) {
         return impreso::EscribirPdf(pdf, documento, impreso::Papel::Carta, avance);
     };
-    {
-        const DiscoLleno disco;
+    for (const rlim_t tope : {1000, 20000}) { // before and within the pages
+        const DiscoLleno disco(tope);
         QVERIFY(Rechazo([&] { escribir([](int, int) { return true; }); }).contains("plan.pdf"));
         QPrinter impresora; // the file that the dialog lists among the printers
         impresora.setOutputFormat(QPrinter::PdfFormat);

@@ -31,11 +31,13 @@ bool Recorrer(const Documento &documento, QPagedPaintDevice &hoja, const Avance 
     for (int pagina = 0; pagina < paginas; ++pagina) {
         if (!avance(paginas + pagina, paginas * 2))
             return false;
-        if (pagina > 0 && !hoja.newPage())
-            qvx::Rechazar("No se pudo imprimir: la impresora dejó de recibir en la página "
-                          + QString::number(pagina + 1) + ".");
+        const QString donde = "en la página " + QString::number(pagina + 1);
+        const bool otra = pagina == 0 || hoja.newPage();
+        revisar(donde);
+        if (!otra)
+            qvx::Rechazar("No se pudo imprimir: la impresora dejó de recibir " + donde + ".");
         paginador.Pintar(pintor, pagina);
-        revisar("en la página " + QString::number(pagina + 1));
+        revisar(donde);
     }
     const bool entero = pintor.end();
     revisar("al terminar");
