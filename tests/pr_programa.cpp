@@ -381,6 +381,10 @@ void PrPrograma::pagina()
     suya.findChild<QDoubleSpinBox *>("spnSiUsoHR")->setValue(16);
     QTRY_VERIFY(texto("lblFechasQueSi").startsWith("Se mueven 5 fechas, aparecen 6 y desaparecen 0."));
     QCOMPARE(qvx::LeerDatosDePrograma(Base(), "0900")->usos.value("HR").porDia, 8.0);
+    escenario->Personas().DarArchivo(escenario->Ruta("si.csv")); // what stands there is what goes out
+    QTimer::singleShot(0, &suya, [] { qobject_cast<QDialog *>(QApplication::activeModalWidget())->accept(); });
+    suya.findChild<QAction *>("accExportarProgramaCsv")->trigger();
+    QVERIFY(Contenido(escenario->Ruta("si.csv")).contains("\r\nServicios hechos;17;23;6\r\n"));
     escenario->Correr("UPDATE Programa_Tipo SET Oper_Ult_Modif = 'otra'");
     dialogo([&](DialogoDatosDePrograma &forma) {
         forma.findChild<QPushButton *>("cmdGuardarDatos")->click();

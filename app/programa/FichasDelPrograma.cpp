@@ -118,8 +118,7 @@ QWidget *PaginaPrograma::FichaDeParos()
     fila->addWidget(lblAhorro, 1);
     auto *paros = AgregarTabla("lvParos", "Paros por fecha",
                                [this] { return ConTotal(programa::HojaDeParos(*medido, *programado)); });
-    auto *juntos = AgregarTabla("lvParosJuntos", "Paros que se pueden juntar",
-                                [this] { return programa::HojaDeParosJuntos(*medido, *programado, spnDias->value()); });
+    auto *juntos = AgregarTabla("lvParosJuntos", "Paros que se pueden juntar", [this] { return HojaDeJuntos(); });
     connect(spnDias, &QSpinBox::valueChanged, this, [this] {
         for (Tabla &tabla : tablas)
             tabla.porPoner = tabla.porPoner || tabla.vista->objectName() == "lvParosJuntos";

@@ -114,22 +114,29 @@ Hoja HojaDeCarga(const PlanMedido &medido, const Programa &programa)
 
 Hoja HojaDeRefacciones(const PlanMedido &medido, const Programa &programa)
 {
-    Hoja hoja{"Refacciones", {{"Tipo de gasto"}, {"Producto"}, {"Descripción"}, {"Estado"}, {"Unidad"}}, {}};
+    Hoja hoja{"Refacciones",
+              {{"Tipo de gasto"},
+               {"Producto"},
+               {"Descripción"},
+               {"Estado"},
+               {"Unidad"},
+               {"Cantidad", ClaseDeHoja::Numero},
+               Sumada("Costo", ClaseDeHoja::Dinero),
+               Sumada("Costo de hoy", ClaseDeHoja::Dinero)},
+              {}};
+    const qsizetype meses = hoja.columnas.size(); // behind what is looked for first
     AgregarMeses(hoja, programa);
-    for (ColumnaDeHoja &columna : hoja.columnas)
-        columna.seSuma = false;
-    hoja.columnas.append({"Cantidad", ClaseDeHoja::Numero});
-    hoja.columnas.append(Sumada("Costo", ClaseDeHoja::Dinero));
-    hoja.columnas.append(Sumada("Costo de hoy", ClaseDeHoja::Dinero));
+    for (qsizetype mes = meses; mes < hoja.columnas.size(); ++mes)
+        hoja.columnas[mes].seSuma = false;
     for (const Serie &serie : CalcularRefacciones(programa, medido.lineas)) {
         const lectura::Producto &producto = medido.lineas.productos.at(serie.producto);
         hoja.filas.append(QVariantList{medido.lineas.NombreDeGasto(serie.gasto), producto.clave, producto.descripcion,
                                        producto.activo       ? ""
                                        : producto.enCatalogo ? "De baja"
                                                              : "Sin catálogo",
-                                       serie.unidad}
-                          + Numeros(serie.porMes)
-                          + QVariantList{serie.total.Numero(), serie.costo.Numero(), serie.costoHoy.Numero()});
+                                       serie.unidad, serie.total.Numero(), serie.costo.Numero(),
+                                       serie.costoHoy.Numero()}
+                          + Numeros(serie.porMes));
     }
     return hoja;
 }

@@ -85,7 +85,8 @@ private:
     void AlElegirCarga(int mes, int oficio);
     void QuitarFiltros();
     Hoja HojaMostrada() const;
-    void Exportar(bool libro);
+    Hoja HojaDeJuntos() const;
+    void Exportar(Hoja (PaginaPrograma::*hoja)() const, bool libro);
     void ExportarCalendario();
     programa::Encargo EncargoDe() const;
     QList<int> Elegidas() const;

@@ -134,6 +134,16 @@ void PanelQueSi::PonerPerillas()
     static_cast<QVBoxLayout *>(layout())->insertWidget(1, perillas);
 }
 
+Hoja PanelQueSi::Mostrada() const
+{
+    using Clase = ColumnaDeHoja::Clase;
+    Hoja hoja{"Y si", {}, filas};
+    for (int columna = 0; columna < modelo->columnCount(); ++columna)
+        hoja.columnas.append({modelo->headerData(columna, Qt::Horizontal, Qt::DisplayRole).toString(),
+                              columna == 0 ? Clase::Texto : Clase::Numero});
+    return hoja;
+}
+
 void PanelQueSi::Calcular()
 {
     try {
@@ -154,16 +164,18 @@ void PanelQueSi::Calcular()
                 todas += qint64(fila.Cuentan()) * programa.datos.equipos;
             return programa::Cantidad::De(todas);
         };
-        modelo->Llenar({FilaDe("Servicios hechos", veces(*guardado), veces(otro)),
-                        FilaDe("Mano de obra, HR", antes.manoObra, despues.manoObra),
-                        FilaDe("Paro sumado, HR", antes.paro, despues.paro),
-                        FilaDe("Costo, $", antes.costo, despues.costo),
-                        FilaDe("Costo de hoy, $", antes.costoHoy, despues.costoHoy),
-                        FilaDe("Precio, $", antes.precio, despues.precio)});
+        filas = {FilaDe("Servicios hechos", veces(*guardado), veces(otro)),
+                 FilaDe("Mano de obra, HR", antes.manoObra, despues.manoObra),
+                 FilaDe("Paro sumado, HR", antes.paro, despues.paro),
+                 FilaDe("Costo, $", antes.costo, despues.costo),
+                 FilaDe("Costo de hoy, $", antes.costoHoy, despues.costoHoy),
+                 FilaDe("Precio, $", antes.precio, despues.precio)};
+        modelo->Llenar(filas);
         lvQueSi->AjustarColumnas();
     } catch (const qvx::ErrorEjecucion &error) {
         lblFechas->setText(error.Descripcion());
-        modelo->Llenar({});
+        filas.clear();
+        modelo->Llenar(filas);
     }
     cmdVolver->setEnabled(supuesto != guardado->datos);
     cmdTomar->setEnabled(supuesto != guardado->datos);

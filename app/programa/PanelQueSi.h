@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/programa/PlanMedido.h"
+#include "app/reportes/Hoja.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -29,6 +30,8 @@ public:
 
     // The kept scenario; they outlive the panel's use of them.
     void Poner(const programa::PlanMedido *medido, const programa::Programa *guardado);
+    // What it shows, as a table.
+    Hoja Mostrada() const;
 
 Q_SIGNALS:
     // The scenario on the sliders is to become the programme's.
@@ -43,6 +46,7 @@ private:
     const programa::PlanMedido *medido = nullptr;
     const programa::Programa *guardado = nullptr;
     qvx::DatosDePrograma supuesto;
+    QList<QVariantList> filas;
     QWidget *perillas = nullptr;
     QLabel *lblFechas;
     qvx::ModeloTabla *modelo;

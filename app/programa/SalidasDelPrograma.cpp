@@ -9,6 +9,7 @@
 #include "app/programa/Ics.h"
 #include "app/programa/ModeloPrograma.h"
 #include "app/programa/PaginaPrograma.h"
+#include "app/programa/PanelQueSi.h"
 #include "app/programa/PaqueteDelMes.h"
 #include "controls/VistaTabla.h"
 #include "plan/Planta.h"
@@ -22,6 +23,7 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTreeView>
 #include <algorithm>
@@ -52,8 +54,12 @@ QWidget *PaginaPrograma::Acciones()
     auto *actualizar = Boton(*fila, "cmdActualizarPrograma", "Actuali&zar", nullptr);
     connect(actualizar, &QPushButton::clicked, this, &PaginaPrograma::Actualizar);
     auto *menu = new QMenu(this);
-    AgregarAccion(*menu, "ExportarProgramaCsv", "Esta tabla como C&SV…", {}, [this] { Exportar(false); });
-    AgregarAccion(*menu, "ExportarProgramaXlsx", "Esta tabla como &XLSX…", {}, [this] { Exportar(true); });
+    AgregarAccion(*menu, "ExportarProgramaCsv", "Esta tabla como C&SV…", {},
+                  [this] { Exportar(&PaginaPrograma::HojaMostrada, false); });
+    AgregarAccion(*menu, "ExportarProgramaXlsx", "Esta tabla como &XLSX…", {},
+                  [this] { Exportar(&PaginaPrograma::HojaMostrada, true); });
+    AgregarAccion(*menu, "ExportarParosJuntos", "Los paros que se pueden &juntar como XLSX…", {},
+                  [this] { Exportar(&PaginaPrograma::HojaDeJuntos, true); });
     menu->addSeparator();
     AgregarAccion(*menu, "ExportarCalendario", "&Calendario (ICS)…", {}, [this] { ExportarCalendario(); });
     conPrograma.append(Boton(*fila, "cmdExportarPrograma", "E&xportar", menu));
@@ -67,7 +73,8 @@ QWidget *PaginaPrograma::Acciones()
     return acciones;
 }
 
-// Of what the tab shows, the first table; of the dates those that the filters leave, in their order.
+// Of what the tab shows, the first table, what is supposed, or the dates; of the dates those that the filters leave, in
+// their order.
 Hoja PaginaPrograma::HojaMostrada() const
 {
     for (const Tabla &tabla : tablas)
@@ -76,13 +83,20 @@ Hoja PaginaPrograma::HojaMostrada() const
                    : tabla.vista->objectName() == "lvCostosDePrograma" ? programa::HojaDeCostos(*medido, *programado)
                    : tabla.vista->objectName() == "lvParos"            ? programa::HojaDeParos(*medido, *programado)
                                                                        : tabla.hoja();
+    if (fichas->currentWidget() == queSi)
+        return queSi->Mostrada();
     return programa::HojaDeFechas(*medido, *programado, modelo->Mostradas());
 }
 
-void PaginaPrograma::Exportar(bool libro)
+Hoja PaginaPrograma::HojaDeJuntos() const
+{
+    return programa::HojaDeParosJuntos(*medido, *programado, spnDias->value());
+}
+
+void PaginaPrograma::Exportar(Hoja (PaginaPrograma::*hoja)() const, bool libro)
 {
     if (programado)
-        DialogoExportarCatalogo::Exportar(this, HojaMostrada(), libro);
+        DialogoExportarCatalogo::Exportar(this, (this->*hoja)(), libro);
 }
 
 void PaginaPrograma::ExportarCalendario()
