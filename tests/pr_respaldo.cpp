@@ -111,7 +111,7 @@ void PrRespaldo::sinCopia()
     }
     QCOMPARE(avisos.size(), 1);
     QVERIFY2(avisos.at(0).startsWith("No se hizo la copia de seguridad de hoy. La copia «")
-                 && avisos.at(0).contains("no se puede crear"),
+                 && avisos.at(0).contains("ni su carpeta: " + qt_error_string(ENOTDIR)),
              qPrintable(avisos.at(0)));
     // The window tells it once nothing is being written.
     qvx::Sesion::Actual().Conexion().BeginTrans();

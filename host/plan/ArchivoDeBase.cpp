@@ -2,11 +2,13 @@
 
 #include "data/ErrorEjecucion.h"
 #include "plan/Guion.h"
+#include "system/Carpetas.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QSqlError>
+#include <cerrno>
 #include <filesystem>
 #include <sys/file.h>
 #include <unistd.h>
@@ -156,8 +158,12 @@ Provisional::Provisional(const QString &lugar, QString sujeto_)
 {
     const QString carpeta = QFileInfo(lugar).absolutePath();
     BorrarRestos(lugar);
-    if (!QDir().mkpath(carpeta) || !archivo.open() || flock(archivo.handle(), LOCK_EX) != 0)
-        Rechazar(sujeto, "no se puede crear: " + (archivo.errorString().isEmpty() ? carpeta : archivo.errorString()));
+    if (const QString fallo = HacerCarpeta(carpeta); !fallo.isEmpty())
+        Rechazar(sujeto, "no se puede crear, ni su carpeta: " + fallo);
+    if (!archivo.open())
+        Rechazar(sujeto, "no se puede crear: " + archivo.errorString());
+    if (flock(archivo.handle(), LOCK_EX) != 0)
+        Rechazar(sujeto, "no se puede crear: " + qt_error_string(errno));
     diario = archivo.fileName() + "-journal";
     archivo.close(); // which keeps the file, and its lock
 }

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <dlfcn.h>
+#include <filesystem>
+#include <system_error>
 
 namespace qvx
 {
@@ -40,6 +42,13 @@ QString CarpetaDeComponentes()
 QString CarpetaDeDatos()
 {
     return Instalado() ? QDir::cleanPath(CarpetaPropia() + "/" QVX_DATOS) : QString();
+}
+
+QString HacerCarpeta(const QString &carpeta)
+{
+    std::error_code fallo; // the toolkit does not say which
+    std::filesystem::create_directories(QFile::encodeName(carpeta).toStdString(), fallo);
+    return fallo ? qt_error_string(fallo.value()) : QString();
 }
 
 } // namespace qvx

@@ -17,4 +17,7 @@ QString CarpetaDeComponentes();
 // The folder of what an installed system reads and is no program; its drive C: ("unidad_c") is in it. "" in a build.
 QString CarpetaDeDatos();
 
+// Sees to it that a folder is there, with those above it. Gives what hinders that, "" for nothing.
+QString HacerCarpeta(const QString &carpeta);
+
 } // namespace qvx

@@ -1,8 +1,8 @@
 #include "system/Registro.h"
 
 #include "data/ErrorEjecucion.h"
+#include "system/Carpetas.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
@@ -64,10 +64,13 @@ void RevisarFormato(const QSettings &ajustes)
 void Preparar(const QString &archivo)
 {
     QFile nuevo(archivo);
-    if (!QDir().mkpath(QFileInfo(archivo).absolutePath()) || !nuevo.open(QIODevice::ReadWrite)
-        || !nuevo.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
-        throw ErrorEjecucion(errores::Datos, "No se puede escribir el registro de componentes «" + archivo
-                                                 + "»: " + nuevo.errorString());
+    QString fallo = HacerCarpeta(QFileInfo(archivo).absolutePath());
+    if (fallo.isEmpty()
+        && (!nuevo.open(QIODevice::ReadWrite) || !nuevo.setPermissions(QFile::ReadOwner | QFile::WriteOwner)))
+        fallo = nuevo.errorString();
+    if (!fallo.isEmpty())
+        throw ErrorEjecucion(errores::Datos,
+                             "No se puede escribir el registro de componentes «" + archivo + "»: " + fallo);
 }
 
 void Guardar(QSettings &ajustes)

@@ -56,7 +56,8 @@ std::optional<uint> CaracterProhibido(const QString &texto)
     return std::nullopt;
 }
 
-// The library reports some errors of encodings past the reader, on the standard error: they are in its answer too.
+// The library reports some errors past the reader, and those of writing, on the standard error: its answer has them
+// too.
 class SinVoz
 {
 public:
@@ -272,6 +273,7 @@ void Documento::Guardar(const QString &archivo) const
 {
     ArchivoEntero destino(archivo);
     QFile &salida = destino.Salida();
+    const SinVoz callada;
     salida.write("<?xml version='1.0'?>\n");
     xmlSaveCtxt *escritor = xmlSaveToIO(&EscribirMas, nullptr, &salida, "UTF-8", XML_SAVE_NO_DECL | XML_SAVE_AS_XML);
     if (!escritor)
