@@ -18,8 +18,8 @@ constexpr int RenglonesDeObservaciones = 5;
 
 void PonerLineas(impreso::Documento &documento, const PlanMedido &medido, const Labor &labor, const Encargo &encargo)
 {
-    QList<impreso::Columna> columnas{{"Hecho", 8.5}, {"Clase", 14.5},        {"Producto", 38},
-                                     {"Unidad", 8},  {"Planeada", 10, true}, {"Real", 13, true}};
+    QList<impreso::Columna> columnas{{"Hecho", 8.5},  {"Clase", 14.5},          {"Producto", 36},
+                                     {"Unidad", 9.5}, {"Planeada", 11.5, true}, {"Real", 13, true}};
     if (encargo.conCostos)
         columnas.append({"Costo", 12, true});
     documento.Agregar(ClaseDeBloque::Seccion, {"Mano de obra, refacciones y herramientas"});

@@ -49,7 +49,7 @@ void ArchivoEntero::Terminar()
 {
     // A disk may tell only now that it could not take it all.
     if (nuevo.error() != QFileDevice::NoError || !nuevo.flush())
-        Rechazar(nuevo.errorString());
+        Rechazar(Motivo());
     if (fsync(nuevo.handle()) != 0 && errno != EINVAL)
         Rechazar(qt_error_string(errno));
     nuevo.close();
@@ -57,6 +57,18 @@ void ArchivoEntero::Terminar()
     if (std::rename(QFile::encodeName(provisional).constData(), QFile::encodeName(archivo).constData()) != 0)
         Rechazar(qt_error_string(errno));
     terminado = true;
+}
+
+// Of a failure that was not the last thing done to the file the toolkit has forgotten the words: the disk is asked
+// again.
+QString ArchivoEntero::Motivo()
+{
+    constexpr int Veces = 16;
+    const QByteArray nada(1 << 16, '\0');
+    for (int vez = 0; vez < Veces; ++vez)
+        if (write(nuevo.handle(), nada.constData(), nada.size()) < 0)
+            return qt_error_string(errno);
+    return nuevo.errorString();
 }
 
 void ArchivoEntero::Rechazar(const QString &motivo) const

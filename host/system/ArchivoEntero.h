@@ -29,6 +29,7 @@ public:
 
 private:
     std::optional<mode_t> PermisosDelOcupante() const;
+    QString Motivo();
     [[noreturn]] void Rechazar(const QString &motivo) const;
 
     QString archivo;
