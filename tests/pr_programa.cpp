@@ -21,8 +21,10 @@
 #include <QPdfWriter>
 #include <QPlainTextEdit>
 #include <QPrinter>
+#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeView>
 
@@ -220,6 +222,20 @@ void PrPrograma::calendario()
         QCOMPARE(QString::fromUtf8(linea).toUtf8(), linea);
     }
     QCOMPARE(leido, largo);
+
+    // As another program reads it.
+    const QTemporaryDir carpeta;
+    programa::EscribirIcs(escenario->Ruta("p.ics"), uno);
+    const auto agenda = [&](const QStringList &orden) {
+        QProcess otro;
+        otro.start("calcurse", QStringList{"-q", "-D", carpeta.path()} + orden);
+        otro.waitForFinished();
+        return QString::fromUtf8(otro.readAllStandardOutput());
+    };
+    agenda({"-i", escenario->Ruta("p.ics")});
+    const QString dias = agenda({"-Q", "--from", "01/01/2027", "--days", "365"});
+    QVERIFY2(dias.count("\n * ") == 17 && dias.startsWith("01/30/27:\n * REVISIÓN, CUERPO / IMPULSOR (000001)\n"),
+             qPrintable(dias));
 }
 
 // Every block on one page, in order; nothing that belongs to what follows ends a page, also where rows are high.
