@@ -197,5 +197,5 @@ void PrAdelanto::enTrozos()
     Comparar(todas);
 }
 
-PRUEBA_MAIN(PrAdelanto)
+PRUEBA(PrAdelanto)
 #include "pr_adelanto.moc"

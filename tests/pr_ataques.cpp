@@ -174,5 +174,5 @@ void PrAtaques::formas()
     QCOMPARE(Partes("Tep_Descripcion", "Tep_ID = '0005'"), "MOTOR NUEVO");
 }
 
-PRUEBA_MAIN(PrAtaques)
+PRUEBA(PrAtaques)
 #include "pr_ataques.moc"

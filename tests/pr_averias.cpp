@@ -194,5 +194,5 @@ void PrAverias::averias()
             QStringList());
 }
 
-PRUEBA_MAIN(PrAverias)
+PRUEBA(PrAverias)
 #include "pr_averias.moc"

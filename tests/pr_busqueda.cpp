@@ -1,5 +1,6 @@
 #include "app/buscar/DialogoBuscar.h"
 #include "support/Plan.h"
+#include "support/Prueba.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -117,5 +118,5 @@ void PrBusqueda::dialogo()
     QCOMPARE(dialogo.Elegido()->parte, "0002");
 }
 
-PRUEBA_MAIN(PrBusqueda)
+PRUEBA(PrBusqueda)
 #include "pr_busqueda.moc"

@@ -8,6 +8,7 @@
 #include "session/Sistema.h"
 #include "support/Averia.h"
 #include "support/Plan.h"
+#include "support/Prueba.h"
 #include "support/Tabla.h"
 
 #include <QAction>
@@ -334,5 +335,5 @@ void PrCatalogos::pagina()
     escenario->Correr("GRANT quorvex_catalogos TO mlopez");
 }
 
-PRUEBA_MAIN(PrCatalogos)
+PRUEBA(PrCatalogos)
 #include "pr_catalogos.moc"

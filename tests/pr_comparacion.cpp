@@ -368,5 +368,5 @@ void PrComparacion::linea()
     QCOMPARE(escenario->Tablas(), antes);
 }
 
-PRUEBA_MAIN(PrComparacion)
+PRUEBA(PrComparacion)
 #include "pr_comparacion.moc"

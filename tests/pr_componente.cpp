@@ -165,7 +165,7 @@ void PrComponente::sinRegistro()
     QVERIFY(!exportar().contains("está dañado"));
 }
 
-int main(int argc, char **argv)
+static int SinYConAplicacion(int argc, char **argv)
 {
     KT580::IPantalla *clase = Clase();
     const com::HRESULT sinAplicacion = Pedir(*clase);
@@ -174,4 +174,6 @@ int main(int argc, char **argv)
     PrComponente prueba(sinAplicacion);
     return QTest::qExec(&prueba, argc, argv);
 }
+
+static const bool anotadaPrComponente = pruebas::Anotar(__FILE__, SinYConAplicacion);
 #include "pr_componente.moc"

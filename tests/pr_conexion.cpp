@@ -3,6 +3,7 @@
 #include "data/Texto.h"
 #include "support/Averia.h"
 #include "support/Plan.h"
+#include "support/Prueba.h"
 #include "support/Tabla.h"
 
 #include <QFile>
@@ -255,5 +256,5 @@ void PrConexion::indices()
     }
 }
 
-PRUEBA_MAIN(PrConexion)
+PRUEBA(PrConexion)
 #include "pr_conexion.moc"

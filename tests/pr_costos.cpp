@@ -322,5 +322,5 @@ void PrCostos::ventanas()
     QTRY_COMPARE(sugerencia.text(), "Elija una parte para ver sus servicios.");
 }
 
-PRUEBA_MAIN(PrCostos)
+PRUEBA(PrCostos)
 #include "pr_costos.moc"

@@ -123,5 +123,5 @@ void PrCruces::comandos()
     QCOMPARE(otros.join('\n'), "");
 }
 
-PRUEBA_MAIN(PrCruces)
+PRUEBA(PrCruces)
 #include "pr_cruces.moc"

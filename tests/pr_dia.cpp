@@ -331,5 +331,5 @@ void PruebaDia::segundo()
     Comparar("segundo_dia.txt");
 }
 
-PRUEBA_MAIN(PruebaDia)
+PRUEBA(PruebaDia)
 #include "pr_dia.moc"

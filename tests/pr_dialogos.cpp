@@ -335,5 +335,5 @@ void PrDialogos::cierre()
     QCOMPARE(Mensajes(), QStringList()); // none of a procedure that went on
 }
 
-PRUEBA_MAIN(PrDialogos)
+PRUEBA(PrDialogos)
 #include "pr_dialogos.moc"

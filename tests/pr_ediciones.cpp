@@ -199,5 +199,5 @@ void PrEdiciones::soltada()
     QCOMPARE(escenario->Filas("SELECT * FROM Plan_Mantenimiento WHERE Tep_ID = '0005'"), QStringList());
 }
 
-PRUEBA_MAIN(PrEdiciones)
+PRUEBA(PrEdiciones)
 #include "pr_ediciones.moc"

@@ -390,5 +390,5 @@ void PrEscritorio::manual()
     QVERIFY(!texto.loadResource(QTextDocument::ImageResource, QUrl("file:///usr/share/x.png")).isValid());
 }
 
-PRUEBA_MAIN(PrEscritorio)
+PRUEBA(PrEscritorio)
 #include "pr_escritorio.moc"

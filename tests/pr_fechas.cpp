@@ -1,5 +1,6 @@
 #include "app/programa/Medidas.h"
 #include "support/DatosDePrueba.h"
+#include "support/Prueba.h"
 #include "support/Tabla.h"
 
 #include <QRandomGenerator>
@@ -24,7 +25,7 @@ private Q_SLOTS:
 };
 
 // "90 500 HR": days, and a reading in a unit.
-static Entrada Servicio(const QString &texto, const QString &folio = "000001", const QString &exclusion = {})
+static Entrada EntradaDe(const QString &texto, const QString &folio = "000001", const QString &exclusion = {})
 {
     const QStringList palabras = texto.split(' ');
     return {folio,
@@ -83,7 +84,7 @@ void PrFechas::fechas()
     QFETCH(const QString, datos);
     QFETCH(const QString, servicio);
     QFETCH(const QString, esperadas);
-    const Programa programa = Programar({Servicio(servicio)}, DatosDe(datos));
+    const Programa programa = Programar({EntradaDe(servicio)}, DatosDe(datos));
     QStringList dias;
     for (const auto &fila : programa.filas)
         dias.append(Dia(programa, fila));
@@ -115,7 +116,7 @@ void PrFechas::motivos()
 {
     QFETCH(const QString, datos);
     QFETCH(const QString, servicio);
-    const Periodo periodo = CalcularPeriodo(Servicio(servicio).frecuencia, DatosDe(datos));
+    const Periodo periodo = CalcularPeriodo(EntradaDe(servicio).frecuencia, DatosDe(datos));
     QTEST(periodo.motivo, "motivo");
     QTEST(periodo.umbral ? periodo.umbral->Texto(2, true) : QString(), "umbral");
 }
@@ -123,8 +124,8 @@ void PrFechas::motivos()
 // Each service is in one place, and says why; what cannot be is refused by name, and consecutive years tile.
 void PrFechas::apartes()
 {
-    const QList<Entrada> entradas{Servicio("90"), Servicio("400", "000002"), Servicio("0 5 HR", "000003"),
-                                  Servicio("9000000", "000004"), Servicio("30", "000005", "de baja")};
+    const QList<Entrada> entradas{EntradaDe("90"), EntradaDe("400", "000002"), EntradaDe("0 5 HR", "000003"),
+                                  EntradaDe("9000000", "000004"), EntradaDe("30", "000005", "de baja")};
     const Programa programa = Programar(entradas, DatosDe("2026-12-15"));
     QStringList aparte;
     for (const Aparte &uno : programa.aparte)
@@ -146,10 +147,10 @@ void PrFechas::apartes()
              {"2026-12-31 KM=1e9", "90", "1000000"},
              {"2026-12-31 KM=1", "0 123456789012345e30 KM", "Desbordamiento"}}) {
         const QString dicho =
-            Rechazo([servicio = servicio, datos = datos] { Programar({Servicio(servicio)}, DatosDe(datos)); });
+            Rechazo([servicio = servicio, datos = datos] { Programar({EntradaDe(servicio)}, DatosDe(datos)); });
         QVERIFY2(dicho.contains(parte), qPrintable(datos + ": " + dicho));
     }
-    const QList<Entrada> una{Servicio("0 4.7 HR")};
+    const QList<Entrada> una{EntradaDe("0 4.7 HR")};
     qsizetype veces = 0;
     const auto contar = [&](const QString &datos) {
         const Programa anual = Programar(una, DatosDe(datos));
@@ -162,8 +163,8 @@ void PrFechas::apartes()
 
 void PrFechas::incluidos()
 {
-    const QList<Entrada> entradas{Servicio("30"), Servicio("90", "000002"), Servicio("45", "000003"),
-                                  Servicio("180", "000004")};
+    const QList<Entrada> entradas{EntradaDe("30"), EntradaDe("90", "000002"), EntradaDe("45", "000003"),
+                                  EntradaDe("180", "000004")};
     qvx::DatosDePrograma datos = DatosDe("2026-12-31 n=2");
     const auto pares = ParesPosibles(entradas, Programar(entradas, datos));
     QCOMPARE(pares, (QList<QPair<int, int>>{{0, 1}, {0, 3}, {1, 3}, {2, 1}, {2, 3}}));
@@ -181,7 +182,7 @@ void PrFechas::incluidos()
     QCOMPARE(incluidas.mid(0, 3), (QStringList{"03-31 000001 incluido en 000002", "06-29 000001 incluido en 000002",
                                                "06-29 000002 incluido en 000004"}));
     // Twice a day, of which every other day one is done within another service.
-    QList<Entrada> diarios{Servicio("0 4 HR"), Servicio("2", "000002")};
+    QList<Entrada> diarios{EntradaDe("0 4 HR"), EntradaDe("2", "000002")};
     datos = DatosDe("2026-12-31 HR=8");
     datos.incluidos = {{"000001", "000002"}};
     const Programa diario = Programar(diarios, datos);
@@ -212,7 +213,7 @@ void PrFechas::medidas()
                      {1, Clase::Refaccion, 1, 0.1, "JGO", 1, 0.1, "01"}};
     qvx::DatosDePrograma datos = DatosDe("2026-12-15 n=3");
     datos.capacidad = {{12, 31}, {3, 10}};
-    const Programa programa = Programar({Servicio("100"), Servicio("150", "000002")}, datos);
+    const Programa programa = Programar({EntradaDe("100"), EntradaDe("150", "000002")}, datos);
     const QList<Medida> medidas = Medir(plan, lineas);
     const Medida total = Total(programa, medidas);
     // Three times and twice, three machines: 9 and 6.
@@ -245,7 +246,7 @@ void PrFechas::medidas()
     QVERIFY(Juntar(paros, 49).isEmpty());
     qvx::DatosDePrograma otros = datos;
     otros.diaCero = datos.diaCero.addDays(-1);
-    const Diferencia movidas = Comparar(programa, Programar({Servicio("100"), Servicio("190", "000002")}, datos));
+    const Diferencia movidas = Comparar(programa, Programar({EntradaDe("100"), EntradaDe("190", "000002")}, datos));
     QCOMPARE((QList<int>{movidas.movidas, movidas.nuevas, movidas.perdidas}), (QList<int>{1, 0, 1}));
 }
 
@@ -268,8 +269,8 @@ void PrFechas::azar()
         QList<int> centavos;
         for (int i = 0; i < 150; ++i) {
             entradas.append(
-                Servicio(QString("%1 %2 HR").arg(entre(0, 2) * entre(1, 250)).arg(entre(0, 1) * entre(20, 3000)),
-                         QString::number(i), entre(0, 9) == 0 ? "no" : ""));
+                EntradaDe(QString("%1 %2 HR").arg(entre(0, 2) * entre(1, 250)).arg(entre(0, 1) * entre(20, 3000)),
+                          QString::number(i), entre(0, 9) == 0 ? "no" : ""));
             entradas.last().grupo = QString::number(entre(0, 30));
             centavos.append(entre(0, 1000000));
             medidas.append({{}, {}, Cantidad::De(centavos.constLast() / 100.0), {}, {}});
@@ -347,5 +348,5 @@ void PrFechas::numeros()
     QVERIFY(!Rechazo([&] { grande *grande; }).isEmpty());
 }
 
-QTEST_APPLESS_MAIN(PrFechas)
+PRUEBA(PrFechas)
 #include "pr_fechas.moc"

@@ -438,5 +438,5 @@ void PrHistoria::depurar()
     QVERIFY(Ultima() > ultima);
 }
 
-PRUEBA_MAIN(PrHistoria)
+PRUEBA(PrHistoria)
 #include "pr_historia.moc"

@@ -481,5 +481,5 @@ void PrHistorial::sinVentana()
     QVERIFY(correr("--deshacer %1").startsWith("1"));
 }
 
-PRUEBA_MAIN(PrHistorial)
+PRUEBA(PrHistorial)
 #include "pr_historial.moc"

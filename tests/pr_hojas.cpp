@@ -381,5 +381,5 @@ void PrHojas::linea()
              "(?i)\n.*registro_cambio.*\nA la base de datos le falta una tabla");
 }
 
-PRUEBA_MAIN(PrHojas)
+PRUEBA(PrHojas)
 #include "pr_hojas.moc"

@@ -6,6 +6,7 @@
 #include "plan/Restauracion.h"
 #include "support/Archivos.h"
 #include "support/Averia.h"
+#include "support/Prueba.h"
 #include "support/Tabla.h"
 
 #include <QDir>
@@ -426,5 +427,5 @@ void PrInstalador::protegida()
         QVERIFY2(!otro->Puede(orden), qPrintable(orden));
 }
 
-PRUEBA_MAIN(PrInstalador)
+PRUEBA(PrInstalador)
 #include "pr_instalador.moc"

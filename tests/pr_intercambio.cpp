@@ -14,12 +14,12 @@
 namespace
 {
 
-const QByteArray Servicio =
+const QByteArray UnServicio =
     R"(<TipoServicio Id="9001" UnidadLectura="HRS" FrecuenciaLectura="1250.5" FrecuenciaDias="0")"
     R"( RequiereParo="NO" Duracion="2" Precio="500" Prioridad="9001">)"
     "<ManoObra/><Refacciones/><Herramientas/></TipoServicio>";
-const QByteArray Parte = R"(<Parte Id="1" Descripción=""/>)";
-QByteArray Documento(const QByteArray &tipo, const QByteArray &contenido)
+const QByteArray UnaParte = R"(<Parte Id="1" Descripción=""/>)";
+QByteArray Envuelto(const QByteArray &tipo, const QByteArray &contenido)
 {
     return "<?xml version='1.0'?>\n<PlanMantenimiento><TipoEquipo Id=\"" + tipo + "\">" + contenido
            + "</TipoEquipo></PlanMantenimiento>\n";
@@ -131,10 +131,10 @@ void PrIntercambio::lugar()
 void PrIntercambio::revisado()
 {
     const auto probar = [&](const QByteArray &contenido, const QString &dicho) {
-        QCOMPARE(Revisar(Documento("0900", contenido)).join('\n'), dicho);
+        QCOMPARE(Revisar(Envuelto("0900", contenido)).join('\n'), dicho);
     };
     const auto cambiado = [](const QByteArray &antes, const QByteArray &despues) {
-        return QByteArray(Servicio).replace(antes, despues);
+        return QByteArray(UnServicio).replace(antes, despues);
     };
     const QString servicio = "Renglón 2, TipoServicio: ";
     probar(cambiado("500", "-0.00000000000012345678901234567"), "");
@@ -145,11 +145,11 @@ void PrIntercambio::revisado()
            servicio
                + "los atributos deben ir en este orden: Id, UnidadLectura, FrecuenciaLectura, FrecuenciaDias, "
                  "RequiereParo, Duracion, Precio, Prioridad");
-    probar(QByteArray(Parte).replace("1", "0000  "), // the root's
+    probar(QByteArray(UnaParte).replace("1", "0000  "), // the root's
            "Renglón 2, Parte: el valor \"0000  \" no es válido para el atributo \"Id\"");
-    probar((Parte + "\n").repeated(70000) + "<Otra/>", // past the lines that the parser counts
+    probar((UnaParte + "\n").repeated(70000) + "<Otra/>", // past the lines that the parser counts
            "Renglón 70002, Otra: el elemento no va en este lugar; aquí se espera: Parte");
-    probar(QByteArray(Parte).replace("/", "").repeated(2000), "Renglón 2: El documento tiene más de 256 niveles");
+    probar(QByteArray(UnaParte).replace("/", "").repeated(2000), "Renglón 2: El documento tiene más de 256 niveles");
 
     const auto conAtributos = [](int cuantos) {
         QByteArray atributos;
@@ -194,25 +194,25 @@ void PrIntercambio::rechazos()
            "Renglón 1: El documento no está bien formado: está vacío o no empieza con un elemento (Start tag expected, "
            "'<' not found)");
     probar("<PlanMantenimiento/>", aviso + "26" + formato);
-    probar(Documento("0903", ""), aviso + "27|No existe el tipo de equipo '0903' en la bas de datos"); // cancelled
-    probar(Documento("0900", "<Parte Id=\"1'\" Descripción=\", '0000', 'o', 'f', 'o', 'f'), ('0902', '7\"/>"),
+    probar(Envuelto("0903", ""), aviso + "27|No existe el tipo de equipo '0903' en la bas de datos"); // cancelled
+    probar(Envuelto("0900", "<Parte Id=\"1'\" Descripción=\", '0000', 'o', 'f', 'o', 'f'), ('0902', '7\"/>"),
            trampa + "Un valor del documento lleva comillas");
     probar(
-        Documento("0900", Servicio + Parte + Parte),
+        Envuelto("0900", UnServicio + UnaParte + UnaParte),
         trampa
             + motor::Segun("UNIQUE constraint failed: Tipo_Equipo_Parte.Te_Cve_Tipo_Equipo, Tipo_Equipo_Parte.Tep_ID",
                            "duplicate key value violates unique constraint \"tipo_equipo_parte_pkey\""),
         "Ya hay un registro con esa clave; tal vez otra persona acaba de crearlo. Use otra clave.");
     for (const QByteArray clave : {"2147483647", "0012345678901B"})
-        probar(Documento("0900", Parte + "<Parte Id=\"" + clave + "\" Descripción=\"\"/>"),
+        probar(Envuelto("0900", UnaParte + "<Parte Id=\"" + clave + "\" Descripción=\"\"/>"),
                trampa + "Después de la clave de la parte " + clave + " no queda número para otra parte");
 }
 
 // From the command line.
 void PrIntercambio::linea()
 {
-    Poner(escenario->Ruta("bueno.xml"), Documento("0902", Parte));
-    Poner(escenario->Ruta("malo.xml"), Documento("0902", "\n<Parte Id=\"1\"/>\n<Otra/>"));
+    Poner(escenario->Ruta("bueno.xml"), Envuelto("0902", UnaParte));
+    Poner(escenario->Ruta("malo.xml"), Envuelto("0902", "\n<Parte Id=\"1\"/>\n<Otra/>"));
     QStringList antes = escenario->Tablas();
     for (const auto &[orden, dicho, cambia] : QList<std::tuple<QString, QString, bool>>{
              {"--exportar 900 {}/nuevo.xml", "^0Se generó el archivo/.*/nuevo.xml\n$", false},
@@ -254,7 +254,7 @@ void PrIntercambio::interrumpido()
     QByteArray partes;
     for (int i = 0; i < 50000; ++i)
         partes += "<Parte Id=\"" + QByteArray::number(10000 + i) + "\" Descripción=\"PIEZA\"/>";
-    const QString ruta = Poner(escenario->Ruta("grande.xml"), Documento("0900", partes));
+    const QString ruta = Poner(escenario->Ruta("grande.xml"), Envuelto("0900", partes));
     const QStringList antes = escenario->Tablas();
     QProcess programa;
     programa.start(PROGRAMA_QUORVEX, QStringList{"--importar", ruta, "--si"} + escenario->Base().Argumentos());
@@ -265,5 +265,5 @@ void PrIntercambio::interrumpido()
     QCOMPARE(escenario->Tablas(), antes);
 }
 
-PRUEBA_MAIN(PrIntercambio)
+PRUEBA(PrIntercambio)
 #include "pr_intercambio.moc"

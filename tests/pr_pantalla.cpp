@@ -353,5 +353,5 @@ void PrPantalla::validaciones()
     QCOMPARE(escenario->Correr("SELECT count(*) FROM Plan_Mantenimiento_Detalle WHERE Pm_ID = '000004'").toInt(), 6);
 }
 
-PRUEBA_MAIN(PrPantalla)
+PRUEBA(PrPantalla)
 #include "pr_pantalla.moc"

@@ -435,5 +435,5 @@ void PrPrograma::paquete()
             }).contains("PLANTA NORTE"));
 }
 
-PRUEBA_MAIN(PrPrograma)
+PRUEBA(PrPrograma)
 #include "pr_programa.moc"

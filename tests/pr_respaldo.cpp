@@ -321,5 +321,5 @@ void PrRespaldo::ventana()
     PruebaPantalla::init();
 }
 
-PRUEBA_MAIN(PrRespaldo)
+PRUEBA(PrRespaldo)
 #include "pr_respaldo.moc"

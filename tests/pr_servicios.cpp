@@ -78,7 +78,7 @@ QList<int> PrServicios::Lugares(const lectura::Plan &plan, const QStringList &fo
 QString PrServicios::Hacer(const lectura::Plan &plan, const QString &orden, bool juzgar)
 {
     const QStringList palabras = orden.split(' ');
-    const QString que = palabras.at(0);
+    const QString &que = palabras.at(0);
     const QList<int> cuales = Lugares(plan, palabras.at(1).split(','));
     const QString destino = palabras.value(2);
     const auto quien = Sesion::Actual().Firmante();
@@ -638,5 +638,5 @@ void PrServicios::perdido()
     QVERIFY(!aviso.isVisible());
 }
 
-PRUEBA_MAIN(PrServicios)
+PRUEBA(PrServicios)
 #include "pr_servicios.moc"

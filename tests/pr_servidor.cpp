@@ -102,7 +102,7 @@ QString Volcado(const QString &base, const QStringList &opciones)
 }
 
 // The rows of the tables that version 2 has, but for what an upgrade changes.
-QString Filas(const QString &base)
+QString FilasDeDos(const QString &base)
 {
     QStringList opciones{"-a"};
     for (const char *nueva : {"esquema", "consulta", "plan_reserva", "catalogo_cambio", "operacion*", "historia_*",
@@ -375,7 +375,7 @@ void PrServidor::firmas()
 void PrServidor::actualizar()
 {
     const QString vieja = Vieja();
-    const QString antes = Filas(vieja);
+    const QString antes = FilasDeDos(vieja);
     const QString mirar = Quorvex({"--revisar", "--servidor", cluster::Direccion(usuario, vieja)});
     const QString actual = QString::number(qvx::VersionEsquema);
     QVERIFY2(mirar.contains("es de la versión 2 de Quorvex y este programa usa la " + actual
@@ -394,16 +394,16 @@ void PrServidor::actualizar()
     QVERIFY2(hecho.startsWith("0Se actualizó el esquema ")
                  && hecho.contains(", de la versión 2 a la " + actual + ".\n"),
              qPrintable(hecho));
-    QCOMPARE(Filas(vieja), antes);
+    QCOMPARE(FilasDeDos(vieja), antes);
     QCOMPARE(Quorvex(ActualizarEn(vieja)), "0El esquema ya está al día. Se repusieron los permisos de los roles.\n");
     const QString nueva = cluster::NombreNuevo("nueva");
     cluster::Super("CREATE DATABASE " + nueva);
     QVERIFY(Quorvex(CrearEn(nueva)).startsWith("0"));
     QCOMPARE(Volcado(vieja, {"-C", "-s"}), Volcado(nueva, {"-C", "-s"}));
     const QString cuatro = Vieja(4);
-    const QString deCuatro = Filas(cuatro);
+    const QString deCuatro = FilasDeDos(cuatro);
     QVERIFY(Quorvex(ActualizarEn(cuatro)).startsWith("0Se actualizó el esquema "));
-    QCOMPARE(Filas(cuatro), deCuatro);
+    QCOMPARE(FilasDeDos(cuatro), deCuatro);
     QCOMPARE(Volcado(cuatro, {"-C", "-s"}), Volcado(nueva, {"-C", "-s"}));
     const QString texto = "SELECT Co_Texto FROM dbo.Consulta WHERE Co_Nombre = 'PLAN_MANTENIMIENTO'";
     QCOMPARE(cluster::Super(texto, vieja), cluster::Super(texto, nueva));
@@ -420,7 +420,7 @@ void PrServidor::actualizar()
 void PrServidor::actualizarConGente()
 {
     const QString vieja = Vieja();
-    const QString antes = Filas(vieja);
+    const QString antes = FilasDeDos(vieja);
     const qvx::Servidor suyo(cluster::Direccion(usuario, vieja, {}, "?options=-c%20quorvex.esquema%3D2"));
     QString dicho;
     qvx::BaseAbierta gente(suyo.Controlador(), [&](const QSqlError &error) { dicho = error.databaseText(); });
@@ -437,7 +437,7 @@ void PrServidor::actualizarConGente()
     QCOMPARE(dicho, "");
     gente.Ejecutar(cambio);
     QVERIFY2(dicho.contains("es ahora de otra versión de Quorvex"), qPrintable(dicho));
-    QCOMPARE(Filas(vieja), antes);
+    QCOMPARE(FilasDeDos(vieja), antes);
 }
 
 // The commands without a window. A reader sees what a planner sees, through the screen's own statements, and changes
@@ -468,5 +468,5 @@ void PrServidor::ordenes()
     QVERIFY(cluster::Super(plan, base) != antes);
 }
 
-PRUEBA_MAIN(PrServidor)
+PRUEBA(PrServidor)
 #include "pr_servidor.moc"

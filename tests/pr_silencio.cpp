@@ -120,5 +120,5 @@ void PrSilencio::callado()
     QCOMPARE(Dicho([&] { conexion->Execute(Ver, {}); }), "");
 }
 
-PRUEBA_MAIN(PrSilencio)
+PRUEBA(PrSilencio)
 #include "pr_silencio.moc"

@@ -85,5 +85,5 @@ void PrTipos::valores()
     QCOMPARE(leido, debido);
 }
 
-PRUEBA_MAIN(PrTipos)
+PRUEBA(PrTipos)
 #include "pr_tipos.moc"

@@ -298,5 +298,5 @@ void PrVentanas::trabajo()
     ventana.reset();
 }
 
-PRUEBA_MAIN(PrVentanas)
+PRUEBA(PrVentanas)
 #include "pr_ventanas.moc"

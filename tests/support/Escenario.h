@@ -1,14 +1,13 @@
 #pragma once
 
-#include "session/Aplicacion.h"
 #include "session/Sesion.h"
 #include "support/BaseDePrueba.h"
 #include "support/Manos.h"
 #include "support/Motor.h"
 #include "support/PersonasDePrueba.h"
+#include "support/Prueba.h"
 
 #include <QTemporaryDir>
-#include <QTest>
 #include <QWidget>
 #include <memory>
 #include <sys/resource.h>
@@ -78,11 +77,3 @@ private:
     rlimit anterior{};
     void (*senal)(int);
 };
-
-#define PRUEBA_MAIN(Clase)                                                                                             \
-    int main(int argc, char **argv)                                                                                    \
-    {                                                                                                                  \
-        qvx::Aplicacion aplicacion(argc, argv);                                                                        \
-        Clase prueba;                                                                                                  \
-        return QTest::qExec(&prueba, argc, argv);                                                                      \
-    }
