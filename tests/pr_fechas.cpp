@@ -334,6 +334,8 @@ void PrFechas::azar()
 void PrFechas::numeros()
 {
     QCOMPARE(Cantidad::De(0.1) * 3, Cantidad::De(0.3));
+    for (const QString &texto : QStringList{"0.29", "-0.07", "1.005", "4503599627370.49", "-1200", "0.1"})
+        QCOMPARE(Cantidad::De(texto.toDouble()).Texto(), texto);
     QCOMPARE(Cantidad::De(2.675).Texto(2), "2.68");
     QCOMPARE(Cantidad::De(-2.675).Texto(2), "-2.68");
     QCOMPARE(Cantidad::De(-1234567.5).Texto(0), "-1,234,568");

@@ -14,7 +14,8 @@ namespace programa
 namespace
 {
 
-constexpr int MaximoDeCeros = 38; // that a whole number of 127 bits has
+constexpr double MaximoDeCentesimos = 1e15; // a number has 15 digits that mean something
+constexpr int MaximoDeCeros = 38;           // that a whole number of 127 bits has
 
 [[noreturn]] void Desbordar()
 {
@@ -46,11 +47,20 @@ Entero Potencia(int exponente)
 
 } // namespace
 
-// As the C locale writes it: that of the system may have a comma.
 Decimal Decimal::De(double numero)
 {
     if (!std::isfinite(numero))
         Desbordar();
+    // Of two places at most, as nearly all are: known by its hundredths.
+    const double centesimos = std::nearbyint(numero * 100);
+    if (std::abs(centesimos) < MaximoDeCentesimos && centesimos / 100 == numero) {
+        auto mantisa = static_cast<qint64>(centesimos);
+        int exponente = -2;
+        for (; mantisa != 0 && mantisa % 10 == 0; ++exponente)
+            mantisa /= 10;
+        return mantisa == 0 ? Decimal() : Decimal{mantisa, exponente};
+    }
+    // As the C locale writes it: that of the system may have a comma.
     std::array<char, 32> texto{};
     const auto escrito = std::to_chars(texto.data(), texto.data() + texto.size(), std::abs(numero),
                                        std::chars_format::scientific, qvx::CifrasDeNumero - 1);

@@ -48,13 +48,13 @@ GraficaDeCarga::GraficaDeCarga(QWidget *padre) : QWidget(padre)
     setAccessibleName("Mano de obra por oficio y mes");
 }
 
-void GraficaDeCarga::Poner(const programa::PlanMedido &medido, const programa::Programa &programa)
+void GraficaDeCarga::Poner(const programa::PlanMedido &medido, const programa::Programa &programa,
+                           programa::Carga carga)
 {
     meses.clear();
     oficios.clear();
     totales.clear();
     capacidad.clear();
-    programa::Carga carga = programa::CalcularCarga(programa, medido.lineas);
     for (int mes = 0; mes < programa.meses.Cuantos(); ++mes)
         meses.append(programa.meses.Nombre(mes));
     std::stable_sort(carga.oficios.begin(), carga.oficios.end(),

@@ -13,7 +13,7 @@ class GraficaDeCarga : public QWidget
 public:
     explicit GraficaDeCarga(QWidget *padre = nullptr);
 
-    void Poner(const programa::PlanMedido &medido, const programa::Programa &programa);
+    void Poner(const programa::PlanMedido &medido, const programa::Programa &programa, programa::Carga carga);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

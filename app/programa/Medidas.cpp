@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <tuple>
 
 namespace programa
@@ -124,6 +125,10 @@ QList<Medida> Medir(const lectura::Plan &plan, const lectura::Lineas &lineas)
         if (servicio.conParo)
             medidas[i].paro = Cantidad::De(servicio.horasParo);
     }
+    QList<Cantidad> costosDeHoy;
+    costosDeHoy.reserve(lineas.productos.size());
+    for (const lectura::Producto &producto : lineas.productos)
+        costosDeHoy.append(Cantidad::De(producto.costo));
     for (const lectura::Linea &linea : lineas.lineas) {
         if (linea.clase == lectura::Linea::Clase::Herramienta) // adds to no service's cost
             continue;
@@ -132,7 +137,7 @@ QList<Medida> Medir(const lectura::Plan &plan, const lectura::Lineas &lineas)
         if (linea.clase == lectura::Linea::Clase::ManoDeObra && linea.unidad == Horas)
             medida.manoObra += cantidad;
         medida.costo += Cantidad::De(linea.importe);
-        medida.costoHoy += cantidad * Cantidad::De(lineas.productos.at(linea.producto).costo);
+        medida.costoHoy += cantidad * costosDeHoy.at(linea.producto);
     }
     return medidas;
 }
@@ -144,9 +149,23 @@ Medida MedidaDe(const Programa &programa, const Fila &fila, const QList<Medida> 
 
 Medida Total(const Programa &programa, const QList<Medida> &medidas)
 {
+    QList<int> todas(programa.filas.size());
+    std::iota(todas.begin(), todas.end(), 0);
+    return Total(programa, todas, medidas);
+}
+
+// A service's times first: it has many dates, and amounts take longer to multiply than numbers to add.
+Medida Total(const Programa &programa, const QList<int> &filas, const QList<Medida> &medidas)
+{
+    QList<qint64> veces(programa.periodos.size(), 0);
+    for (const int i : filas) {
+        const Fila &fila = programa.filas.at(i);
+        veces[fila.servicio] += fila.Cuentan();
+    }
     Medida total;
-    for (const Fila &fila : programa.filas)
-        total += MedidaDe(programa, fila, medidas);
+    for (int servicio = 0; servicio < veces.size(); ++servicio)
+        if (veces.at(servicio) != 0)
+            total += medidas.at(servicio) * (veces.at(servicio) * programa.datos.equipos);
     return total;
 }
 

@@ -30,8 +30,9 @@ QList<Medida> Medir(const lectura::Plan &plan, const lectura::Lineas &lineas);
 
 // Of a row, all its times and machines.
 Medida MedidaDe(const Programa &programa, const Fila &fila, const QList<Medida> &medidas);
-// Of the whole programme, and of each of its months by the scheduled dates.
+// Of the whole programme, of some of its rows, and of each of its months by the scheduled dates.
 Medida Total(const Programa &programa, const QList<Medida> &medidas);
+Medida Total(const Programa &programa, const QList<int> &filas, const QList<Medida> &medidas);
 QList<Medida> PorMes(const Programa &programa, const QList<Medida> &medidas);
 // What a year comes to in the long run: everything · machines · 365/P, also of services that the year does not meet.
 Medida ALargoPlazo(const Programa &programa, const QList<Medida> &medidas);

@@ -57,6 +57,8 @@ void ModeloPrograma::Buscar(const QString &texto)
 
 void ModeloPrograma::Limitar(int mes_, int oficio_)
 {
+    if (mes == mes_ && oficio == oficio_)
+        return;
     beginResetModel();
     mes = mes_;
     oficio = oficio_;
@@ -68,7 +70,6 @@ void ModeloPrograma::Limitar(int mes_, int oficio_)
 void ModeloPrograma::Elegir()
 {
     mostradas.clear();
-    suma = {};
     if (!programado)
         return;
     if (!palabras.isEmpty() && plegados.isEmpty())
@@ -91,7 +92,6 @@ void ModeloPrograma::Elegir()
         if (!admitidos.at(fila.servicio) || (mes >= 0 && programado->Mes(fila) != mes))
             continue;
         mostradas.append(i);
-        suma += programa::MedidaDe(*programado, fila, medido->medidas);
     }
     Ordenar();
 }
@@ -118,10 +118,12 @@ QList<int> ModeloPrograma::Rangos() const
     return rangos;
 }
 
-// Rows alike in the column stay by date.
+// Rows alike in the column stay by date, as the programme has them all.
 void ModeloPrograma::Ordenar()
 {
     std::sort(mostradas.begin(), mostradas.end());
+    if (columnaDeOrden == Programada && sentido == Qt::AscendingOrder)
+        return;
     const auto ordenar = [&](const auto &valor) {
         std::stable_sort(mostradas.begin(), mostradas.end(), [&](int una, int otra) {
             const auto &primera = programado->filas.at(una);

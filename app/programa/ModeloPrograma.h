@@ -38,8 +38,6 @@ public:
     void Limitar(int mes, int oficio);
 
     const QList<int> &Mostradas() const { return mostradas; }
-    // Of what is shown.
-    const programa::Medida &Suma() const { return suma; }
     // The place of the row, and of its service.
     int Fila(int visible) const { return mostradas.at(visible); }
     int ServicioEn(int visible) const { return programado->filas.at(mostradas.at(visible)).servicio; }
@@ -65,5 +63,4 @@ private:
     int columnaDeOrden = Programada;
     Qt::SortOrder sentido = Qt::AscendingOrder;
     QList<int> mostradas;
-    programa::Medida suma;
 };

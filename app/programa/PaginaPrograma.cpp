@@ -225,6 +225,11 @@ void PaginaPrograma::Mostrar()
     Avisar();
     for (QWidget *cosa : std::as_const(conPrograma))
         cosa->setEnabled(programado != nullptr);
+    programa::Carga carga;
+    if (programado) {
+        ano = programa::Total(*programado, medido->medidas);
+        carga = programa::CalcularCarga(*programado, medido->lineas);
+    }
     const QString mes = cboMes->currentText();
     const QVariant oficio = cboOficio->currentData();
     {
@@ -237,7 +242,7 @@ void PaginaPrograma::Mostrar()
         if (programado) {
             for (int i = 0; i < programado->meses.Cuantos(); ++i)
                 cboMes->addItem(programado->meses.Nombre(i), i);
-            for (const programa::Serie &serie : programa::CalcularCarga(*programado, medido->lineas).oficios)
+            for (const programa::Serie &serie : std::as_const(carga.oficios))
                 cboOficio->addItem(medido->lineas.productos.at(serie.producto).descripcion, serie.producto);
         }
         cboMes->setCurrentIndex(std::max(0, cboMes->findText(mes)));
@@ -247,9 +252,9 @@ void PaginaPrograma::Mostrar()
         tabla.porPoner = true;
     if (programado) {
         modelo->Poner(medido.get(), programado.get());
-        grafica->Poner(*medido, *programado);
+        grafica->Poner(*medido, *programado, std::move(carga));
         queSi->Poner(medido.get(), programado.get());
-        lblLargoPlazo->setText(TextoDeLargoPlazo(*medido, *programado));
+        lblLargoPlazo->setText(TextoDeLargoPlazo(*medido, *programado, ano));
         if (!columnas)
             DisponerColumnas();
     }
@@ -294,8 +299,11 @@ void PaginaPrograma::Sumar()
         lblCuenta->clear();
         return;
     }
-    totales->Llenar({fila("Lo que se muestra", modelo->Mostradas().size(), modelo->Suma()),
-                     fila("Todo el año", programado->filas.size(), programa::Total(*programado, medido->medidas))});
+    totales->Llenar({fila("Lo que se muestra", modelo->Mostradas().size(),
+                          modelo->Mostradas().size() == programado->filas.size()
+                              ? ano
+                              : programa::Total(*programado, modelo->Mostradas(), medido->medidas)),
+                     fila("Todo el año", programado->filas.size(), ano)});
     QString cuenta = Cuantos(modelo->Mostradas().size(), "fecha", "fechas");
     if (modelo->Mostradas().size() < programado->filas.size())
         cuenta += " de " + Cuantos(programado->filas.size(), "", "").trimmed();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Ajustes.h"
+#include "app/programa/Medidas.h"
 #include "app/programa/Reportes.h"
 #include "app/reportes/Hoja.h"
 
@@ -102,7 +103,8 @@ private:
     bool guardados = false; // the data are the database's
     bool puede = false;
     std::unique_ptr<programa::Programa> programado;
-    QString fallo; // why there is no programme
+    programa::Medida ano; // what it comes to
+    QString fallo;        // why there is no programme
     QTime leida;
     bool alDia = false;
 

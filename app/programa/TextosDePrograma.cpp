@@ -52,9 +52,9 @@ QString TextoDeDatos(const programa::Programa &programa)
     return partes.join(" · ");
 }
 
-QString TextoDeLargoPlazo(const programa::PlanMedido &medido, const programa::Programa &programa)
+QString TextoDeLargoPlazo(const programa::PlanMedido &medido, const programa::Programa &programa,
+                          const programa::Medida &ano)
 {
-    const programa::Medida ano = programa::Total(programa, medido.medidas);
     const programa::Medida largo = programa::ALargoPlazo(programa, medido.medidas);
     return "Este año: costo " + Pesos(ano.costo) + ", con los costos de hoy " + Pesos(ano.costoHoy) + ", precio "
            + Pesos(ano.precio) + ". A largo plazo, por año: costo " + Pesos(largo.costo) + ", con los costos de hoy "

@@ -7,7 +7,8 @@
 // "Del 2027-01-01 al 2027-12-31 (día cero 2026-12-31, todo recién hecho) · 3 equipos · 8 HR/día …"
 QString TextoDeDatos(const programa::Programa &programa);
 // The year's own figures beside those of the long run.
-QString TextoDeLargoPlazo(const programa::PlanMedido &medido, const programa::Programa &programa);
+QString TextoDeLargoPlazo(const programa::PlanMedido &medido, const programa::Programa &programa,
+                          const programa::Medida &ano);
 // What joining stops that are so many days apart would save.
 QString TextoDeAhorro(const programa::PlanMedido &medido, const programa::Programa &programa, int dias);
 
