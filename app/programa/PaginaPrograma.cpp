@@ -29,6 +29,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTreeView>
 #include <algorithm>
@@ -40,6 +41,7 @@ const QString ListaDeFechas = "Programa";
 constexpr int AnchoDeRuta = 230;
 constexpr int AnchoDeServicio = 160;
 constexpr int AnchoDeMotivo = 220;
+constexpr int LetrasDeBusqueda = 18; // of its box at least, where there is little room
 
 using ClaseEnTabla = qvx::ColumnaDeTabla::Clase;
 
@@ -77,6 +79,7 @@ PaginaPrograma::PaginaPrograma(const QString &base_, QWidget *padre)
     setObjectName("PaginaPrograma");
     fichas->setObjectName("tabPrograma");
     fichas->setDocumentMode(true);
+    fichas->tabBar()->setDrawBase(false); // a white line, on a dark desktop too
     fichas->addTab(FichaDeFechas(), "Fechas");
     fichas->addTab(FichaDeCarga(), "Carga");
     fichas->addTab(AgregarTabla("lvRefacciones", "Refacciones por mes",
@@ -115,6 +118,7 @@ QWidget *PaginaPrograma::Arriba()
     txtBuscar->setAccessibleName("Buscar en el programa");
     txtBuscar->setPlaceholderText("Buscar: parte, folio, servicio, prioridad, motivo");
     txtBuscar->setClearButtonEnabled(true);
+    txtBuscar->setMinimumWidth(txtBuscar->fontMetrics().averageCharWidth() * LetrasDeBusqueda);
     txtBuscar->installEventFilter(this);
     cboMes->setObjectName("cboMesDelPrograma");
     cboMes->setAccessibleName("Mes");

@@ -83,7 +83,8 @@ QToolButton:pressed { background-color: @pulsado; }
 QToolButton:focus { border-color: @acento; }
 
 QPushButton { background-color: @superficie; color: @texto; border: 1px solid @borde; border-radius: 4px;
-              padding: 5px 16px; min-width: 4.5em; }
+              padding: 5px 16px; }
+QDialogButtonBox QPushButton { min-width: 4.5em; } /* elsewhere a row without room would cut the words down to it */
 QPushButton:default { border-color: @acento; }
 QPushButton:hover { background-color: @roce; }
 QPushButton:pressed { background-color: @pulsado; }
@@ -119,7 +120,7 @@ QTabBar::tab:selected:focus { background-color: @pulsado; }
 QTextEdit { background-color: @superficie; color: @texto; border: 1px solid @borde; border-radius: 4px;
             selection-background-color: @acento; selection-color: @sobreAcento; }
 
-QScrollBar { background-color: @fondo; border: none; }
+QScrollBar, QAbstractScrollArea::corner { background-color: @fondo; border: none; }
 QScrollBar:vertical { width: 13px; }
 QScrollBar:horizontal { height: 13px; }
 QScrollBar::handle { background-color: @borde; border-radius: 4px; margin: 2px; }
