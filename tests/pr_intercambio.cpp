@@ -159,6 +159,7 @@ void PrIntercambio::revisado()
     };
     probar(conAtributos(65), "Renglón 3, Parte: lleva más de 64 atributos");
     probar(conAtributos(80000), "Un elemento ocupa más de 256 KB");
+    probar(conAtributos(64).repeated(61600), "El documento tiene más de 4 millones de elementos y atributos");
 
     // No file of the planner's is at a stranger's disposal.
     Poner(escenario->Ruta("secreto"), "<Parte/>");

@@ -24,6 +24,8 @@ namespace
 constexpr int NivelesAlEscribir = 250;
 // The parser compares each attribute of an element with the others. No element of ours has ten.
 constexpr int MaximoAtributos = 64;
+// Elements and attributes, each of which the parser keeps apart: a whole plan of the size that is read has fewer.
+constexpr qint64 MaximoCosas = 4'000'000;
 // From one start of an element to the next: the longest text that a box takes, all of it escaped, and some more. What
 // the parser has compared before it tells of an element is in there.
 constexpr qint64 MaximoElemento = 256LL * 1024;
@@ -78,6 +80,7 @@ struct Lectura {
     QFile archivo;
     qint64 leidos = 0;
     qint64 alElemento = 0; // of these, when the last element began
+    qint64 cosas = 0;      // elements and attributes
     bool conTipo = false;  // the document has a document type
     ErrorXml falla;
 };
@@ -111,9 +114,15 @@ void AlEmpezarElemento(void *contexto, const xmlChar *nombre, const xmlChar *pre
     lectura.alElemento = lectura.leidos;
     if (!lectura.falla.motivo.isEmpty()) // what was read until then is told all the same
         return;
-    if (cuantosEspacios + cuantosAtributos > MaximoAtributos) {
+    const int atributosDeEste = cuantosEspacios + cuantosAtributos;
+    lectura.cosas += 1 + atributosDeEste;
+    if (atributosDeEste > MaximoAtributos)
         lectura.falla = {static_cast<int>(xmlSAX2GetLineNumber(lector)), Texto(nombre),
                          QString("lleva más de %1 atributos").arg(MaximoAtributos)};
+    else if (lectura.cosas > MaximoCosas)
+        lectura.falla.motivo =
+            QString("El documento tiene más de %1 millones de elementos y atributos").arg(MaximoCosas / 1'000'000);
+    if (!lectura.falla.motivo.isEmpty()) {
         xmlStopParser(lector);
         return;
     }
