@@ -4,6 +4,7 @@
 #include "data/BaseAbierta.h"
 #include "data/ErrorEjecucion.h"
 #include "data/Lexico.h"
+#include "data/Numeracion.h"
 #include "data/Texto.h"
 
 #include <QLoggingCategory>
@@ -31,6 +32,8 @@ Conexion::Conexion(const QSqlDatabase &base_, std::unique_ptr<Dialecto> dialecto
         traza.emplace(archivoTraza);
     if (!qEnvironmentVariableIsSet("QVX_SIN_ADELANTO"))
         adelanto = std::make_unique<Adelanto>();
+    if (adelanto && dialecto->EstaLejos())
+        numeracion = std::make_unique<Numeracion>();
 }
 
 Conexion::~Conexion()
@@ -78,28 +81,23 @@ Recordset Conexion::Correr(const QString &sql, const std::function<Sentencia()> 
                 Reservar(SinBlancosAlFinal(sentencia.valores.value(lugar).toString()));
         if (preparada->conocida.cambio != 0)
             Registrar(preparada->conocida, sentencia);
-        const bool adelanta = PuedeAdelantar(*preparada);
-        if (adelanta)
-            if (const auto filas = adelanto->Responder(*preparada->familia, sentencia.valores,
-                                                       [&](const QString &texto, const QVariantList &valores) {
-                                                           return LeerFamilia(texto, valores, sql);
-                                                       }))
-                return Dar(*filas, sql);
-        if (adelanto && !sentencia.lectura) {
-            const QString tabla = TablaQueCambia(sentencia.forma);
-            adelanto->Olvidar(tabla);
-            cambiadas.insert(tabla);
-        }
+        if (const auto filas = Saber(*preparada, sentencia, sql))
+            return Dar(*filas, sql);
+        OlvidarLoCambiado(*preparada, sentencia);
+        if (Aplazar(*preparada, sentencia, sql))
+            return UnRenglon();
+        Asentar();
         for (int i = 0; i < sentencia.valores.size(); ++i)
             preparada->consulta.bindValue(i, sentencia.valores.at(i));
         if (!preparada->consulta.exec())
             Rechazar(preparada->consulta.lastError(), sql, estado == Estado::Libre && !sentencia.lectura);
         const Recordset resultado = Leer(*preparada, sql);
-        if (adelanta)
-            adelanto->Anotar(*preparada->familia, sentencia.valores, resultado);
+        AlContestar(*preparada, sentencia, resultado);
         TerminarSola();
         return resultado;
     } catch (const ErrorEjecucion &error) {
+        if (estado == Estado::Condenada) // by one that went before, which is told
+            throw;
         Anotar("!", sql + "  <" + error.Descripcion() + ">");
         CerrarLectura();
         if (sola) {
@@ -107,12 +105,17 @@ Recordset Conexion::Correr(const QString &sql, const std::function<Sentencia()> 
             sola = false;
             estado = Estado::Libre;
         } else if (estado == Estado::Abierta) {
-            Deshacer();
-            estado = Estado::Condenada;
-            motivoCondena = error.Descripcion();
+            Condenar(error);
         }
         throw;
     }
+}
+
+void Conexion::Condenar(const ErrorEjecucion &error)
+{
+    Deshacer();
+    estado = Estado::Condenada;
+    motivoCondena = error.Descripcion();
 }
 
 void Conexion::EmpezarSola()
@@ -160,9 +163,10 @@ void Conexion::Cerrar()
 // Kept prepared: on a server each one is one crossing of the network.
 void Conexion::EjecutarOrden(const SentenciaConValores &orden)
 {
+    Asentar();
     auto &preparada = preparadas[QLatin1Char('*') + orden.texto];
     if (!preparada) {
-        preparada = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, {}, nullptr});
+        preparada = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, {}, nullptr, nullptr});
         if (!preparada->consulta.prepare(orden.texto)) {
             const QSqlError error = preparada->consulta.lastError();
             preparadas.remove(QLatin1Char('*') + orden.texto);
@@ -237,6 +241,7 @@ void Conexion::Reservar(const QString &clave)
 {
     if (reservadas.contains(clave))
         return;
+    Asentar();
     const Reserva &reserva = *reglas->ComoReservar();
     if (!Preguntar(reserva.intento, clave).toBool()) {
         const QString ocupante = Preguntar(reserva.ocupante, clave).toString();
@@ -265,6 +270,7 @@ QVariant Conexion::Preguntar(const QString &orden, const QString &clave)
 // A text that is no statement never runs; the engine is only asked what is wrong with it.
 void Conexion::MostrarAlMotor(const QString &sql)
 {
+    Asentar();
     const QSqlError error = dialecto->Examinar(base, sql);
     if (error.isValid())
         Rechazar(error, sql);
@@ -337,6 +343,7 @@ void Conexion::CommitTrans()
         throw ErrorEjecucion(errores::Datos, "La transacción falló y debe deshacerse: " + motivoCondena);
     if (porComenzar)
         Comenzar();
+    Asentar();
     try {
         // The engine would answer the commit of a transaction that it has taken back with a rollback.
         if (!dialecto->SigueEnTransaccion(base))
@@ -346,9 +353,7 @@ void Conexion::CommitTrans()
         OlvidarLoLeido();
         estado = Estado::Libre;
     } catch (const ErrorEjecucion &error) {
-        Deshacer();
-        estado = Estado::Condenada;
-        motivoCondena = error.Descripcion();
+        Condenar(error);
         throw;
     }
 }
@@ -366,6 +371,10 @@ void Conexion::CerrarAbandonada()
 // Of a transaction that the engine would not begin there is nothing to take back, and nothing to tell.
 void Conexion::Retirar(const QString &nota)
 {
+    try {
+        Asentar();
+    } catch (const ErrorEjecucion &) { // all is taken back, and that one is in the trace
+    }
     const bool sinComenzar = porComenzar;
     const bool nunca = estado == Estado::Condenada && sinComenzar;
     if (estado == Estado::Abierta && sinComenzar)
@@ -441,7 +450,9 @@ void Conexion::Rechazar(const QSqlError &error, const QString &sql, bool desenla
 
 void Conexion::Anotar(const QString &marca, const QString &sql)
 {
-    if (traza)
+    if (!porSaber.empty())
+        porSaber.push_back({marca, sql});
+    else if (traza)
         traza->Anotar(marca, sql);
 }
 

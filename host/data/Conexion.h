@@ -7,17 +7,23 @@
 #include "data/Traza.h"
 #include "system/Exporta.h"
 
+#include <QDateTime>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QSet>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <deque>
 #include <functional>
 #include <memory>
 
 namespace qvx
 {
 class Adelanto;
+class ErrorEjecucion;
+class Numeracion;
 struct Familia;
+struct PreguntaDeNumero;
 } // namespace qvx
 
 namespace QVX_EXPORTA qvx
@@ -56,6 +62,10 @@ public:
     void CommitTrans();
     // Without a transaction it does nothing.
     void RollbackTrans();
+    // Some changes of a transaction go to a far engine one behind the other, and none is waited for. Waits for them
+    // here, and raises the first one's error. All that tells something does so first: the commit, a query that the
+    // engine answers, a message, and an error of another statement or of the program's.
+    void Asentar();
 
     // The text of the engine's last error as messages show it, and what it means to the person, "" when that is not
     // known.
@@ -87,6 +97,12 @@ private:
         std::shared_ptr<const QStringList> campos;
         Conocida conocida;
         std::shared_ptr<const Familia> familia;
+        std::shared_ptr<const PreguntaDeNumero> pregunta;
+    };
+    // A line of the trace that waits behind a change whose answer is not here.
+    struct PorSaber {
+        QString marca; // "" of the change itself
+        QString sql;
     };
 
     Recordset Correr(const QString &sql, const std::function<Sentencia()> &analizar);
@@ -95,6 +111,15 @@ private:
     Recordset Tomar(Preparada &preparada, const QString &sql);
     Recordset Dar(const Recordset &filas, const QString &sql);
     bool PuedeAdelantar(const Preparada &preparada) const;
+    std::optional<Recordset> Saber(const Preparada &preparada, const Sentencia &sentencia, const QString &sql);
+    bool PuedeContar() const;
+    std::optional<Recordset> HoraSabida() const;
+    void AnotarHora(const Recordset &respuesta);
+    void OlvidarLoCambiado(const Preparada &preparada, const Sentencia &sentencia);
+    void AlContestar(const Preparada &preparada, const Sentencia &sentencia, const Recordset &respuesta);
+    static Recordset UnRenglon();
+    void AnotarContestadas(const QList<int> &afectadas);
+    bool Aplazar(const Preparada &preparada, const Sentencia &sentencia, const QString &sql);
     Recordset LeerFamilia(const QString &texto, const QVariantList &valores, const QString &sql);
     void OlvidarLoLeido();
     void EmpezarSola();
@@ -112,6 +137,7 @@ private:
     bool PuedeEsperar(const QString &sql) const;
     void Comenzar();
     void AnotarComienzo();
+    void Condenar(const ErrorEjecucion &error);
     void Deshacer();
     void Retirar(const QString &nota);
     void AsegurarAbierta();
@@ -138,6 +164,11 @@ private:
     std::function<void()> antesDeEscribir;
     std::unique_ptr<Adelanto> adelanto; // none where it is switched off
     QSet<QString> cambiadas;            // tables that the transaction has changed
+    std::unique_ptr<Numeracion> numeracion; // likewise
+    Recordset hora;                         // the engine's, when it was asked last
+    QDateTime horaPropia;                   // and this machine's
+    QElapsedTimer desdeLaHora;
+    std::deque<PorSaber> porSaber; // empty where nothing is waited for
 };
 
 } // namespace qvx

@@ -3,6 +3,7 @@
 #include "data/Adelanto.h"
 #include "data/Conexion.h"
 #include "data/Lexico.h"
+#include "data/Numeracion.h"
 
 #include <QSqlError>
 #include <QSqlRecord>
@@ -29,9 +30,11 @@ std::shared_ptr<Conexion::Preparada> Conexion::Preparar(const Sentencia &sentenc
         MostrarAlMotor(sql);
     if (preparadas.size() >= MaximoPreparadas)
         preparadas.clear();
-    auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, conocida, nullptr});
+    auto nueva = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, conocida, nullptr, nullptr});
     if (const auto familia = FamiliaDe(sentencia.forma, conocida.iguales, *reglas))
         nueva->familia = std::make_shared<const Familia>(*familia);
+    if (auto pregunta = PreguntaDeNumeroDe(sentencia.forma, conocida.iguales, *reglas))
+        nueva->pregunta = std::make_shared<const PreguntaDeNumero>(*std::move(pregunta));
     nueva->consulta.setForwardOnly(true);
     if (!nueva->consulta.prepare(dialecto->Reescribir(nueva->familia ? nueva->familia->forma : sentencia.forma)))
         Rechazar(nueva->consulta.lastError(), sql);
@@ -101,11 +104,76 @@ bool Conexion::PuedeAdelantar(const Preparada &preparada) const
            && !cambiadas.contains(QString());
 }
 
+// What is known already of what a query asks for.
+std::optional<Recordset> Conexion::Saber(const Preparada &preparada, const Sentencia &sentencia, const QString &sql)
+{
+    const auto leer = [&](const QString &texto, const QVariantList &valores) {
+        return LeerFamilia(texto, valores, sql);
+    };
+    if (PuedeAdelantar(preparada))
+        return adelanto->Responder(*preparada.familia, sentencia.valores, leer);
+    if (preparada.pregunta && PuedeContar())
+        return numeracion->Responder(*preparada.pregunta, sentencia.valores, leer);
+    return preparada.conocida.hora && adelanto ? HoraSabida() : std::nullopt;
+}
+
+// The numbers of what a transaction keeps to itself are nobody else's.
+bool Conexion::PuedeContar() const
+{
+    return numeracion && estado == Estado::Abierta && !sola && !reservadas.isEmpty();
+}
+
+// What the engine answered, and what it changed.
+void Conexion::AlContestar(const Preparada &preparada, const Sentencia &sentencia, const Recordset &respuesta)
+{
+    if (PuedeAdelantar(preparada))
+        adelanto->Anotar(*preparada.familia, sentencia.valores, respuesta);
+    else if (preparada.pregunta && PuedeContar())
+        numeracion->Anotar(*preparada.pregunta, sentencia.valores, respuesta);
+    else if (preparada.conocida.hora)
+        AnotarHora(respuesta);
+}
+
+void Conexion::OlvidarLoCambiado(const Preparada &preparada, const Sentencia &sentencia)
+{
+    if (!adelanto || sentencia.lectura)
+        return;
+    const QString tabla = TablaQueCambia(sentencia.forma);
+    adelanto->Olvidar(tabla);
+    cambiadas.insert(tabla);
+    if (numeracion)
+        numeracion->AlCambiar(sentencia.forma, sentencia.valores, preparada.conocida.renglon);
+}
+
+void Conexion::AnotarHora(const Recordset &respuesta)
+{
+    hora = respuesta;
+    horaPropia = QDateTime::currentDateTimeUtc();
+    desdeLaHora.start();
+}
+
+// The engine's clock goes on as this machine's does, whose two clocks must agree: it may have slept, or been set.
+std::optional<Recordset> Conexion::HoraSabida() const
+{
+    constexpr qint64 Vigencia = 60000;
+    constexpr qint64 Holgura = 500;
+    constexpr qint64 Mil = 1000;
+    const qint64 pasados = desdeLaHora.isValid() ? desdeLaHora.elapsed() : Vigencia;
+    if (pasados >= Vigencia || hora.Columnas() != 1
+        || qAbs(horaPropia.msecsTo(QDateTime::currentDateTimeUtc()) - pasados) > Holgura)
+        return std::nullopt;
+    Recordset ahora = hora;
+    ahora.valores = std::make_shared<const std::vector<QVariant>>(
+        1, QVariant(hora.Valor(0).toDateTime().addSecs(pasados / Mil)));
+    return ahora;
+}
+
 Recordset Conexion::LeerFamilia(const QString &texto, const QVariantList &valores, const QString &sql)
 {
+    Asentar();
     auto &preparada = preparadas[QLatin1Char('+') + texto];
     if (!preparada) {
-        preparada = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, {}, nullptr});
+        preparada = std::make_shared<Preparada>(Preparada{QSqlQuery(base), nullptr, {}, nullptr, nullptr});
         preparada->consulta.setForwardOnly(true);
         if (!preparada->consulta.prepare(dialecto->Reescribir(texto))) {
             const QSqlError error = preparada->consulta.lastError();
@@ -124,6 +192,8 @@ void Conexion::OlvidarLoLeido()
 {
     if (adelanto)
         adelanto->Olvidar();
+    if (numeracion)
+        numeracion->Olvidar();
     cambiadas.clear();
 }
 

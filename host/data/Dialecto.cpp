@@ -122,6 +122,16 @@ QSqlError Dialecto::Examinar(QSqlDatabase &base, const QString &sql) const
     return consulta.prepare(sql) ? QSqlError() : consulta.lastError();
 }
 
+bool Dialecto::Aplazar(const QSqlQuery & /*preparada*/, const QVariantList & /*valores*/, QList<int> & /*afectadas*/) const
+{
+    return false;
+}
+
+QSqlError Dialecto::Asentar(const QSqlDatabase & /*base*/, QList<int> & /*afectadas*/) const
+{
+    return {};
+}
+
 QStringList Dialecto::Funciones() const
 {
     return {"MAX", "MIN", "COUNT", "SUM", "COALESCE", "NULLIF", "CAST", "UPPER", "LOWER", "TRIM", "RTRIM", "ROUND"};

@@ -5,10 +5,12 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 #include <memory>
 
 class QSqlDatabase;
 class QSqlError;
+class QSqlQuery;
 
 namespace QVX_EXPORTA qvx
 {
@@ -40,6 +42,12 @@ public:
     virtual QStringList Funciones() const;
     // Whether asking once more may take longer than reading a whole catalogue.
     virtual bool EstaLejos() const { return false; }
+    // Sends a change that was run before, with other values, and waits for no answer; false when it has to be run.
+    // afectadas: gains the rows that were changed by those whose answers have come since, in their order.
+    virtual bool Aplazar(const QSqlQuery &preparada, const QVariantList &valores, QList<int> &afectadas) const;
+    // Waits for the answers to all that were sent so, and gives the first failure, or an error without a type.
+    // afectadas: likewise, up to that failure.
+    virtual QSqlError Asentar(const QSqlDatabase &base, QList<int> &afectadas) const;
     // Whether an error of the engine's is that a wait ran out.
     virtual bool SeAgotoLaEspera(const QString & /*codigo*/) const { return false; }
 };

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <exception>
+#include <functional>
 
 namespace QVX_EXPORTA qvx
 {
@@ -37,6 +38,10 @@ public:
     const QString &Aclaracion() const { return aclaracion; }
     ErrorEjecucion Aclarado(const QString &que) const;
     const char *what() const noexcept override;
+
+    // What is run before the next error is made on this thread, once: an error of something that was done before and is
+    // not known yet takes the place of that one. Nothing for an empty one; quien: whose it is.
+    static void Antes(const void *quien, std::function<void()> averiguar);
 
 private:
     int numero;

@@ -12,6 +12,7 @@
 namespace qvx
 {
 class Adelanto;
+class Numeracion;
 }
 
 namespace QVX_EXPORTA qvx
@@ -42,6 +43,7 @@ public:
 private:
     friend class Conexion;
     friend class Adelanto;
+    friend class Numeracion;
     int Columna(QAnyStringView campo) const;
 
     std::shared_ptr<const QStringList> campos;

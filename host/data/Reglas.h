@@ -3,6 +3,7 @@
 #include "data/Recordset.h"
 #include "system/Exporta.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -21,6 +22,8 @@ struct Conocida {
     QList<int> reservas; // where keys stand of what a transaction keeps to itself until it ends
     int cambio = 0;      // what it changes of that which a history is kept of, by the owner's count; 0 for nothing
     QList<int> claves;   // where the keys stand that the history names the change by
+    bool renglon = false; // adds one row of values
+    bool hora = false;    // asks for nothing but the engine's time
 };
 
 // A statement of the owner's own, and its values.
@@ -34,6 +37,8 @@ struct TablaConocida {
     QStringList llave;     // no two rows are equal in these columns
     QStringList claves;    // columns of texts that compare without trailing blanks
     QStringList textos;    // and of those that are equal to the letter
+    // Columns of numbers that the engine makes of these columns of texts, of all their digits.
+    QHash<QString, QString> numeros;
     bool catalogo = false; // a few rows, of no key that a transaction keeps to itself
     bool fija = false;     // and the same ones as long as a session lasts
 };
@@ -70,6 +75,10 @@ public:
     virtual void AlCambiar(const Conocida &conocida, const Sentencia &sentencia) = 0;
     virtual QList<SentenciaConValores> Apertura() const = 0;
     virtual QList<SentenciaConValores> Cierre() const = 0;
+
+    // Whether whoever gives the transaction its changes answers for all of them in one place: then this one need not be
+    // waited for before the next.
+    virtual bool PuedeAplazar(const Conocida & /*conocida*/) const { return false; }
 
     // Nothing of one whose rows are only read as they are asked for. nombre: in any letter case.
     virtual std::optional<TablaConocida> Tabla(const QString & /*nombre*/) const { return std::nullopt; }

@@ -190,7 +190,7 @@ QString OperadorDelServidor(Conexion &conexion)
 
 QDateTime HoraDelServidor(Conexion &conexion)
 {
-    const auto hora = conexion.Execute("SELECT CAST(clock_timestamp() AS timestamp(0)) AS Hora");
+    const auto hora = conexion.Execute(PreguntaDeHora);
     return QDateTime::fromString(hora["Hora"], Qt::ISODate);
 }
 

@@ -35,7 +35,8 @@ CambioDeEsquema ActualizarEsquema(const Servidor &servidor);
 
 // The user of the database, who signs the changes.
 QString OperadorDelServidor(Conexion &conexion);
-// The server's clock: planners' own may differ.
+// The server's clock: planners' own may differ. The statement asks for nothing else.
+inline const QString PreguntaDeHora = "SELECT CAST(clock_timestamp() AS timestamp(0)) AS Hora";
 QDateTime HoraDelServidor(Conexion &conexion);
 
 } // namespace qvx

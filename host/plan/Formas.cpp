@@ -4,6 +4,7 @@
 #include "data/ErrorEjecucion.h"
 #include "data/Lexico.h"
 #include "data/Texto.h"
+#include "plan/EsquemaServidor.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -61,14 +62,17 @@ Conocida Formas::Conocer(const QString &forma, const QStringList &funciones) con
         forma.startsWith("SELECT") ? SoloLlamaA(forma, funciones + FuncionesPropias) : CambioPermitido(forma);
     // What a function of the database's own reads is not seen here.
     conocida.ajena = forma.startsWith("SELECT") && SoloLlamaA(forma, funciones) && !NombraElPlan(forma);
+    conocida.hora = forma == PreguntaDeHora;
     conocida.iguales = TiposIgualados(forma);
     conocida.cambio = OperacionEnCurso::Cambio(forma);
     conocida.claves = OperacionEnCurso::Claves(forma, conocida.cambio);
     if (conocida.ajena)
         return conocida;
     conocida.reservas = conocida.iguales;
-    if (const int lugar = LiteralDelAlta(forma, "Te_Cve_Tipo_Equipo"); lugar >= 0)
+    if (const int lugar = LiteralDelAlta(forma, "Te_Cve_Tipo_Equipo"); lugar >= 0) {
         conocida.reservas.append(lugar);
+        conocida.renglon = conocida.permitida;
+    }
     return conocida;
 }
 
@@ -76,17 +80,28 @@ Conocida Formas::Conocer(const QString &forma, const QStringList &funciones) con
 std::optional<TablaConocida> Formas::Tabla(const QString &nombre) const
 {
     const auto catalogo = [](const char *clave, const QStringList &otras = {}) {
-        return TablaConocida{{clave}, QStringList{clave, "Es_Cve_Estado"} + otras, {}, true, false};
+        return TablaConocida{{clave}, QStringList{clave, "Es_Cve_Estado"} + otras, {}, {}, true, false};
     };
     static const QHash<QString, TablaConocida> tablas{
         {"tipo_equipo_parte",
-         {{"Te_Cve_Tipo_Equipo", "Tep_ID"}, {"Te_Cve_Tipo_Equipo", "Tep_ID", "Tep_Padre"}, {}, false, false}},
+         {{"Te_Cve_Tipo_Equipo", "Tep_ID"},
+          {"Te_Cve_Tipo_Equipo", "Tep_ID", "Tep_Padre"},
+          {},
+          {{"Tep_Numero", "Tep_ID"}},
+          false,
+          false}},
         {"plan_mantenimiento",
-         {{"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID"}, {"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID"}, {}, false, false}},
+         {{"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID"},
+          {"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID"},
+          {},
+          {{"Pm_Numero", "Pm_ID"}},
+          false,
+          false}},
         {"plan_mantenimiento_detalle",
          {{"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID", "Pmd_ID"},
           {"Te_Cve_Tipo_Equipo", "Tep_ID", "Pm_ID", "Pmd_ID"},
           {},
+          {{"Pmd_Numero", "Pmd_ID"}},
           false,
           false}},
         {"producto", catalogo("Pr_Cve_Producto", {"Pr_Clase"})},
@@ -95,8 +110,8 @@ std::optional<TablaConocida> Formas::Tabla(const QString &nombre) const
         {"tipo_servicio", catalogo("Ts_Cve_Tipo_Servicio")},
         {"prioridad_servicio", catalogo("Ps_Cve_Prioridad")},
         {"unidad", catalogo("Un_Cve_Unidad")},
-        {"consulta", {{"Co_Nombre"}, {}, {"Co_Nombre"}, true, false}},
-        {"formato_clave", {{"Fc_Codigo"}, {}, {"Fc_Codigo"}, true, true}},
+        {"consulta", {{"Co_Nombre"}, {}, {"Co_Nombre"}, {}, true, false}},
+        {"formato_clave", {{"Fc_Codigo"}, {}, {"Fc_Codigo"}, {}, true, true}},
     };
     const auto tabla = tablas.constFind(nombre.toLower());
     return tabla == tablas.constEnd() ? std::nullopt : std::optional(*tabla);

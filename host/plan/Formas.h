@@ -24,6 +24,8 @@ public:
     Conocida Conocer(const QString &forma, const QStringList &funciones) const override;
     // No row is given to another equipment type: a change that names two of them was not composed by a screen.
     void RevisarIguales(const Conocida &conocida, const Sentencia &sentencia, const QString &texto) const override;
+    // The rows of a document that takes a plan's place.
+    bool PuedeAplazar(const Conocida &conocida) const override { return conocida.renglon && enCurso.Vaciado(); }
     std::optional<TablaConocida> Tabla(const QString &nombre) const override;
     void AlLeer(const Recordset &filas) override { leidas.Anotar(filas); }
     QString Ocupado(const QString &usuario, const QString &clave) const override;

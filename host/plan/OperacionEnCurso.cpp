@@ -134,6 +134,11 @@ void OperacionEnCurso::Anotar(const Conocida &conocida, const Sentencia &sentenc
     cambios.insert(conocida.cambio, claves);
 }
 
+bool OperacionEnCurso::Vaciado() const
+{
+    return cambios.contains(cambio::Vaciado);
+}
+
 OperacionEnCurso::Nombre OperacionEnCurso::Deducido() const
 {
     QList<int> hechos = cambios.keys();

@@ -35,6 +35,8 @@ public:
     // deshechas: the operations that it takes back.
     void Nombrar(const QString &clase, const QString &detalle, const QList<qint64> &deshechas);
     void Anotar(const Conocida &conocida, const Sentencia &sentencia);
+    // Whether the transaction has emptied a plan.
+    bool Vaciado() const;
 
     // What is run before the first change, and before the commit.
     QList<SentenciaConValores> Apertura() const;

@@ -3,11 +3,13 @@
 #include "servidor/DialectoPostgres.h"
 
 #include "servidor/Controlador.h"
+#include "servidor/Resultado.h"
 
 #include <QHash>
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlError>
+#include <QSqlQuery>
 #include <poll.h>
 
 namespace qvx
@@ -103,6 +105,17 @@ public:
     }
 
     bool EstaLejos() const override { return true; }
+
+    bool Aplazar(const QSqlQuery &preparada, const QVariantList &valores, QList<int> &afectadas) const override
+    {
+        return static_cast<const ResultadoPq *>(preparada.result())->Aplazar(valores, afectadas);
+    }
+
+    QSqlError Asentar(const QSqlDatabase &base, QList<int> &afectadas) const override
+    {
+        Enlace &enlace = EnlaceDe(base);
+        return enlace.Asentar(afectadas) ? QSqlError() : ErrorDe(enlace, QSqlError::StatementError);
+    }
 
     bool SeAgotoLaEspera(const QString &codigo) const override { return codigo == NoSeDio; }
 };

@@ -72,6 +72,8 @@ void Enlace::PonerOpciones(const Servidor::Opciones &todas)
 bool Enlace::Abrir(const QString &deSesion)
 {
     Cerrar();
+    aplazadas = {};
+    contestadas.clear();
     if (!tregua.hasExpired()) {
         fallo = {"El servidor no responde.", CodigoNoResponde};
         return false;
@@ -168,17 +170,33 @@ Respuesta Enlace::Correr(const QByteArray &texto, const QVariantList &valores)
     });
     if (fraccion && !preparadas.contains(texto) && !Volar(texto, {}, false))
         return {nullptr, PQclear};
-    const QList<Oid> tipos = preparadas.value(texto).parametros;
+    const auto textos = Textos(valores, preparadas.value(texto).parametros);
+    return textos ? Volar(texto, *textos, true) : Respuesta(nullptr, PQclear);
+}
+
+std::optional<std::vector<QByteArray>> Enlace::Textos(const QVariantList &valores, const QList<Oid> &tipos)
+{
     std::vector<QByteArray> textos;
     textos.reserve(static_cast<std::size_t>(valores.size()));
     for (qsizetype i = 0; i < valores.size(); ++i) {
         textos.push_back(ComoParametro(valores.at(i), tipos.value(i)));
         if (textos.back().contains('\0')) {
             fallo = {"Un texto contiene un carácter nulo", "22021"};
-            return {nullptr, PQclear};
+            return std::nullopt;
         }
     }
-    return Volar(texto, textos, true);
+    return textos;
+}
+
+bool Enlace::Enviar(const QByteArray &nombre, const std::vector<QByteArray> &valores)
+{
+    std::vector<const char *> lugares;
+    lugares.reserve(valores.size());
+    for (const QByteArray &valor : valores)
+        lugares.push_back(valor.isNull() ? nullptr : valor.constData());
+    return PQsendQueryPrepared(pq, nombre.constData(), static_cast<int>(lugares.size()), lugares.data(), nullptr,
+                               nullptr, 0)
+           == 1;
 }
 
 // All in one crossing of the network: what waited to be sent, the preparing of a text that is new, and its running.
@@ -187,24 +205,15 @@ Respuesta Enlace::Volar(const QByteArray &texto, const std::vector<QByteArray> &
     const QByteArray antes = std::exchange(porEnviar, {});
     const bool nueva = !preparadas.contains(texto);
     Preparada preparada = nueva ? Preparada{"q" + QByteArray::number(++contadas), {}} : preparadas.value(texto);
-    std::vector<const char *> lugares;
-    lugares.reserve(valores.size());
-    for (const QByteArray &valor : valores)
-        lugares.push_back(valor.isNull() ? nullptr : valor.constData());
-    const auto enviarCorrida = [&] {
-        return PQsendQueryPrepared(pq, preparada.nombre.constData(), static_cast<int>(lugares.size()), lugares.data(),
-                                   nullptr, nullptr, 0)
-               == 1;
-    };
     if (!nueva && antes.isEmpty())
-        return Recoger(enviarCorrida());
+        return Recoger(Enviar(preparada.nombre, valores));
     bool enviada = PQenterPipelineMode(pq) == 1;
     if (!antes.isEmpty())
         enviada = enviada && PQsendQueryParams(pq, antes.constData(), 0, nullptr, nullptr, nullptr, nullptr, 0) == 1;
     if (nueva)
         enviada = enviada && PQsendPrepare(pq, preparada.nombre.constData(), texto.constData(), 0, nullptr) == 1
                   && PQsendDescribePrepared(pq, preparada.nombre.constData()) == 1;
-    enviada = enviada && (!correr || enviarCorrida()) && PQpipelineSync(pq) == 1;
+    enviada = enviada && (!correr || Enviar(preparada.nombre, valores)) && PQpipelineSync(pq) == 1;
     if (!enviada) {
         Anotar();
         Cerrar();
@@ -228,12 +237,13 @@ bool Enlace::Examinar(const QByteArray &texto)
     return Recoger(PQsendPrepare(pq, "", texto.constData(), 0, nullptr) == 1) != nullptr;
 }
 
-// Until there is something to take, all the while sending what is still to be sent.
-bool Enlace::Esperar(const QDeadlineTimer &plazo)
+// Until there is something to take, or at least all is sent; all the while sending what is still to be sent, and
+// reading, or the server would stop to read.
+bool Enlace::Esperar(const QDeadlineTimer &plazo, bool respuesta)
 {
     for (;;) {
         const int falta = PQflush(pq);
-        if (falta < 0 || !EstaAbierto() || (falta == 0 && PQisBusy(pq) == 0))
+        if (falta < 0 || !EstaAbierto() || (falta == 0 && (!respuesta || PQisBusy(pq) == 0)))
             return true; // what ended is told by the answer
         pollfd enchufe{PQsocket(pq), static_cast<short>(falta > 0 ? POLLIN | POLLOUT : POLLIN), 0};
         const int listo = poll(&enchufe, 1, static_cast<int>(plazo.remainingTime()));

@@ -10,6 +10,8 @@
 #include <functional>
 #include <libpq-fe.h>
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace qvx
@@ -50,6 +52,12 @@ public:
     // One statement that goes with what comes next, and again if that fails.
     void Anteponer(const QByteArray &sentencia) { porEnviar = sentencia; }
     bool EnTransaccion() const { return PorComenzar() || PQtransactionStatus(pq) == PQTRANS_INTRANS; }
+    // Sends a change and waits for no answer: true when it is on its way, false when it has to be run, since its text is
+    // not prepared yet or one before it has failed. Nothing else is asked for until they are settled. afectadas: gains
+    // the rows that were changed by those whose answers have come, in their order.
+    bool Aplazar(const QByteArray &texto, const QVariantList &valores, QList<int> &afectadas);
+    // Waits until all that were sent so are answered; false for a failure. afectadas: likewise, up to that one.
+    bool Asentar(QList<int> &afectadas);
     // What the server says against a text, which is not run. Gives whether it says nothing.
     bool Examinar(const QByteArray &texto);
 
@@ -61,7 +69,19 @@ private:
         QList<Oid> parametros;
     };
 
-    bool Esperar(const QDeadlineTimer &plazo);
+    // Of the changes that were sent and not waited for.
+    struct Aplazadas {
+        int enCamino = 0;      // without an answer yet
+        qsizetype octetos = 0; // given to the library since it had sent all
+        bool fallida = false;
+    };
+
+    bool Esperar(const QDeadlineTimer &plazo, bool respuesta = true);
+    bool EsperarRespuesta();
+    std::optional<std::vector<QByteArray>> Textos(const QVariantList &valores, const QList<Oid> &tipos);
+    bool Enviar(const QByteArray &nombre, const std::vector<QByteArray> &valores);
+    void Avanzar();
+    void Contestar(const Respuesta &respuesta);
     bool PorComenzar() const { return porEnviar.startsWith("BEGIN"); }
     Respuesta Nada() const;
     void Reponer(const QByteArray &antes);
@@ -78,6 +98,8 @@ private:
     QHash<QByteArray, Preparada> preparadas; // by text
     int contadas = 0;
     QByteArray porEnviar;
+    Aplazadas aplazadas;
+    QList<int> contestadas; // the rows that those changed which are answered
     QDeadlineTimer tregua{0};
     Fallo fallo;
 };

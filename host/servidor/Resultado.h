@@ -13,6 +13,12 @@ class ResultadoPq : public QSqlResult
 public:
     explicit ResultadoPq(const ControladorPq &controlador) : QSqlResult(&controlador) {}
 
+    // Sends it with these values and does not wait; false when it has to be run.
+    bool Aplazar(const QVariantList &valores, QList<int> &afectadas) const
+    {
+        return SuEnlace().Aplazar(preparado, valores, afectadas);
+    }
+
 protected:
     bool prepare(const QString &sql) override;
     bool exec() override;

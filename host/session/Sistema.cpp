@@ -31,6 +31,7 @@ int Sistema::Mensaje(const QString &texto, int estilo, const QString &titulo, WI
                      const QString &identificador) const
 {
     Sesion &sesion = Sesion::Actual();
+    sesion.Conexion().Asentar();
     QString detalles = std::exchange(sesion.detallesPendientes, {});
     if (detalles == texto)
         detalles.clear();
