@@ -1,7 +1,9 @@
+#include "data/ErrorEjecucion.h"
 #include "plan/Cambios.h"
 #include "plan/OperacionEnCurso.h"
 #include "support/Archivos.h"
 #include "support/Escenario.h"
+#include "support/Tabla.h"
 
 // Rows that were read before they are asked for are those that the engine would give, in its order, and no others: a
 // connection that reads ahead beside one that does not.
@@ -16,6 +18,8 @@ private Q_SLOTS:
     void transaccion();
     void versiones();
     void enTrozos();
+    void aplazadas_data();
+    void aplazadas();
 
 private:
     std::unique_ptr<qvx::Conexion> Abrir(const QString &traza) const;
@@ -195,6 +199,87 @@ void PrAdelanto::enTrozos()
                                        {"P3", "6"}})
         todas << Lineas(parte, folio);
     Comparar(todas);
+}
+
+// The rows of a document that takes a plan's place are sent without waiting for each. Numbers, errors, what they stand
+// in the place of, and the trace are as if it had been waited for.
+void PrAdelanto::aplazadas_data()
+{
+    const Tabla<int, QString, QString> fila("repetida", "fin", "error"); // which row fails, and what comes last
+    const QString repetida = motor::Segun("UNIQUE constraint failed", "tipo_equipo_parte_pkey");
+    fila("bien", -1, "confirmar", "");
+    fila("al confirmar", 40, "confirmar", repetida);
+    fila("por otra consulta", 90, "consultar", repetida);
+    fila("antes que un error propio", 7, "fallar", repetida);
+    fila("un error propio", -1, "fallar", "propio");
+    fila("una sentencia que no es", 7, "no es", repetida);
+    fila("se deshace", -1, "deshacer", "");
+}
+
+void PrAdelanto::aplazadas()
+{
+    QFETCH(int, repetida);
+    QFETCH(QString, fin);
+    QFETCH(QString, error);
+    constexpr int Partes = 100;
+    const QString relleno(60000, 'x'); // 6 MB, more than the sockets hold
+    const auto contenido = [&] {
+        return base->Otro()->Filas("SELECT Tep_ID, length(Tep_Descripcion) FROM Tipo_Equipo_Parte ORDER BY "
+                                   "Te_Cve_Tipo_Equipo, Tep_ID");
+    };
+    const QStringList antes = contenido();
+    QStringList dichos;
+    QStringList despues;
+    QString numeros;
+    for (const auto &conexion : {otra.get(), una.get()}) {
+        QString dicho;
+        QString suyos;
+        try {
+            conexion->BeginTrans();
+            for (const char *tabla : {"Plan_Mantenimiento_Detalle", "Plan_Mantenimiento", "Tipo_Equipo_Parte"})
+                conexion->Execute(QString("DELETE FROM %1 WHERE Te_Cve_Tipo_Equipo = '0001' ").arg(tabla));
+            for (int i = 0; i < Partes; ++i) {
+                const QString parte = QString("%1").arg(i == repetida ? i - 1 : i + 10, 4, 10, QLatin1Char('0'));
+                conexion->Execute("INSERT INTO Tipo_Equipo_Parte (Te_Cve_Tipo_Equipo, Tep_ID, Tep_Descripcion, "
+                                  "Tep_Padre) VALUES ('0001', '"
+                                  + (i == repetida ? QString("0010 ") : parte) + "', '" + relleno + "', '0000')");
+                if (i % 8 != 0) // services of parts, some of them without lines, in two numberings
+                    continue;
+                for (const QString &donde : {QString(), QString(" AND Tep_ID = '%1'").arg(parte)})
+                    suyos += Filas(*conexion, "SELECT MAX(Pm_Numero) AS Ultimo FROM Plan_Mantenimiento WHERE "
+                                              "Te_Cve_Tipo_Equipo = '0001'"
+                                                  + donde);
+                conexion->Execute(QString("INSERT INTO Plan_Mantenimiento (Te_Cve_Tipo_Equipo, Tep_ID, Pm_ID, "
+                                          "Ts_Cve_Tipo_Servicio, Pm_Frecuencia) VALUES ('0001 ', '%1', '%2', '01', 1)")
+                                      .arg(parte, i == 48 ? QString("X%1").arg(i) : QString::number(i + 1)));
+            }
+            if (fin == "fallar")
+                throw qvx::ErrorEjecucion(qvx::errores::Desbordamiento, "propio");
+            if (fin == "no es")
+                conexion->Execute("DROP TABLE Producto");
+            if (fin == "consultar")
+                conexion->Execute("SELECT count(*) AS Cuantos FROM Producto");
+            if (fin == "confirmar")
+                conexion->CommitTrans();
+        } catch (const qvx::ErrorEjecucion &fallo) {
+            dicho = fallo.Descripcion() + '|' + fallo.Sentencia();
+        }
+        conexion->RollbackTrans();
+        dichos.append(dicho);
+        if (numeros.isEmpty())
+            numeros = suyos;
+        QVERIFY(suyos.startsWith(numeros)); // one that waits stops earlier
+        despues.append(contenido().join('|'));
+    }
+    QCOMPARE(despues.constLast(), despues.constFirst());
+    QCOMPARE(despues.constLast() == antes.join('|'), !(fin == "confirmar" && repetida < 0));
+    QVERIFY2(error.isEmpty() ? dichos.constFirst().isEmpty() : dichos.constFirst().contains(error),
+             qPrintable(dichos.constFirst().left(500)));
+    QCOMPARE(dichos.constLast(), dichos.constFirst());
+    const auto traza = [&](const QString &cual) { // what is there to be deleted depends on who came first
+        return QString(Contenido(carpeta.filePath(cual))).section("DELETE FROM Tipo_Equipo_Parte", 1);
+    };
+    QCOMPARE(traza("una"), traza("otra"));
 }
 
 PRUEBA(PrAdelanto)

@@ -77,7 +77,7 @@ void PrCruces::comandos()
     QCOMPARE(argumentos.error, "");
     auto *personas = new PersonasDePrueba;
     Escritorio escritorio;
-    Contar("inicio", 8, [&] {
+    Contar("inicio", 9, [&] {
         escritorio.Empezar(argumentos, AbrirBaseConVentana(argumentos), std::unique_ptr<qvx::Interaccion>(personas));
         QVERIFY(QTest::qWaitForWindowActive(escritorio.Ventana()));
         QTRY_VERIFY(En<TreeView>(*escritorio.Ventana(), "tvPartes").Count() > 1);
@@ -106,7 +106,7 @@ void PrCruces::comandos()
     lista.setCurrentItem(filas.constFirst());
     const int antes = intermediario.Cruces();
     EnElDialogo([&](QWidget &editor) {
-        Comparar("abrir un servicio con 3 líneas", 9, antes);
+        Comparar("abrir un servicio con 3 líneas", 10, antes);
         Escribir(En<textoQVX::txtQVX>(editor, "txtPrecio"), "99999");
         Contar("guardarlo", 18, [&] { Pulsar(En<QWidget>(editor, "Controles1"), "Aceptar"); });
         QVERIFY(!editor.isVisible());
@@ -117,7 +117,7 @@ void PrCruces::comandos()
     ElegirNodo(arbol, "N0000");
     personas->DarArchivo(documento);
     personas->Responder(7500048, qvx::mensaje::Si);
-    Contar("importar", 26, [&] { Pulsar(barra, "B2"); });
+    Contar("importar", 27, [&] { Pulsar(barra, "B2"); });
     QCOMPARE(personas->Tomar().join('\n').count("ERR-ID"), 2); // the document that was written, the question
     Contar("salir", 0, [&] { escritorio.Ventana()->close(); });
     QCOMPARE(otros.join('\n'), "");

@@ -162,8 +162,8 @@ private:
     Fallo fallo;
     std::function<void()> alEjecutar;
     std::function<void()> antesDeEscribir;
-    std::unique_ptr<Adelanto> adelanto; // none where it is switched off
-    QSet<QString> cambiadas;            // tables that the transaction has changed
+    std::unique_ptr<Adelanto> adelanto;     // none where it is switched off
+    QSet<QString> cambiadas;                // tables that the transaction has changed
     std::unique_ptr<Numeracion> numeracion; // likewise
     Recordset hora;                         // the engine's, when it was asked last
     QDateTime horaPropia;                   // and this machine's

@@ -163,8 +163,8 @@ std::optional<Recordset> Conexion::HoraSabida() const
         || qAbs(horaPropia.msecsTo(QDateTime::currentDateTimeUtc()) - pasados) > Holgura)
         return std::nullopt;
     Recordset ahora = hora;
-    ahora.valores = std::make_shared<const std::vector<QVariant>>(
-        1, QVariant(hora.Valor(0).toDateTime().addSecs(pasados / Mil)));
+    ahora.valores =
+        std::make_shared<const std::vector<QVariant>>(1, QVariant(hora.Valor(0).toDateTime().addSecs(pasados / Mil)));
     return ahora;
 }
 

@@ -122,7 +122,8 @@ QSqlError Dialecto::Examinar(QSqlDatabase &base, const QString &sql) const
     return consulta.prepare(sql) ? QSqlError() : consulta.lastError();
 }
 
-bool Dialecto::Aplazar(const QSqlQuery & /*preparada*/, const QVariantList & /*valores*/, QList<int> & /*afectadas*/) const
+bool Dialecto::Aplazar(const QSqlQuery & /*preparada*/, const QVariantList & /*valores*/,
+                       QList<int> & /*afectadas*/) const
 {
     return false;
 }

@@ -132,8 +132,7 @@ void Numeracion::AlCambiar(const QString &forma, const QVariantList &valores, bo
 {
     const QString tabla = TablaQueCambia(forma);
     conocidas.removeIf([&](auto estas) {
-        return tabla.isEmpty()
-               || (estas->pregunta.tabla == tabla && !(renglon && Contar(*estas, forma, valores)));
+        return tabla.isEmpty() || (estas->pregunta.tabla == tabla && !(renglon && Contar(*estas, forma, valores)));
     });
 }
 

@@ -48,7 +48,7 @@ public:
 private:
     struct Conocidas {
         PreguntaDeNumero pregunta;
-        Recordset muestra; // an answer
+        Recordset muestra;                                 // an answer
         QHash<QString, std::optional<qulonglong>> ultimos; // by all literals; nothing where there is no row
         QSet<QString> preguntadas;                         // fixed literals
         QSet<QString> todas;                               // of which the others are all known

@@ -13,7 +13,7 @@ namespace qvx
 {
 class Adelanto;
 class Numeracion;
-}
+} // namespace qvx
 
 namespace QVX_EXPORTA qvx
 {

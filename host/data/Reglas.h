@@ -17,11 +17,11 @@ struct Sentencia;
 // What the owner of the tables knows of a shape of statement.
 struct Conocida {
     bool permitida = false;
-    bool ajena = false;  // reads only what no transaction keeps to itself
-    QList<int> iguales;  // where among its literals keys stand that must all be one
-    QList<int> reservas; // where keys stand of what a transaction keeps to itself until it ends
-    int cambio = 0;      // what it changes of that which a history is kept of, by the owner's count; 0 for nothing
-    QList<int> claves;   // where the keys stand that the history names the change by
+    bool ajena = false;   // reads only what no transaction keeps to itself
+    QList<int> iguales;   // where among its literals keys stand that must all be one
+    QList<int> reservas;  // where keys stand of what a transaction keeps to itself until it ends
+    int cambio = 0;       // what it changes of that which a history is kept of, by the owner's count; 0 for nothing
+    QList<int> claves;    // where the keys stand that the history names the change by
     bool renglon = false; // adds one row of values
     bool hora = false;    // asks for nothing but the engine's time
 };
@@ -34,9 +34,9 @@ struct SentenciaConValores {
 
 // What the owner tells of a table whose rows may be read before they are asked for.
 struct TablaConocida {
-    QStringList llave;     // no two rows are equal in these columns
-    QStringList claves;    // columns of texts that compare without trailing blanks
-    QStringList textos;    // and of those that are equal to the letter
+    QStringList llave;  // no two rows are equal in these columns
+    QStringList claves; // columns of texts that compare without trailing blanks
+    QStringList textos; // and of those that are equal to the letter
     // Columns of numbers that the engine makes of these columns of texts, of all their digits.
     QHash<QString, QString> numeros;
     bool catalogo = false; // a few rows, of no key that a transaction keeps to itself

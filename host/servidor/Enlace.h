@@ -52,9 +52,9 @@ public:
     // One statement that goes with what comes next, and again if that fails.
     void Anteponer(const QByteArray &sentencia) { porEnviar = sentencia; }
     bool EnTransaccion() const { return PorComenzar() || PQtransactionStatus(pq) == PQTRANS_INTRANS; }
-    // Sends a change and waits for no answer: true when it is on its way, false when it has to be run, since its text is
-    // not prepared yet or one before it has failed. Nothing else is asked for until they are settled. afectadas: gains
-    // the rows that were changed by those whose answers have come, in their order.
+    // Sends a change and waits for no answer: true when it is on its way, false when it has to be run, since its text
+    // is not prepared yet or one before it has failed. Nothing else is asked for until they are settled. afectadas:
+    // gains the rows that were changed by those whose answers have come, in their order.
     bool Aplazar(const QByteArray &texto, const QVariantList &valores, QList<int> &afectadas);
     // Waits until all that were sent so are answered; false for a failure. afectadas: likewise, up to that one.
     bool Asentar(QList<int> &afectadas);

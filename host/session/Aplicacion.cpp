@@ -90,11 +90,10 @@ bool Aplicacion::notify(QObject *receptor, QEvent *evento)
         trabajo.emplace(*this);
     }
     const bool abiertaAntes = TransaccionAbierta();
-    // What a procedure sends to its own controls is a part of what it does.
-    if (trabajo && Sesion::Abierta())
+    if (Sesion::Abierta())
         Sesion::Actual().Conexion().EntrarEnEvento();
     const bool resultado = Entregar(receptor, evento, error);
-    if (trabajo && Sesion::Abierta())
+    if (Sesion::Abierta())
         Sesion::Actual().Conexion().SalirDeEvento();
     if (!abiertaAntes && TransaccionAbierta())
         Sesion::Actual().Conexion().CerrarAbandonada();
