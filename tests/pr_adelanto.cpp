@@ -208,11 +208,11 @@ void PrAdelanto::aplazadas_data()
     const Tabla<int, QString, QString> fila("repetida", "fin", "error"); // which row fails, and what comes last
     const QString repetida = motor::Segun("UNIQUE constraint failed", "tipo_equipo_parte_pkey");
     fila("bien", -1, "confirmar", "");
-    fila("al confirmar", 95, "confirmar", repetida);
+    fila("al confirmar", 98, "confirmar", repetida);
     fila("por otra consulta", 40, "consultar", repetida);
-    fila("antes que un error propio", 90, "fallar", repetida);
+    fila("antes que un error propio", 98, "fallar", repetida);
     fila("un error propio", -1, "fallar", "propio");
-    fila("una sentencia que no es", 90, "no es", repetida);
+    fila("una sentencia que no es", 98, "no es", repetida);
     fila("se deshace", -1, "deshacer", "");
 }
 
