@@ -410,7 +410,7 @@ void PrHistoria::averias()
 void PrHistoria::suHistoria()
 {
     Exportar(escenario->Ruta("plan.xml"));
-    GuardarParte("N0007", "Editar", "OTRA");
+    GuardarParte("N0005", "Editar", "OTRA");
     CambiarServicio("N0002", "000001", "99.95");
     Importar(escenario->Ruta("plan.xml"));
     Mensajes();
