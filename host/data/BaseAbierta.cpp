@@ -1,5 +1,7 @@
 #include "data/BaseAbierta.h"
 
+#include "data/EnlaceSqlite.h"
+
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QUuid>
@@ -8,16 +10,6 @@
 
 namespace qvx
 {
-
-namespace
-{
-
-sqlite3 *EnlaceSqlite(const QSqlDatabase &base)
-{
-    return *static_cast<sqlite3 *const *>(base.driver()->handle().constData());
-}
-
-} // namespace
 
 BaseAbierta::BaseAbierta(const QString &controlador, const std::function<void(QSqlDatabase &)> &preparar,
                          Rechazo rechazar_)
@@ -90,7 +82,7 @@ QList<QVariantList> BaseAbierta::Filas(const QString &sql)
 // By pages, so that it also takes a database in which some can no longer be read.
 void BaseAbierta::ReemplazarPor(const BaseAbierta &origen)
 {
-    if (Valor("SELECT sqlite_source_id()") != QLatin1String(sqlite3_sourceid()))
+    if (!EsElMismoMotor(base))
         rechazar(QSqlError({}, "otra copia del motor", QSqlError::ConnectionError));
     sqlite3 *destino = EnlaceSqlite(base);
     sqlite3_backup *paso = sqlite3_backup_init(destino, "main", EnlaceSqlite(origen.base), "main");

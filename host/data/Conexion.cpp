@@ -180,6 +180,16 @@ void Conexion::EjecutarOrden(const SentenciaConValores &orden)
     preparada->consulta.finish();
 }
 
+bool Conexion::TablaPropia(const QString &nombre, const QString &columnas)
+{
+    const QString orden = dialecto->TablaPropia(nombre, columnas);
+    if (orden.isEmpty())
+        return false;
+    EjecutarOrden({orden, {}});
+    EjecutarOrden({"DELETE FROM temp." + nombre, {}});
+    return true;
+}
+
 // Outside a transaction: a connection that stands, and what is read and what is changed kept apart.
 void Conexion::Disponer(bool lectura)
 {

@@ -67,6 +67,12 @@ public:
     // engine answers, a message, and an error of another statement or of the program's.
     void Asentar();
 
+    // Makes a table that is this connection's own, where the host gathers rows, or empties it; false where the engine
+    // has none. It goes with the transaction in which it was made, when that is taken back. Raises data errors.
+    bool TablaPropia(const QString &nombre, const QString &columnas);
+    // For SinDisparadores.
+    bool Disparadores(bool activos) { return dialecto->Disparadores(base, activos); }
+
     // The text of the engine's last error as messages show it, and what it means to the person, "" when that is not
     // known.
     struct Fallo {

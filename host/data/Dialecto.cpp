@@ -1,5 +1,6 @@
 #include "data/Dialecto.h"
 
+#include "data/EnlaceSqlite.h"
 #include "data/ErrorEjecucion.h"
 
 #include <QFile>
@@ -7,6 +8,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <sqlite3.h>
 
 namespace qvx
 {
@@ -61,6 +63,19 @@ public:
 
     // Also spares every statement its own locking of the file.
     QString InicioDeLectura() const override { return "BEGIN"; }
+
+    QString TablaPropia(const QString &nombre, const QString &columnas) const override
+    {
+        return "CREATE TEMP TABLE IF NOT EXISTS " + nombre + " (" + columnas + ")";
+    }
+
+    // What was prepared is prepared anew by the engine, with triggers or without.
+    bool Disparadores(const QSqlDatabase &base, bool activos) const override
+    {
+        sqlite3 *enlace = EnlaceSqlite(base);
+        return enlace && (activos || EsElMismoMotor(base))
+               && sqlite3_db_config(enlace, SQLITE_DBCONFIG_ENABLE_TRIGGER, activos ? 1 : 0, nullptr) == SQLITE_OK;
+    }
 
     // By the low byte of the code, which the longer codes specify.
     ClaseDeFallo Clasificar(const QSqlError &error) const override

@@ -48,6 +48,10 @@ public:
     // Waits for the answers to all that were sent so, and gives the first failure, or an error without a type.
     // afectadas: likewise, up to that failure.
     virtual QSqlError Asentar(const QSqlDatabase &base, QList<int> &afectadas) const;
+    // What makes a table that is the session's own, "" where sessions have none.
+    virtual QString TablaPropia(const QString & /*nombre*/, const QString & /*columnas*/) const { return {}; }
+    // Holds the triggers of all tables back, or lets them work again, in this session alone; false where it cannot.
+    virtual bool Disparadores(const QSqlDatabase & /*base*/, bool /*activos*/) const { return false; }
     // Whether an error of the engine's is that a wait ran out.
     virtual bool SeAgotoLaEspera(const QString & /*codigo*/) const { return false; }
 };
