@@ -33,9 +33,9 @@ CambioDeEsquema CrearEsquema(const Servidor &servidor, bool conEjemplos);
 // does not own it, and for somebody who does not end within the time that a lock is waited for.
 CambioDeEsquema ActualizarEsquema(const Servidor &servidor);
 
-// The user of the database, who signs the changes.
+// The user of the database, who signs the changes. Raises data errors.
 QString OperadorDelServidor(Conexion &conexion);
-// The server's clock: planners' own may differ. The statement asks for nothing else.
+// The server's clock, to the second: planners' own may differ. Raises data errors. The statement asks for nothing else.
 inline const QString PreguntaDeHora = "SELECT CAST(clock_timestamp() AS timestamp(0)) AS Hora";
 QDateTime HoraDelServidor(Conexion &conexion);
 
