@@ -69,13 +69,14 @@ Recordset Conexion::Tomar(Preparada &preparada, const QString &sql)
     }
     const int columnas = static_cast<int>(preparada.campos->size());
     std::vector<QVariant> valores;
-    while (consulta.next()) {
-        if (valores.empty())
-            valores.reserve(static_cast<std::size_t>(columnas)); // most queries give one row or none
-        for (int i = 0; i < columnas; ++i)
-            valores.push_back(consulta.value(i));
+    QSqlError error;
+    if (!dialecto->Tomar(base, consulta, valores, error)) {
+        valores.reserve(static_cast<std::size_t>(columnas) * static_cast<std::size_t>(qMax(consulta.size(), 0)));
+        while (consulta.next())
+            for (int i = 0; i < columnas; ++i)
+                valores.push_back(consulta.value(i));
+        error = consulta.lastError();
     }
-    const QSqlError error = consulta.lastError();
     consulta.finish();
     if (error.isValid())
         Rechazar(error, sql);

@@ -77,6 +77,15 @@ public:
                && sqlite3_db_config(enlace, SQLITE_DBCONFIG_ENABLE_TRIGGER, activos ? 1 : 0, nullptr) == SQLITE_OK;
     }
 
+    bool Tomar(const QSqlDatabase &base, const QSqlQuery &consulta, std::vector<QVariant> &valores,
+               QSqlError &error) const override
+    {
+        if (!EsElMismoMotor(base))
+            return false;
+        error = FilasDe(consulta, valores);
+        return true;
+    }
+
     // By the low byte of the code, which the longer codes specify.
     ClaseDeFallo Clasificar(const QSqlError &error) const override
     {

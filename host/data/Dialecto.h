@@ -7,7 +7,10 @@
 #include <QStringList>
 #include <QVariantList>
 #include <memory>
+#include <optional>
+#include <vector>
 
+class QElapsedTimer;
 class QSqlDatabase;
 class QSqlError;
 class QSqlQuery;
@@ -40,6 +43,13 @@ public:
     // The functions that a query may call: they only read what they are given. Others wait, hold locks, change the
     // session's settings, or never end.
     virtual QStringList Funciones() const;
+    // Takes the rows of a query that ran, one behind the other; false where the toolkit has to give them. error: without
+    // a type when all came.
+    virtual bool Tomar(const QSqlDatabase & /*base*/, const QSqlQuery & /*consulta*/,
+                       std::vector<QVariant> & /*valores*/, QSqlError & /*error*/) const
+    {
+        return false;
+    }
     // Whether asking once more may take longer than reading a whole catalogue.
     virtual bool EstaLejos() const { return false; }
     // Sends a change that was run before, with other values, and waits for no answer; false when it has to be run.
