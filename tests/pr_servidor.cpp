@@ -106,7 +106,7 @@ QString FilasDeDos(const QString &base)
 {
     QStringList opciones{"-a"};
     for (const char *nueva : {"esquema", "consulta", "plan_reserva", "catalogo_cambio", "operacion*", "historia_*",
-                              "programa_*", "ajuste_planta"})
+                              "programa_*", "ajuste_planta", "desenlace"})
         opciones << "-T" << QString("dbo.") + nueva;
     return Volcado(base, opciones);
 }

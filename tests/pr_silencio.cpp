@@ -19,6 +19,7 @@ private Q_SLOTS:
     void initTestCase() { qputenv("QVX_PRUEBA_MOTOR", "postgres"); }
     void direcciones();
     void detenido();
+    void detenidoAlConfirmar();
     void callado();
 };
 
@@ -90,6 +91,26 @@ void PrSilencio::detenido()
     // What the server was busy with is given up there too.
     QVERIFY(Dicho([&] { conexion->Execute("SELECT CAST(pg_sleep(60) AS text) AS Nada", {}); }).contains("no responde"));
     QTRY_COMPARE(vive("query LIKE '%pg_sleep(60)%' AND pid <> pg_backend_pid()"), "0");
+}
+
+// The server's process hangs before it comes to the commit: what is told stays true when it goes on.
+void PrSilencio::detenidoAlConfirmar()
+{
+    const BaseDePrueba base(false);
+    Sembrar(base);
+    const auto otro = base.Otro();
+    const auto conexion =
+        qvx::AbrirServidor(qvx::Servidor(cluster::Direccion("postgres", base.Archivo(), {}, "?espera=1")));
+    const auto pid = static_cast<pid_t>(conexion->Execute("SELECT pg_backend_pid() AS Pid", {}).Numero("Pid"));
+    conexion->BeginTrans();
+    conexion->Execute(Cambio, {});
+    QCOMPARE(kill(pid, SIGSTOP), 0);
+    const QString dicho = Dicho([&] { conexion->CommitTrans(); });
+    kill(pid, SIGCONT);
+    QVERIFY2(dicho.startsWith("Se perdió la conexión con el servidor: no se guardó nada. (El servidor no responde"),
+             qPrintable(dicho));
+    QTRY_COMPARE(otro->Filas(Vivos + "pid = " + QString::number(pid)).constFirst(), "0");
+    QCOMPARE(otro->Filas(Ver).constFirst(), "HORAS");
 }
 
 // The way to the server falls silent, and nobody notices: no connection ends.

@@ -74,8 +74,9 @@ Recordset Conexion::Correr(const QString &sql, const std::function<Sentencia()> 
         const auto preparada = Preparar(sentencia, sql);
         if (!sentencia.lectura)
             reglas->RevisarIguales(preparada->conocida, sentencia, sql);
-        if (preparada->conocida.cambio != 0 && estado == Estado::Libre)
+        if (estado == Estado::Libre && !sentencia.lectura && (preparada->conocida.cambio != 0 || reglas->ComoConstar()))
             EmpezarSola();
+        haCambiado = haCambiado || !sentencia.lectura;
         if (estado == Estado::Abierta && reglas->ComoReservar())
             for (const int lugar : preparada->conocida.reservas)
                 Reservar(SinBlancosAlFinal(sentencia.valores.value(lugar).toString()));
@@ -109,38 +110,6 @@ Recordset Conexion::Correr(const QString &sql, const std::function<Sentencia()> 
         }
         throw;
     }
-}
-
-void Conexion::Condenar(const ErrorEjecucion &error)
-{
-    Deshacer();
-    estado = Estado::Condenada;
-    motivoCondena = error.Descripcion();
-}
-
-void Conexion::EmpezarSola()
-{
-    const QString orden = dialecto->InicioDeTransaccion();
-    QSqlQuery consulta(base);
-    if (!consulta.exec(orden))
-        Rechazar(consulta.lastError(), orden);
-    reservadas.clear();
-    registrando = false;
-    reglas->AlEmpezar();
-    sola = true;
-    estado = Estado::Abierta;
-}
-
-void Conexion::TerminarSola()
-{
-    if (!sola)
-        return;
-    Cerrar();
-    QSqlQuery consulta(base);
-    if (!consulta.exec("COMMIT"))
-        Rechazar(consulta.lastError(), "COMMIT", true);
-    sola = false;
-    estado = Estado::Libre;
 }
 
 // Before the transaction's change.
@@ -245,38 +214,6 @@ void Conexion::TerminarMomento()
     SalirDeEvento();
 }
 
-// What a transaction reads of what it keeps to itself stays so, the next keys are its own, and nobody else writes
-// there.
-void Conexion::Reservar(const QString &clave)
-{
-    if (reservadas.contains(clave))
-        return;
-    Asentar();
-    const Reserva &reserva = *reglas->ComoReservar();
-    if (!Preguntar(reserva.intento, clave).toBool()) {
-        const QString ocupante = Preguntar(reserva.ocupante, clave).toString();
-        try {
-            Preguntar(reserva.espera, clave);
-        } catch (const ErrorEjecucion &error) {
-            if (!base.isOpen() || !dialecto->SeAgotoLaEspera(error.CodigoMotor()) || ocupante.isEmpty())
-                throw;
-            throw ErrorEjecucion(errores::Datos, reglas->Ocupado(ocupante, clave), error.Sentencia(),
-                                 error.CodigoMotor());
-        }
-    }
-    reservadas.insert(clave);
-}
-
-QVariant Conexion::Preguntar(const QString &orden, const QString &clave)
-{
-    QSqlQuery consulta(base);
-    consulta.prepare(orden);
-    consulta.bindValue(0, clave);
-    if (!consulta.exec())
-        Rechazar(consulta.lastError(), orden);
-    return consulta.next() ? consulta.value(0) : QVariant();
-}
-
 // A text that is no statement never runs; the engine is only asked what is wrong with it.
 void Conexion::MostrarAlMotor(const QString &sql)
 {
@@ -286,143 +223,6 @@ void Conexion::MostrarAlMotor(const QString &sql)
         Rechazar(error, sql);
     fallo = {"La sentencia contiene un carácter inesperado", Aclaracion(ClaseDeFallo::Apostrofo)};
     throw ErrorEjecucion(errores::Datos, fallo.texto, sql);
-}
-
-void Conexion::BeginTrans()
-{
-    if (estado != Estado::Libre)
-        throw ErrorEjecucion(errores::Datos, "Ya hay una transacción abierta");
-    Disponer(false);
-    porComenzar = dialecto->ComienzaConLaPrimera();
-    comienzoAnotado = !porComenzar;
-    if (!porComenzar)
-        Ordenar(dialecto->InicioDeTransaccion());
-    reservadas.clear();
-    registrando = false;
-    OlvidarLoLeido();
-    reglas->AlEmpezar();
-    estado = Estado::Abierta;
-}
-
-// Whether a statement needs no transaction of the engine's yet. One that is none is told so when it runs.
-bool Conexion::PuedeEsperar(const QString &sql) const
-{
-    try {
-        const Sentencia sentencia = Analizar(sql);
-        return sentencia.lectura && reglas->Conocer(sentencia.forma, dialecto->Funciones()).ajena;
-    } catch (const ErrorEjecucion &) {
-        return false;
-    }
-}
-
-// The engine's own transaction, which waited for a statement that needs it: what came before, a document that was read,
-// a catalogue, a question that was asked, held no lock.
-void Conexion::Comenzar()
-{
-    if (antesDeEscribir)
-        antesDeEscribir();
-    try {
-        QSqlQuery consulta(base);
-        const QString orden = dialecto->InicioDeTransaccion();
-        if (!consulta.exec(orden)) {
-            Anotar("!", orden + "  <" + dialecto->Explicar(consulta.lastError()) + ">");
-            Rechazar(consulta.lastError(), orden);
-        }
-        AnotarComienzo();
-        OlvidarLoLeido();
-        porComenzar = false;
-    } catch (const ErrorEjecucion &error) {
-        estado = Estado::Condenada;
-        motivoCondena = error.Descripcion();
-        throw ErrorDeComienzo(error);
-    }
-}
-
-// The trace shows the transaction as the screens see it.
-void Conexion::AnotarComienzo()
-{
-    if (!std::exchange(comienzoAnotado, true))
-        Anotar("-", dialecto->InicioDeTransaccion());
-}
-
-void Conexion::CommitTrans()
-{
-    if (estado == Estado::Libre)
-        throw ErrorEjecucion(errores::Datos, "No hay una transacción abierta");
-    if (estado == Estado::Condenada)
-        throw ErrorEjecucion(errores::Datos, "La transacción falló y debe deshacerse: " + motivoCondena);
-    if (porComenzar)
-        Comenzar();
-    Asentar();
-    try {
-        // The engine would answer the commit of a transaction that it has taken back with a rollback.
-        if (!dialecto->SigueEnTransaccion(base))
-            throw ErrorEjecucion(errores::Datos, "El servidor deshizo la transacción: no se guardó nada.", "COMMIT");
-        Cerrar();
-        Ordenar("COMMIT");
-        OlvidarLoLeido();
-        estado = Estado::Libre;
-    } catch (const ErrorEjecucion &error) {
-        Condenar(error);
-        throw;
-    }
-}
-
-void Conexion::RollbackTrans()
-{
-    Retirar({});
-}
-
-void Conexion::CerrarAbandonada()
-{
-    Retirar("ABANDONADA");
-}
-
-// Of a transaction that the engine would not begin there is nothing to take back, and nothing to tell.
-void Conexion::Retirar(const QString &nota)
-{
-    try {
-        Asentar();
-    } catch (const ErrorEjecucion &) { // all is taken back, and that one is in the trace
-    }
-    const bool sinComenzar = porComenzar;
-    const bool nunca = estado == Estado::Condenada && sinComenzar;
-    if (estado == Estado::Abierta && sinComenzar)
-        AnotarComienzo();
-    if (!nota.isEmpty() && !nunca) {
-        qCWarning(registroDatos) << "Se deshizo una transacción que su evento dejó abierta";
-        Anotar("-", nota);
-    }
-    if (estado == Estado::Abierta)
-        Deshacer();
-    porComenzar = false;
-    estado = Estado::Libre;
-}
-
-void Conexion::Ordenar(const QString &orden)
-{
-    QSqlQuery consulta(base);
-    if (!consulta.exec(orden)) {
-        Anotar("!", orden + "  <" + dialecto->Explicar(consulta.lastError()) + ">");
-        Rechazar(consulta.lastError(), orden, orden == "COMMIT");
-    }
-    Anotar("-", orden);
-}
-
-// The engine may have taken the transaction back by itself (a full disk does that, and so does a lost connection);
-// closing ends whatever is left.
-void Conexion::Deshacer()
-{
-    OlvidarLoLeido();
-    if (!sola)
-        Anotar("-", "ROLLBACK");
-    if (std::exchange(porComenzar, false))
-        return;
-    QSqlQuery consulta(base);
-    if (base.isOpen() && consulta.exec("ROLLBACK"))
-        return;
-    preparadas.clear();
-    base.close();
 }
 
 void Conexion::AsegurarAbierta()

@@ -54,6 +54,10 @@ public:
     // nothing is read then. It raises nothing.
     void AntesDeEscribir(std::function<void()> aviso) { antesDeEscribir = std::move(aviso); }
 
+    // Is told, in a sentence for the person, what there is to know of a change that was saved: that the answer was lost
+    // and the change found saved, or that the engine has it in one place alone. Nothing is open then.
+    void AlAvisar(std::function<void(const QString &)> aviso) { alAvisar = std::move(aviso); }
+
     // A failed statement dooms its transaction: the engine takes it back at once, and until RollbackTrans every
     // statement and the commit fail. The embedded engine begins its own with the first statement that writes, or reads
     // what transactions keep to themselves; it raises an ErrorDeComienzo when another program writes: that stands for
@@ -81,6 +85,9 @@ public:
     };
     const Fallo &UltimoFallo() const { return fallo; }
 
+    // Whether nothing can be changed: on a copy that follows a server, or where that was asked for. BeginTrans then
+    // raises a data error, as each change does.
+    bool SoloLectura() const { return dialecto->SoloLectura(base); }
     bool EnTransaccion() const { return estado != Estado::Libre; }
     const Reglas &Conocedor() const { return *reglas; }
     Reglas &Conocedor() { return *reglas; }
@@ -128,6 +135,10 @@ private:
     bool Aplazar(const Preparada &preparada, const Sentencia &sentencia, const QString &sql);
     Recordset LeerFamilia(const QString &texto, const QVariantList &valores, const QString &sql);
     void OlvidarLoLeido();
+    void ExigirEscritura() const;
+    void Estrenar();
+    QString Confirmar();
+    void Avisar(const QString &aviso);
     void EmpezarSola();
     void TerminarSola();
     void Registrar(const Conocida &conocida, const Sentencia &sentencia);
@@ -160,7 +171,8 @@ private:
     bool porComenzar = false; // the engine does not know of the transaction yet
     bool comienzoAnotado = false;
     bool sola = false;        // the transaction is one statement's own, which nobody sees
-    bool registrando = false; // it has changed what a history is kept of
+    bool haCambiado = false;  // it holds a change
+    bool registrando = false; // and one of what a history is kept of
     int eventos = 0;
     int momentos = 0;
     bool leyendo = false;
@@ -168,6 +180,7 @@ private:
     Fallo fallo;
     std::function<void()> alEjecutar;
     std::function<void()> antesDeEscribir;
+    std::function<void(const QString &)> alAvisar;
     std::unique_ptr<Adelanto> adelanto;     // none where it is switched off
     QSet<QString> cambiadas;                // tables that the transaction has changed
     std::unique_ptr<Numeracion> numeracion; // likewise

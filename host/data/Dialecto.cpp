@@ -157,6 +157,12 @@ QSqlError Dialecto::Asentar(const QSqlDatabase & /*base*/, QList<int> & /*afecta
     return {};
 }
 
+QSqlError Dialecto::Confirmar(const QSqlDatabase &base, const QString & /*constancia*/, QString & /*aviso*/) const
+{
+    QSqlQuery consulta(base);
+    return consulta.exec("COMMIT") ? QSqlError() : consulta.lastError();
+}
+
 QStringList Dialecto::Funciones() const
 {
     return {"MAX", "MIN", "COUNT", "SUM", "COALESCE", "NULLIF", "CAST", "UPPER", "LOWER", "TRIM", "RTRIM", "ROUND"};

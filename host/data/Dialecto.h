@@ -38,13 +38,25 @@ public:
     virtual QSqlError Examinar(QSqlDatabase &base, const QString &sql) const;
     // Whether the connection still stands, as far as can be told without asking the engine.
     virtual bool SigueAbierta(const QSqlDatabase &base) const;
+    // Whether the connection may only look, as far as can be told without asking the engine.
+    virtual bool SoloLectura(const QSqlDatabase & /*base*/) const { return false; }
     // Whether the engine still has the transaction that was begun.
     virtual bool SigueEnTransaccion(const QSqlDatabase &base) const;
+    // Ends the transaction for good, behind a statement of the owner's, "" for none; an error without a type when it is
+    // done. aviso: what the engine says of what is done, "" for nothing.
+    virtual QSqlError Confirmar(const QSqlDatabase &base, const QString &constancia, QString &aviso) const;
+    // What became of a transaction whose commit was sent then and its connection lost: asks by the owner's statement
+    // whichever server takes changes now. Nothing where none answers in time.
+    virtual std::optional<bool> SeConfirmo(const QSqlDatabase & /*base*/, const QString & /*buscar*/,
+                                           const QElapsedTimer & /*desde*/) const
+    {
+        return std::nullopt;
+    }
     // The functions that a query may call: they only read what they are given. Others wait, hold locks, change the
     // session's settings, or never end.
     virtual QStringList Funciones() const;
-    // Takes the rows of a query that ran, one behind the other; false where the toolkit has to give them. error: without
-    // a type when all came.
+    // Takes the rows of a query that ran, one behind the other; false where the toolkit has to give them. error:
+    // without a type when all came.
     virtual bool Tomar(const QSqlDatabase & /*base*/, const QSqlQuery & /*consulta*/,
                        std::vector<QVariant> & /*valores*/, QSqlError & /*error*/) const
     {

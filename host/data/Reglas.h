@@ -51,6 +51,14 @@ struct Reserva {
     QString espera;
 };
 
+// By which a transaction leaves word of itself, for whom the answer to its commit does not reach: a statement that runs
+// before the commit, and one that finds out on another connection, and keeps that from happening any more. It changes
+// no row where the transaction was committed. Each has a place for the transaction's name, a UUID.
+struct Constancia {
+    QString dejar;
+    QString buscar;
+};
+
 // The owner of the tables: knows once of each shape what it may do and touch, and hears of what is read. The connection
 // itself knows no table.
 class Reglas
@@ -68,6 +76,9 @@ public:
     virtual QString Ocupado(const QString &usuario, const QString &clave) const = 0;
     // Nothing where the engine has one writer at a time anyway.
     virtual const std::optional<Reserva> &ComoReservar() const = 0;
+
+    // Nothing where no answer can be lost.
+    virtual const std::optional<Constancia> &ComoConstar() const = 0;
 
     // A history is kept of what transactions change. One begins; it changed something; and what runs in it, unseen by
     // the trace, before its first change and before its commit.

@@ -128,14 +128,22 @@ Reserva ReservaDePlan()
             "SELECT Reservar_Plan(?, true)"};
 }
 
+// Without naming the column: of what is there already nobody needs to read it.
+Constancia ConstanciaDeTransaccion()
+{
+    return {"INSERT INTO Desenlace (Ds_Ficha) VALUES (?)",
+            "INSERT INTO Desenlace (Ds_Ficha) VALUES (?) ON CONFLICT DO NOTHING"};
+}
+
 } // namespace
 
 std::unique_ptr<Conexion> AbrirServidor(const Servidor &servidor)
 {
     BaseAbierta base = Abrir(servidor, [servidor](const QSqlError &error) { Rechazar(servidor, error); });
     RevisarVersion(base, servidor);
-    return std::make_unique<Conexion>(base.Entregar(), DialectoPostgres(),
-                                      std::make_unique<Formas>(Motor::Servidor, ReservaDePlan()));
+    return std::make_unique<Conexion>(
+        base.Entregar(), DialectoPostgres(),
+        std::make_unique<Formas>(Motor::Servidor, ReservaDePlan(), ConstanciaDeTransaccion()));
 }
 
 CambioDeEsquema CrearEsquema(const Servidor &servidor, bool conEjemplos)

@@ -19,7 +19,10 @@ class Conexion;
 class Formas : public Reglas
 {
 public:
-    explicit Formas(Motor motor, std::optional<Reserva> reserva_ = {}) : reserva(std::move(reserva_)), enCurso(motor) {}
+    explicit Formas(Motor motor, std::optional<Reserva> reserva_ = {}, std::optional<Constancia> constancia_ = {})
+        : reserva(std::move(reserva_)), constancia(std::move(constancia_)), enCurso(motor)
+    {
+    }
 
     Conocida Conocer(const QString &forma, const QStringList &funciones) const override;
     // No row is given to another equipment type: a change that names two of them was not composed by a screen.
@@ -30,6 +33,7 @@ public:
     void AlLeer(const Recordset &filas) override { leidas.Anotar(filas); }
     QString Ocupado(const QString &usuario, const QString &clave) const override;
     const std::optional<Reserva> &ComoReservar() const override { return reserva; }
+    const std::optional<Constancia> &ComoConstar() const override { return constancia; }
     void AlEmpezar() override { enCurso.Empezar(); }
     void AlCambiar(const Conocida &conocida, const Sentencia &sentencia) override
     {
@@ -45,6 +49,7 @@ public:
 
 private:
     const std::optional<Reserva> reserva;
+    const std::optional<Constancia> constancia;
     Versiones leidas;
     OperacionEnCurso enCurso;
 };

@@ -8,7 +8,7 @@ namespace QVX_EXPORTA qvx
 {
 
 // The version of the schema that this program writes and reads, and the oldest that it brings up to it.
-constexpr int VersionEsquema = 6;
+constexpr int VersionEsquema = 7;
 constexpr int VersionMasVieja = 2;
 
 enum class Motor { Incrustado, Servidor };

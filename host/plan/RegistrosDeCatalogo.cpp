@@ -398,6 +398,8 @@ void EscribirCambios(Conexion &conexion, const Firmante &firmante, const TablaDe
 
 Derechos LeerDerechos(Conexion &conexion)
 {
+    if (conexion.SoloLectura())
+        return {};
     const auto fila = conexion.Execute("SELECT De_Planes, De_Catalogos FROM Derecho", {});
     return {fila.Numero("De_Planes") != 0, fila.Numero("De_Catalogos") != 0};
 }

@@ -97,7 +97,34 @@ public:
         return PQstatus(enlace) == CONNECTION_OK;
     }
 
+    // The server says so by itself, also when that changes.
+    bool SoloLectura(const QSqlDatabase &base) const override
+    {
+        const auto dice = [&](const char *ajuste) {
+            return qstrcmp(PQparameterStatus(EnlaceDe(base).Pq(), ajuste), "on") == 0;
+        };
+        return dice("in_hot_standby") || dice("default_transaction_read_only");
+    }
+
     bool SigueEnTransaccion(const QSqlDatabase &base) const override { return EnlaceDe(base).EnTransaccion(); }
+
+    // Sessions hear of errors alone, but for what the server says of a commit.
+    QSqlError Confirmar(const QSqlDatabase &base, const QString &constancia, QString &aviso) const override
+    {
+        Enlace &enlace = EnlaceDe(base);
+        const QString orden =
+            constancia.isEmpty() ? "COMMIT" : "SET LOCAL client_min_messages = warning; " + constancia + "; COMMIT";
+        if (!enlace.Correr(orden.toUtf8()))
+            return ErrorDe(enlace, QSqlError::StatementError);
+        aviso = enlace.TomarAviso();
+        return {};
+    }
+
+    std::optional<bool> SeConfirmo(const QSqlDatabase &base, const QString &buscar,
+                                   const QElapsedTimer &desde) const override
+    {
+        return EnlaceDe(base).SeConfirmo(buscar.toUtf8(), desde);
+    }
 
     QStringList Funciones() const override
     {

@@ -3,7 +3,6 @@
 #include "data/Dialecto.h"
 #include "servidor/Valores.h"
 
-#include <QElapsedTimer>
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
@@ -49,6 +48,13 @@ void CancelarAparte(PGcancel *cancelacion)
     if (cancelacion)
         --cancelaciones;
     PQfreeCancel(cancelacion);
+}
+
+void AlAdvertir(void *aviso, const PGresult *advertencia)
+{
+    if (qstrcmp(PQresultErrorField(advertencia, PG_DIAG_SEVERITY_NONLOCALIZED), "WARNING") == 0)
+        *static_cast<QString *>(aviso) =
+            QString::fromUtf8(PQresultErrorField(advertencia, PG_DIAG_MESSAGE_PRIMARY)).trimmed();
 }
 
 QString Segundos(qint64 segundos)
@@ -99,8 +105,10 @@ bool Enlace::Abrir(const QString &deSesion)
     QElapsedTimer reloj;
     reloj.start();
     pq = PQconnectdbParams(nombres.data(), valores.data(), 0);
-    if (EstaAbierto() && PQsetnonblocking(pq, 1) == 0)
+    if (EstaAbierto() && PQsetnonblocking(pq, 1) == 0) {
+        PQsetNoticeReceiver(pq, AlAdvertir, &aviso);
         return true;
+    }
     Anotar();
     // Tried with and without TLS, it says the same twice.
     QStringList motivo = fallo.texto.split(QLatin1Char('\n'));

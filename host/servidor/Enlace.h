@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QList>
 #include <QVariantList>
@@ -58,6 +59,12 @@ public:
     bool Aplazar(const QByteArray &texto, const QVariantList &valores, QList<int> &afectadas);
     // Waits until all that were sent so are answered; false for a failure. afectadas: likewise, up to that one.
     bool Asentar(QList<int> &afectadas);
+    // What the server warned of since this was asked last, "" for nothing.
+    QString TomarAviso() { return std::exchange(aviso, {}); }
+    // What became of a transaction whose commit was sent then and this connection lost. buscar, on a connection of its
+    // own, changes no row where it is done. Nothing where no server that takes changes answers before the deadline is
+    // over, and a little longer.
+    std::optional<bool> SeConfirmo(const QByteArray &buscar, const QElapsedTimer &desde);
     // What the server says against a text, which is not run. Gives whether it says nothing.
     bool Examinar(const QByteArray &texto);
 
@@ -102,6 +109,7 @@ private:
     QList<int> contestadas; // the rows that those changed which are answered
     QDeadlineTimer tregua{0};
     Fallo fallo;
+    QString aviso;
 };
 
 } // namespace qvx

@@ -83,6 +83,7 @@ GRANT UPDATE (Ca_Cambios) ON Catalogo_Cambio TO quorvex_catalogos;
 GRANT INSERT (Rc_Tabla, Rc_Clave, Rc_Oper, Rc_Fecha) ON Registro_Cambio TO quorvex_planificadores, quorvex_catalogos;
 GRANT INSERT (Bi_Tabla, Bi_Clave, Bi_Accion, Bi_Oper, Bi_Fecha) ON Bitacora TO quorvex_planificadores, quorvex_catalogos;
 GRANT SELECT ON Registro_Cambio TO quorvex_catalogos;
+GRANT INSERT (Ds_Ficha) ON Desenlace TO quorvex_planificadores, quorvex_catalogos;
 
 CREATE OR REPLACE TRIGGER Tep_Programa BEFORE INSERT OR UPDATE OR DELETE ON Tipo_Equipo_Parte FOR EACH STATEMENT
     WHEN (current_setting('quorvex.esquema', true) IS DISTINCT FROM '{version}') EXECUTE FUNCTION Rechazar_Programa();

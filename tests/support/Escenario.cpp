@@ -51,7 +51,8 @@ QStringList Escenario::Tablas() const
     QStringList todo;
     for (const QString &tabla : testigo.Filas(motor::Segun(
              "SELECT lower(name) FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY 1",
-             "SELECT tablename FROM pg_tables WHERE schemaname NOT IN ('pg_catalog', 'information_schema') UNION ALL "
+             "SELECT tablename FROM pg_tables WHERE schemaname NOT IN ('pg_catalog', 'information_schema') AND "
+             "tablename <> 'desenlace' UNION ALL "
              "SELECT 'pg_largeobject_metadata' ORDER BY 1"))) {
         QStringList filas{tabla};
         filas += testigo.Filas(QString("SELECT '%1', t.* FROM %1 t").arg(tabla));
