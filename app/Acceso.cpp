@@ -53,7 +53,9 @@ std::unique_ptr<qvx::Conexion> AbrirBase(const Argumentos &argumentos)
     if (!argumentos.servidor)
         return qvx::AbrirBaseDeDatos(argumentos.baseDatos, !argumentos.sinEjemplos);
     EntrarSinPreguntar(*argumentos.servidor);
-    return qvx::AbrirServidor(*argumentos.servidor);
+    auto conexion = qvx::AbrirServidor(*argumentos.servidor);
+    conexion->AlAvisar([](const QString &aviso) { Escribir(stderr, aviso); });
+    return conexion;
 }
 
 std::unique_ptr<qvx::Conexion> AbrirBaseConVentana(const Argumentos &argumentos)

@@ -85,11 +85,24 @@ void LeerCatalogo(const QCommandLineParser &lector, Argumentos &argumentos)
         argumentos.error = "--codificacion solo va con --importar-catalogo: se escribe en UTF-8.";
 }
 
+// --lectura alone, and not with the reading of a meter that a programme begins with.
+const QString SoloLectura = "solo-lectura";
+
+QStringList ConSoloLectura(QStringList linea)
+{
+    for (qsizetype i = 0; i < linea.size(); ++i)
+        if (linea.at(i) == "--lectura" && !linea.value(i + 1).contains(QLatin1Char('=')))
+            linea[i] = "--" + SoloLectura;
+    return linea;
+}
+
 // An option that is not one of these, "" when there is none.
 QString Sobrante(const QCommandLineParser &lector, const QStringList &debidas)
 {
     QStringList otras = lector.optionNames();
-    otras.removeIf([&](const QString &opcion) { return debidas.contains(opcion); });
+    otras.removeIf([&](const QString &opcion) {
+        return debidas.contains(opcion) || (opcion == SoloLectura && debidas.contains("servidor"));
+    });
     return otras.value(0);
 }
 
@@ -197,6 +210,8 @@ void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
     if (argumentos.crearEsquema || argumentos.actualizarEsquema)
         orden = argumentos.crearEsquema ? "crear-esquema" : "actualizar-esquema";
     if (!lector.isSet("servidor")) {
+        if (lector.isSet(SoloLectura))
+            orden = "lectura";
         if (!orden.isEmpty())
             argumentos.error = "--" + orden + " necesita --servidor.";
         return;
@@ -204,6 +219,8 @@ void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
     const QString otra = Sobrante(lector, {"servidor", orden, "con-ejemplos"});
     if (!orden.isEmpty() && !otra.isEmpty())
         argumentos.error = "--" + orden + " va sin otra orden: --" + otra + " sobra.";
+    else if (!orden.isEmpty() && lector.isSet(SoloLectura))
+        argumentos.error = "--" + orden + " cambia el esquema, y con --lectura nada se cambia.";
     else if (lector.isSet("base-datos"))
         argumentos.error = "--servidor y --base-datos no van juntos.";
     else if (lector.isSet("operador"))
@@ -215,6 +232,7 @@ void LeerServidor(const QCommandLineParser &lector, Argumentos &argumentos)
     try {
         argumentos.direccion = lector.value("servidor");
         argumentos.servidor.emplace(argumentos.direccion);
+        argumentos.PonerLectura(lector.isSet(SoloLectura));
         argumentos.error = Argumentos::RevisarOperador(argumentos.servidor->Usuario());
     } catch (const qvx::ErrorEjecucion &error) {
         argumentos.error = error.Descripcion();
@@ -241,10 +259,18 @@ Argumentos Argumentos::Hacia(const QString &base) const
     if (base.startsWith("postgres://") || base.startsWith("postgresql://")) {
         otros.direccion = base;
         otros.servidor.emplace(base);
+        otros.PonerLectura(lectura);
     } else {
         otros.baseDatos = base;
     }
     return otros;
+}
+
+void Argumentos::PonerLectura(bool si)
+{
+    lectura = si;
+    if (si)
+        servidor = servidor->DeSoloLectura();
 }
 
 // The operator is written between quotes into every audited row.
@@ -261,6 +287,7 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     QCommandLineParser lector;
     lector.addOptions({{"base-datos", "", "FILE"},
                        {"servidor", "", "ADDRESS"},
+                       {SoloLectura, ""},
                        {"crear-esquema", ""},
                        {"actualizar-esquema", ""},
                        {"con-ejemplos", ""},
@@ -294,7 +321,7 @@ Argumentos Argumentos::Leer(const QStringList &linea)
     for (const QString &opcion : PedidoDePrograma::SinValor())
         lector.addOption({opcion, ""});
     Argumentos argumentos;
-    if (!lector.parse(linea)) {
+    if (!lector.parse(ConSoloLectura(linea))) {
         argumentos.error = lector.unknownOptionNames().isEmpty()
                                ? QString("A una opción le falta su valor.")
                                : "Opción desconocida: --" + lector.unknownOptionNames().constFirst();

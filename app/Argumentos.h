@@ -16,6 +16,7 @@ struct Argumentos {
     bool baseDada = false;                 // the command line names the file
     std::optional<qvx::Servidor> servidor; // in its place
     QString direccion;                     // of the server, as it was given
+    bool lectura = false;                  // nothing can be changed there
     QString tipoEquipo;                    // equipment type to open on, "" for none
     QString operador;                      // the system's user when not given; not of a server, which knows its own
     bool sinEjemplos = false;
@@ -72,6 +73,8 @@ struct Argumentos {
     Argumentos Hacia(const QString &base) const;
     // The file, or the address of the server.
     QString Base() const { return servidor ? direccion : baseDatos; }
+    // With a server alone.
+    void PonerLectura(bool si);
     // Why somebody of this name cannot sign changes, "" when he can.
     static QString RevisarOperador(const QString &operador);
 };

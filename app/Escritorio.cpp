@@ -19,6 +19,7 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QScopeGuard>
+#include <QTimer>
 
 namespace
 {
@@ -27,6 +28,13 @@ namespace
 QString DireccionDe(const Argumentos &argumentos)
 {
     return argumentos.servidor ? argumentos.direccion : QFileInfo(argumentos.baseDatos).absoluteFilePath();
+}
+
+QString NombreDe(const Argumentos &argumentos)
+{
+    if (!argumentos.servidor)
+        return argumentos.baseDatos;
+    return argumentos.servidor->Nombre() + (qvx::Sesion::Actual().Conexion().SoloLectura() ? ", solo para mirar" : "");
 }
 
 } // namespace
@@ -43,9 +51,15 @@ void Escritorio::Empezar(const Argumentos &nuevos, std::unique_ptr<qvx::Conexion
 {
     argumentos = nuevos;
     sesion = IniciarSesion(argumentos, std::move(conexion), std::move(personas));
-    ventana =
-        std::make_unique<VentanaPrincipal>(CrearPantalla(), argumentos.tipoEquipo, sesion->Operador(),
-                                           argumentos.servidor ? argumentos.servidor->Nombre() : argumentos.baseDatos);
+    ventana = std::make_unique<VentanaPrincipal>(CrearPantalla(), argumentos.tipoEquipo, sesion->Operador(),
+                                                 NombreDe(argumentos));
+    // When what was saved has been shown.
+    sesion->Conexion().AlAvisar([this](const QString &aviso) {
+        QTimer::singleShot(0, ventana.get(), [this, aviso] {
+            ventana->Personas().Mensaje(
+                {aviso, qvx::mensaje::Exclamacion, "Quorvex", ventana->winId(), "QVX", "ERR-ID:1000227", {}});
+        });
+    });
     ventana->Retomar(DireccionDe(argumentos), argumentos.servidor.has_value());
     // The command that asks for it belongs to the window that goes.
     connect(ventana.get(), &VentanaPrincipal::BasePedida, this, &Escritorio::Cambiar, Qt::QueuedConnection);

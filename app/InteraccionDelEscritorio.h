@@ -2,10 +2,12 @@
 
 #include "controls/InteraccionQt.h"
 
-// The person at the desk: searches in catalogues offer to make new entries, where he may.
+// The person at the desk: searches in catalogues offer to make new entries, where he may; and where nothing can be
+// changed he is told so in place of a question whether it should be.
 class InteraccionDelEscritorio : public qvx::InteraccionQt
 {
 public:
+    int Mensaje(const qvx::Aviso &aviso) override;
     QString BuscarEnCatalogo(const QString &catalogo, int maximo, const QString &filtro, const QFont &fuente,
                              QWidget *duena) override;
 

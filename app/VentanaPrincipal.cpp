@@ -5,6 +5,7 @@
 #include "app/BarraDeEstado.h"
 #include "app/DialogoIntegridad.h"
 #include "app/MenuEdicion.h"
+#include "app/ModoLectura.h"
 #include "app/OrdenDeMenu.h"
 #include "app/Paginas.h"
 #include "app/PantallaDelPlan.h"
@@ -54,6 +55,7 @@ VentanaPrincipal::VentanaPrincipal(QWidget *pantalla, const QString &tipoEquipo_
     , barra(new BarraDeEstado(operador, baseDatos, this))
 {
     setWindowTitle("Plan de mantenimiento por tipo de equipo");
+    new ModoLectura(this);
     pantalla->setProperty("Padre", QVariant::fromValue(static_cast<QObject *>(this)));
     setStatusBar(barra);
     PonerPaginas();

@@ -1,5 +1,6 @@
 #include "app/catalogos/DialogoCostos.h"
 
+#include "app/ModoLectura.h"
 #include "app/Trampas.h"
 #include "app/catalogos/FiltroDeLista.h"
 #include "app/catalogos/ListaDePlan.h"
@@ -67,7 +68,7 @@ void DialogoCostos::Leer()
     else if (modelo->rowCount() == 0)
         ui->lblAviso->setText("Todos los costos están al día." + TextoDeAparte(modelo->Diferencias().aparte));
     else
-        ui->lblAviso->setText(((puede ? QString() : QString("Su usuario puede mirar, no cambiar."))
+        ui->lblAviso->setText(((puede ? QString() : QuienMira() + " puede mirar, no cambiar.")
                                + TextoDeAparte(modelo->Diferencias().aparte))
                                   .trimmed());
     Sumar();

@@ -1,5 +1,6 @@
 #include "app/catalogos/DialogoGastos.h"
 
+#include "app/ModoLectura.h"
 #include "app/Trampas.h"
 #include "app/catalogos/FiltroDeLista.h"
 #include "app/catalogos/ListaDePlan.h"
@@ -82,7 +83,7 @@ void DialogoGastos::Contar()
     else
         ui->lblAviso->setText(Cuantos(modelo->rowCount(), "refacción", "refacciones")
                               + "; sin elegir: " + QString::number(sinElegir) + "."
-                              + (puede ? QString() : QString(" Su usuario puede mirar, no cambiar.")) + aparte);
+                              + (puede ? QString() : ' ' + QuienMira() + " puede mirar, no cambiar.") + aparte);
     ui->cmdCompletar->setEnabled(puede && sinElegir < modelo->rowCount());
 }
 

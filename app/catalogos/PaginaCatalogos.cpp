@@ -8,6 +8,7 @@
 #include "controls/ModeloTabla.h"
 #include "controls/Teclas.h"
 #include "controls/VistaTabla.h"
+#include "data/Conexion.h"
 #include "data/Texto.h"
 #include "plan/Catalogos.h"
 #include "session/Sesion.h"
@@ -235,8 +236,10 @@ void PaginaCatalogos::AlCambiarDeCatalogo()
     lblAviso->Intentar(1000220, [this] {
         puedeCambiar = qvx::LeerDerechos(Base()).catalogos;
         lblDerecho->setVisible(!puedeCambiar);
-        lblDerecho->setText("Usted puede mirar los catálogos. Los cambia quien tiene en el servidor el rol "
-                            "quorvex_catalogos: pídalo a quien lo administra.");
+        lblDerecho->setText(Base().SoloLectura()
+                                ? "Esta sesión puede mirar los catálogos, no cambiarlos."
+                                : "Usted puede mirar los catálogos. Los cambia quien tiene en el servidor el rol "
+                                  "quorvex_catalogos: pídalo a quien lo administra.");
         Leer();
     });
     Elegir({});

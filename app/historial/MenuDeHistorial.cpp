@@ -1,5 +1,6 @@
 #include "app/historial/MenuDeHistorial.h"
 
+#include "app/ModoLectura.h"
 #include "app/OrdenDeMenu.h"
 #include "app/Trampas.h"
 #include "app/VentanaPrincipal.h"
@@ -96,7 +97,7 @@ void MenuDeHistorial::Ultima(Que que)
     ConTrampa(ventana, 1000162, [&] {
         const QString tipo = ventana.TipoDeLaPagina();
         if (!Puede())
-            return Decir(ventana, 1000163, "Su usuario puede mirar los planes, no cambiarlos.");
+            return Decir(ventana, 1000163, QuienMira() + " puede mirar los planes, no cambiarlos.");
         if (tipo.isEmpty())
             return Decir(ventana, 1000164,
                          "Se deshace lo último que usted hizo a un plan: elija primero un tipo de equipo.");

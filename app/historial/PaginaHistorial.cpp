@@ -1,6 +1,7 @@
 #include "app/historial/PaginaHistorial.h"
 
 #include "app/Ajustes.h"
+#include "app/ModoLectura.h"
 #include "app/Textos.h"
 #include "app/Trampas.h"
 #include "app/comparar/VistaComparacion.h"
@@ -251,7 +252,7 @@ void PaginaHistorial::AlElegir()
                      ? QString("Todavía no se ha hecho nada a los planes desde que se lleva la historia.")
                      : QString("Ninguna operación cumple con los filtros.");
     else if (!puede)
-        motivo = "Su usuario puede mirar, no deshacer.";
+        motivo = QuienMira() + " puede mirar, no deshacer.";
     lblDetalle->setText(motivo);
     lblDetalle->setVisible(!motivo.isEmpty());
     detalle.start(EsperaDelDetalle);

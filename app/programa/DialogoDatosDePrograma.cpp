@@ -1,5 +1,6 @@
 #include "app/programa/DialogoDatosDePrograma.h"
 
+#include "app/ModoLectura.h"
 #include "app/Rotulo.h"
 #include "app/Trampas.h"
 #include "controls/colorQVX.h"
@@ -85,7 +86,8 @@ DialogoDatosDePrograma::DialogoDatosDePrograma(const programa::PlanMedido &medid
     cmdGuardar = botones->addButton("&Guardar", QDialogButtonBox::AcceptRole);
     cmdGuardar->setObjectName("cmdGuardarDatos");
     cmdGuardar->setEnabled(puede);
-    cmdGuardar->setToolTip(puede ? "Quedan en la base de datos, para todos" : "Su usuario puede mirar, no guardar");
+    cmdGuardar->setToolTip(puede ? QString("Quedan en la base de datos, para todos")
+                                 : QuienMira() + " puede mirar, no guardar");
     auto *usar = botones->addButton("Usar &sin guardar", QDialogButtonBox::ActionRole);
     usar->setObjectName("cmdUsarDatos");
     botones->addButton("Cancelar", QDialogButtonBox::RejectRole)->setObjectName("cmdCancelarDatos");

@@ -1,6 +1,7 @@
 #include "app/servicios/PaginaServicios.h"
 
 #include "app/FilaDeAcciones.h"
+#include "app/ModoLectura.h"
 #include "app/Rotulo.h"
 #include "app/Textos.h"
 #include "app/Trampas.h"
@@ -413,7 +414,7 @@ void PaginaServicios::Avisar()
     else if (!Plan().tipoActivo)
         aviso = "El tipo de equipo está dado de baja: sus servicios se miran y no se cambian.";
     else if (!puede)
-        aviso = "Su usuario puede mirar, no cambiar.";
+        aviso = QuienMira() + " puede mirar, no cambiar.";
     else if (Plan().servicios.isEmpty())
         aviso = "Este plan no tiene servicios todavía: se agregan en la página Plan.";
     lblAviso->setText(aviso);

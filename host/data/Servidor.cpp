@@ -16,9 +16,8 @@ namespace
 // Those that an address need not name. A server that went away is noticed by the kernel, a lock that is not given ends
 // the wait, and names mean the schema's own objects and nothing that somebody else may have put before them.
 const Servidor::Opciones Predeterminadas{
-    {"connect_timeout", "10"}, {"keepalives_idle", "30"},     {"keepalives_interval", "10"},
-    {"keepalives_count", "3"}, {"tcp_user_timeout", "20000"}, {"application_name", "quorvex"},
-    {Servidor::Espera, "30"},
+    {"keepalives_idle", "30"},     {"keepalives_interval", "10"},   {"keepalives_count", "3"},
+    {"tcp_user_timeout", "20000"}, {"application_name", "quorvex"}, {Servidor::Espera, "30"},
 };
 const QString OpcionesDeSesion =
     QString("-c search_path=dbo,pg_temp -c lock_timeout=%1s -c standard_conforming_strings=on "
@@ -26,6 +25,15 @@ const QString OpcionesDeSesion =
         .arg(SegundosDeEspera);
 
 constexpr int MayorEspera = 3600;
+
+// Seconds for each of so many places of a server: the last one is come to before a person gives up.
+QString EsperaDeEntrada(qsizetype lugares)
+{
+    constexpr qsizetype ParaTodos = 30;
+    constexpr qsizetype ParaUno = 10;
+    constexpr qsizetype Minima = 2;
+    return QString::number(qMax(Minima, qMin(ParaUno, ParaTodos / lugares)));
+}
 
 // The address is never repeated when it carries one, nor is what libpq has against it.
 bool LlevaContrasena(const QString &direccion)
@@ -79,8 +87,11 @@ void Servidor::Completar()
         setUsuario(Cliente().UsuarioPredeterminado());
     Poner("options", (OpcionesDeSesion + QLatin1Char(' ') + Opcion("options")).trimmed());
     for (const auto &[nombre, valor] : Predeterminadas)
-        if (Opcion(nombre).isEmpty())
-            Poner(nombre, valor);
+        PonerSiFalta(nombre, valor);
+    const auto lugares = Lugares().size();
+    PonerSiFalta("connect_timeout", EsperaDeEntrada(lugares));
+    if (lugares > 1) // the one that takes changes, whichever it is by now
+        PonerSiFalta("target_session_attrs", "read-write");
 }
 
 QString Servidor::Opcion(const QString &nombre) const
@@ -98,17 +109,36 @@ void Servidor::Poner(const QString &nombre, const QString &valor)
         opciones.append({nombre, valor});
 }
 
+void Servidor::PonerSiFalta(const QString &nombre, const QString &valor)
+{
+    if (Opcion(nombre).isEmpty())
+        Poner(nombre, valor);
+}
+
 QString Servidor::Nombre() const
 {
-    const QString equipo = Opcion("host");
-    return "«" + Base() + "»" + (equipo.isEmpty() ? QString() : " de " + equipo);
+    const QString equipos = Opcion("host").split(QLatin1Char(',')).join(", ");
+    return "«" + Base() + "»" + (equipos.isEmpty() ? QString() : " de " + equipos);
+}
+
+// One port may stand for all places.
+QStringList Servidor::Lugares() const
+{
+    const QStringList equipos =
+        (Opcion("host").isEmpty() ? Opcion("hostaddr") : Opcion("host")).split(QLatin1Char(','));
+    const QStringList puertos = Opcion("port").split(QLatin1Char(','));
+    QStringList lugares;
+    for (qsizetype i = 0; i < equipos.size(); ++i) {
+        const QString equipo = equipos.at(i).isEmpty() ? QString("este equipo") : equipos.at(i);
+        const QString puerto = puertos.value(puertos.size() == 1 ? 0 : i);
+        lugares.append(puerto.isEmpty() ? equipo : equipo + ':' + puerto);
+    }
+    return lugares;
 }
 
 QString Servidor::Equipo() const
 {
-    const QString puerto = Opcion("port");
-    const QString equipo = Opcion("host");
-    return (equipo.isEmpty() ? QString("este equipo") : equipo) + (puerto.isEmpty() ? QString() : ":" + puerto);
+    return Lugares().join(", ");
 }
 
 void Servidor::setUsuario(const QString &usuario)
@@ -131,6 +161,15 @@ Servidor::Prueba Servidor::Probar() const
 std::unique_ptr<QSqlDriver> Servidor::Controlador(const Opciones &ajustes) const
 {
     return Cliente().Controlador(opciones, ajustes, std::move(*probado));
+}
+
+Servidor Servidor::DeSoloLectura() const
+{
+    Servidor otro = *this;
+    otro.Poner("target_session_attrs", "prefer-standby");
+    otro.Poner("options", Opcion("options") + " -c default_transaction_read_only=on");
+    otro.probado = std::make_shared<std::unique_ptr<QSqlDriver>>();
+    return otro;
 }
 
 Servidor Servidor::ConEspera(int segundos) const

@@ -13,7 +13,7 @@ namespace QVX_EXPORTA qvx
 {
 
 // A shared server and a database of it: the options of a connection as libpq names them, and how long an answer is
-// waited for (Espera, in seconds).
+// waited for (Espera, in seconds). An address may name several places: it is whichever of them takes changes.
 class Servidor
 {
 public:
@@ -28,7 +28,7 @@ public:
     // How messages call it: "«DB» de HOST".
     QString Nombre() const;
     QString Base() const { return Opcion("dbname"); }
-    // "HOST:PORT", as far as the address says it.
+    // "HOST:PORT", as far as the address says it; several, one behind the other.
     QString Equipo() const;
     QString Usuario() const { return Opcion("user"); }
     void setUsuario(const QString &usuario);
@@ -47,6 +47,8 @@ public:
 
     // A driver of the toolkit that opens it, with settings of its session.
     std::unique_ptr<QSqlDriver> Controlador(const Opciones &ajustes = {}) const;
+    // The same, where nothing can be changed: on a copy that follows the server, if the address has one.
+    Servidor DeSoloLectura() const;
     // The same, where an answer is waited for so long.
     Servidor ConEspera(int segundos) const;
 
@@ -54,6 +56,8 @@ private:
     void Completar();
     QString Opcion(const QString &nombre) const;
     void Poner(const QString &nombre, const QString &valor);
+    void PonerSiFalta(const QString &nombre, const QString &valor);
+    QStringList Lugares() const;
 
     Opciones opciones;
     std::shared_ptr<std::unique_ptr<QSqlDriver>> probado;
