@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -41,7 +42,8 @@ Intermediario::~Intermediario()
     hilo.join();
     for (const int punta : puntas)
         close(punta);
-    close(entrada);
+    if (entrada >= 0)
+        close(entrada);
 }
 
 QString Intermediario::Direccion(const QString &usuario, const QString &base, const QString &opciones) const
@@ -53,6 +55,8 @@ void Intermediario::Pasar()
 {
     constexpr int Pausa = 10;
     while (!termina) {
+        if (!recibe && entrada >= 0)
+            close(std::exchange(entrada, -1));
         std::vector<pollfd> todos{{entrada, POLLIN, 0}};
         for (const int punta : puntas)
             todos.push_back({callado ? -1 : punta, POLLIN, 0});
@@ -64,7 +68,10 @@ void Intermediario::Pasar()
             const int otra = puntas[(i - 1) ^ 1U];
             if (leidos > 0)
                 Contar(i - 1);
-            if (leidos > 0)
+            if (leidos > 0 && i % 2 != 0
+                && QByteArray::fromRawData(bytes, static_cast<qsizetype>(leidos)).contains("COMMIT"))
+                confirmada = true;
+            if (leidos > 0 && !(pierde && confirmada && i % 2 == 0))
                 send(otra, bytes, static_cast<std::size_t>(leidos), MSG_NOSIGNAL);
             else if (leidos == 0)
                 shutdown(otra, SHUT_RDWR);

@@ -18,6 +18,11 @@ public:
 
     QString Direccion(const QString &usuario, const QString &base, const QString &opciones) const;
     void Callar(bool si) { callado = si; }
+    // What the server says once it was told to commit is lost; that it goes away is not.
+    void PerderConfirmaciones() { pierde = true; }
+    // As a machine that is gone: nobody gets in any more.
+    void NoRecibir() { recibe = false; }
+    int Puerto() const { return puerto; }
     int Cruces() const { return cruces; }
 
 private:
@@ -30,6 +35,9 @@ private:
     std::vector<bool> espera; // at a program's end: it has said something that is not answered yet
     std::atomic<int> cruces{0};
     std::atomic<bool> callado{false};
+    std::atomic<bool> pierde{false};
+    std::atomic<bool> recibe{true};
+    bool confirmada = false;
     std::atomic<bool> termina{false};
     std::thread hilo;
 };
