@@ -13,21 +13,18 @@
 namespace
 {
 
-// An extra button's command is known by its caption.
-bool Cambia(const QAction &orden)
-{
-    static const QStringList cambian{"Nuevo", "Eliminar", "Reactivar", "Aceptar"};
-    const bool extra = QStringList{"B1", "B2", "B3"}.contains(orden.objectName());
-    return cambian.contains(orden.objectName()) || (extra && orden.text() != "Exportar XML");
-}
-
-// The screen turns them on and off as it goes, and is told nothing.
+// The screen turns them on and off as it goes, and is told nothing. An extra button is another command's from one
+// moment to the next, which its caption tells.
 void Apagar(const toolbarQVX::Controles &barra)
 {
+    static const QStringList cambian{"Nuevo", "Eliminar", "Reactivar", "Aceptar"};
+    static const QStringList extras{"B1", "B2", "B3"};
     for (QAction *orden : barra.actions()) {
-        const auto apagar = [orden] { orden->setEnabled(!Cambia(*orden) && orden->isEnabled()); };
-        if (Cambia(*orden) || orden->objectName().startsWith(QLatin1Char('B')))
-            QObject::connect(orden, &QAction::changed, orden, apagar);
+        const bool extra = extras.contains(orden->objectName());
+        if (!extra && !cambian.contains(orden->objectName()))
+            continue;
+        const auto apagar = [orden, extra] { orden->setEnabled(extra && orden->text() == "Exportar XML"); };
+        QObject::connect(orden, &QAction::changed, orden, apagar);
         apagar();
     }
 }
