@@ -6,6 +6,7 @@
 #include "plan/RegistrosDeCatalogo.h"
 
 #include <algorithm>
+#include <tuple>
 
 using qvx::SinBlancosAlFinal;
 
@@ -15,24 +16,13 @@ namespace lectura
 namespace
 {
 
+// Of so many lines the catalogue is read whole: to look for theirs alone takes longer.
+constexpr qsizetype MuchasLineas = 5000;
+
 // Products in the order in which lines name them first.
 class ProductosVistos
 {
 public:
-    ProductosVistos(qvx::Conexion &conexion, const QString &tipoEquipo)
-    {
-        for (auto filas =
-                 conexion.Execute("SELECT Pr_Cve_Producto, Pr_Descripcion, Pr_Costo_Estandar, Es_Cve_Estado FROM "
-                                  "Producto WHERE Pr_Cve_Producto IN (SELECT Pr_Cve_Producto FROM "
-                                  "Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = ?)",
-                                  {tipoEquipo});
-             !filas.Eof(); filas.MoveNext()) {
-            const QString clave = SinBlancosAlFinal(filas.Texto(0));
-            lugares.insert(clave, static_cast<int>(productos.size()));
-            productos.append({clave, filas.Texto(1), filas.Numero(2), true,
-                              SinBlancosAlFinal(filas.Texto(3)) == qvx::estado::Activo});
-        }
-    }
     int Lugar(const QString &clave)
     {
         const auto visto = lugares.constFind(clave);
@@ -42,9 +32,27 @@ public:
         return *lugares.insert(clave, static_cast<int>(productos.size()) - 1);
     }
 
-    QList<Producto> productos;
+    // With what the catalogue says of them.
+    QList<Producto> Leer(qvx::Conexion &conexion, const QString &tipoEquipo, qsizetype lineas)
+    {
+        const QString todos = "SELECT Pr_Cve_Producto, Pr_Descripcion, Pr_Costo_Estandar, Es_Cve_Estado FROM Producto";
+        for (auto filas = lineas > MuchasLineas
+                              ? conexion.Execute(todos, {})
+                              : conexion.Execute(todos
+                                                     + " WHERE Pr_Cve_Producto IN (SELECT Pr_Cve_Producto FROM "
+                                                       "Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = ?)",
+                                                 {tipoEquipo});
+             !filas.Eof(); filas.MoveNext()) {
+            const QString clave = SinBlancosAlFinal(filas.Texto(0));
+            if (const auto visto = lugares.constFind(clave); visto != lugares.constEnd())
+                productos[*visto] = {clave, filas.Texto(1), filas.Numero(2), true,
+                                     SinBlancosAlFinal(filas.Texto(3)) == qvx::estado::Activo};
+        }
+        return std::move(productos);
+    }
 
 private:
+    QList<Producto> productos;
     QHash<QString, int> lugares;
 };
 
@@ -61,14 +69,14 @@ Lineas LeerLineasDe(qvx::Conexion &conexion, const Plan &plan)
     QHash<QString, int> servicios; // folios are one plan's own
     for (int i = 0; i < plan.servicios.size(); ++i)
         servicios.insert(plan.servicios.at(i).leido.folio, i);
-    ProductosVistos productos(conexion, plan.tipoEquipo);
+    ProductosVistos productos;
     Lineas lineas;
     for (auto filas = conexion.Execute("SELECT Tg_Cve_Tipo_Gasto, Tg_Descripcion FROM Tipo_Gasto", {}); !filas.Eof();
          filas.MoveNext())
         lineas.gastos.insert(SinBlancosAlFinal(filas.Texto(0)), filas.Texto(1));
     for (auto filas = conexion.Execute(
              "SELECT Tep_ID, Pm_ID, Pmd_Tipo, Pr_Cve_Producto, Pmd_Cantidad, Pmd_Unidad, Pmd_Costo, Pmd_Importe, "
-             "Pmd_Tipo_Gasto FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = ? ORDER BY Pm_ID, Pmd_Tipo, "
+             "Pmd_Tipo_Gasto FROM Plan_Mantenimiento_Detalle WHERE Te_Cve_Tipo_Equipo = ? ORDER BY Tep_ID, Pm_ID, "
              "Pmd_ID",
              {plan.tipoEquipo});
          !filas.Eof(); filas.MoveNext()) {
@@ -85,9 +93,11 @@ Lineas LeerLineasDe(qvx::Conexion &conexion, const Plan &plan)
                               SinBlancosAlFinal(filas.Texto(5)), filas.Numero(6), filas.Numero(7),
                               SinBlancosAlFinal(filas.Texto(8))});
     }
-    std::stable_sort(lineas.lineas.begin(), lineas.lineas.end(),
-                     [](const Linea &una, const Linea &otra) { return una.servicio < otra.servicio; });
-    lineas.productos = std::move(productos.productos);
+    // Read as the table keeps them, which the engine need not sort.
+    std::stable_sort(lineas.lineas.begin(), lineas.lineas.end(), [](const Linea &una, const Linea &otra) {
+        return std::tie(una.servicio, una.clase) < std::tie(otra.servicio, otra.clase);
+    });
+    lineas.productos = productos.Leer(conexion, plan.tipoEquipo, lineas.lineas.size());
     return lineas;
 }
 

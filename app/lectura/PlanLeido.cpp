@@ -23,10 +23,8 @@ struct LineasDeServicio {
     double herramientas = 0;
 };
 
-QString ClaveDeServicio(const QString &parte, const QString &folio)
-{
-    return SinBlancosAlFinal(parte) + QLatin1Char('|') + SinBlancosAlFinal(folio);
-}
+using ClaveDeServicio = std::pair<QString, QString>; // part and folio
+using LineasPorServicio = QHash<ClaveDeServicio, LineasDeServicio>;
 
 void LeerTipo(qvx::Conexion &conexion, Plan &plan)
 {
@@ -39,9 +37,9 @@ void LeerTipo(qvx::Conexion &conexion, Plan &plan)
     plan.tipoActivo = estado != qvx::estado::Baja && estado != qvx::estado::Cancelado;
 }
 
-QHash<QString, LineasDeServicio> LeerLineas(qvx::Conexion &conexion, const QString &tipoEquipo)
+LineasPorServicio LeerLineas(qvx::Conexion &conexion, const QString &tipoEquipo)
 {
-    QHash<QString, LineasDeServicio> lineas;
+    LineasPorServicio lineas;
     for (auto filas =
              conexion.Execute("SELECT Tep_ID, Pm_ID, SUM(CASE WHEN Pmd_Tipo = '01' THEN Pmd_Importe ELSE 0 END), "
                               "SUM(CASE WHEN Pmd_Tipo = '02' THEN Pmd_Importe ELSE 0 END), "
@@ -50,7 +48,7 @@ QHash<QString, LineasDeServicio> LeerLineas(qvx::Conexion &conexion, const QStri
                               {tipoEquipo});
          !filas.Eof(); filas.MoveNext())
         lineas.insert(
-            ClaveDeServicio(filas.Texto(0), filas.Texto(1)),
+            {SinBlancosAlFinal(filas.Texto(0)), SinBlancosAlFinal(filas.Texto(1))},
             {qvx::Redondeado(filas.Numero(2)), qvx::Redondeado(filas.Numero(3)), qvx::Redondeado(filas.Numero(4))});
     return lineas;
 }
@@ -153,7 +151,7 @@ Plan LeerPlan(qvx::Conexion &conexion, const QString &tipoEquipo)
     plan.tipoEquipo = SinBlancosAlFinal(tipoEquipo);
     LeerTipo(conexion, plan);
     plan.arbol = qvx::ArbolDelPlan(conexion, plan.tipoEquipo);
-    const QHash<QString, LineasDeServicio> lineas = LeerLineas(conexion, plan.tipoEquipo);
+    const LineasPorServicio lineas = LeerLineas(conexion, plan.tipoEquipo);
     const auto nombres =
         LeerNombres(conexion, "SELECT Ts_Cve_Tipo_Servicio, Ts_Descripcion AS Nombre FROM Tipo_Servicio");
     const auto prioridades =
@@ -172,7 +170,7 @@ Plan LeerPlan(qvx::Conexion &conexion, const QString &tipoEquipo)
         const PartesVistas::Vista vista = partes.De(parte);
         servicio.ruta = vista.ruta;
         servicio.situacion = SituacionDe(vista.parte, servicio.estado);
-        Costear(servicio, lineas.value(ClaveDeServicio(parte, servicio.leido.folio)));
+        Costear(servicio, lineas.value({parte, servicio.leido.folio}));
         plan.servicios.append(std::move(servicio));
     }
     return plan;
