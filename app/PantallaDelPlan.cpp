@@ -99,7 +99,12 @@ bool PantallaDelPlan::Mostrar(const QString &tipoEquipo, const QString &parte, c
         return false;
     if (parte.isEmpty())
         return true;
-    return ElegirParte("N" + qvx::SinBlancosAlFinal(parte)) && (servicio.isEmpty() || ElegirServicio(servicio));
+    if (!ElegirParte("N" + qvx::SinBlancosAlFinal(parte)))
+        return false;
+    if (!servicio.isEmpty())
+        return ElegirServicio(servicio);
+    partes->setFocus();
+    return true;
 }
 
 // As a click on the node.

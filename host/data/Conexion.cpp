@@ -187,8 +187,7 @@ void Conexion::CerrarLectura()
         OlvidarLoLeido();
     if (!std::exchange(leyendo, false) || !base.isOpen())
         return;
-    QSqlQuery consulta(base);
-    if (!consulta.exec("ROLLBACK")) {
+    if (!dialecto->TerminarLectura(base)) {
         preparadas.clear();
         base.close(); // the next statement opens it again, or says why not
     }

@@ -157,6 +157,11 @@ QSqlError Dialecto::Asentar(const QSqlDatabase & /*base*/, QList<int> & /*afecta
     return {};
 }
 
+bool Dialecto::TerminarLectura(const QSqlDatabase &base) const
+{
+    return QSqlQuery(base).exec("ROLLBACK");
+}
+
 QSqlError Dialecto::Confirmar(const QSqlDatabase &base, const QString & /*constancia*/, QString & /*aviso*/) const
 {
     QSqlQuery consulta(base);

@@ -30,6 +30,8 @@ public:
     virtual bool ComienzaConLaPrimera() const { return false; }
     // What makes all that is read from then on be of one moment, "" where nothing is needed for it.
     virtual QString InicioDeLectura() const { return {}; }
+    // Ends that; false when it cannot be told whether it has ended.
+    virtual bool TerminarLectura(const QSqlDatabase &base) const;
     // What an error of the engine is called in messages: its own text, or what it means to the person.
     virtual QString Explicar(const QSqlError &error) const;
     // What an error of the engine is to the person.

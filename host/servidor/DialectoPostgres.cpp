@@ -51,6 +51,8 @@ public:
 
     QString InicioDeLectura() const override { return "BEGIN ISOLATION LEVEL REPEATABLE READ, READ ONLY"; }
 
+    bool TerminarLectura(const QSqlDatabase &base) const override { return EnlaceDe(base).TerminarLectura(); }
+
     QString Explicar(const QSqlError &error) const override
     {
         const QString codigo = error.nativeErrorCode();

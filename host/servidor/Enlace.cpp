@@ -126,11 +126,30 @@ void Enlace::Cerrar()
     pq = nullptr;
     preparadas.clear();
     porEnviar.clear();
+    porRecibir = false;
+}
+
+bool Enlace::TerminarLectura()
+{
+    if (PorComenzar()) {
+        porEnviar.clear();
+        return true;
+    }
+    porRecibir = EstaAbierto() && PQsendQuery(pq, "ROLLBACK") == 1 && PQflush(pq) >= 0;
+    return porRecibir;
+}
+
+// False where the connection is lost, as the next statement would find.
+bool Enlace::Recibir()
+{
+    return !std::exchange(porRecibir, false) || Recoger(true);
 }
 
 // What begins waits for what comes next, and goes with it; what is ended before that never was.
 Respuesta Enlace::Correr(const QByteArray &guion)
 {
+    if (!Recibir())
+        return {nullptr, PQclear};
     if (EstaAbierto() && porEnviar.isEmpty() && guion.startsWith("BEGIN")) {
         porEnviar = guion;
         return Nada();
@@ -167,6 +186,8 @@ void Enlace::Reponer(const QByteArray &antes)
 
 Respuesta Enlace::Correr(const QByteArray &texto, const QVariantList &valores)
 {
+    if (!Recibir())
+        return {nullptr, PQclear};
     if (preparadas.size() >= MaximoPreparadas && !preparadas.contains(texto)
         && PQtransactionStatus(pq) != PQTRANS_INERROR) {
         if (!Correr("DEALLOCATE ALL"))
@@ -242,7 +263,7 @@ Respuesta Enlace::Volar(const QByteArray &texto, const std::vector<QByteArray> &
 // Parsed on its own, since a text sent to be run may hold several statements.
 bool Enlace::Examinar(const QByteArray &texto)
 {
-    return Recoger(PQsendPrepare(pq, "", texto.constData(), 0, nullptr) == 1) != nullptr;
+    return Recibir() && Recoger(PQsendPrepare(pq, "", texto.constData(), 0, nullptr) == 1);
 }
 
 // Until there is something to take, or at least all is sent; all the while sending what is still to be sent, and

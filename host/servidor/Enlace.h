@@ -59,6 +59,8 @@ public:
     bool Aplazar(const QByteArray &texto, const QVariantList &valores, QList<int> &afectadas);
     // Waits until all that were sent so are answered; false for a failure. afectadas: likewise, up to that one.
     bool Asentar(QList<int> &afectadas);
+    // Ends a transaction that only read. Nobody waits for the answer, which is there when the next statement is sent.
+    bool TerminarLectura();
     // What the server warned of since this was asked last, "" for nothing.
     QString TomarAviso() { return std::exchange(aviso, {}); }
     // What became of a transaction whose commit was sent then and this connection lost. buscar, on a connection of its
@@ -90,6 +92,7 @@ private:
     void Avanzar();
     void Contestar(const Respuesta &respuesta);
     bool PorComenzar() const { return porEnviar.startsWith("BEGIN"); }
+    bool Recibir();
     Respuesta Nada() const;
     void Reponer(const QByteArray &antes);
     Respuesta Volar(const QByteArray &texto, const std::vector<QByteArray> &valores, bool correr);
@@ -105,6 +108,7 @@ private:
     QHash<QByteArray, Preparada> preparadas; // by text
     int contadas = 0;
     QByteArray porEnviar;
+    bool porRecibir = false; // the answer to the end of a reading
     Aplazadas aplazadas;
     QList<int> contestadas; // the rows that those changed which are answered
     QDeadlineTimer tregua{0};

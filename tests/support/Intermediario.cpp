@@ -67,7 +67,7 @@ void Intermediario::Pasar()
             const ssize_t leidos = todos[i].revents != 0 ? read(puntas[i - 1], bytes, sizeof bytes) : -1;
             const int otra = puntas[(i - 1) ^ 1U];
             if (leidos > 0)
-                Contar(i - 1);
+                Contar(i - 1, QByteArray::fromRawData(bytes, static_cast<qsizetype>(leidos)));
             if (leidos > 0 && i % 2 != 0
                 && QByteArray::fromRawData(bytes, static_cast<qsizetype>(leidos)).contains("COMMIT"))
                 confirmada = true;
@@ -84,11 +84,12 @@ void Intermediario::Pasar()
     }
 }
 
-// The program's ends have the even places.
-void Intermediario::Contar(std::size_t punta)
+// The program's ends have the even places. It does not wait for the end of what it only read.
+void Intermediario::Contar(std::size_t punta, const QByteArray &dicho)
 {
+    static const QByteArray finDeLectura("Q\0\0\0\rROLLBACK\0", 14);
     if (punta % 2 == 0)
-        espera[punta] = true;
+        espera[punta] = espera[punta] || dicho != finDeLectura;
     else if (espera[punta - 1]) {
         espera[punta - 1] = false;
         ++cruces;

@@ -7,7 +7,7 @@
 
 // Stands between a program and the server of the tests: what comes in by a loopback port goes to the server's socket
 // and back, until it is told to be silent. Then everything stays open and nothing passes. It counts how often the way
-// is gone there and back: the first byte that the server answers to what came since its last one.
+// is gone there and back and waited for: the first byte that the server answers to what came since its last one.
 class Intermediario
 {
 public:
@@ -27,7 +27,7 @@ public:
 
 private:
     void Pasar();
-    void Contar(std::size_t punta);
+    void Contar(std::size_t punta, const QByteArray &dicho);
 
     int entrada = -1;
     int puerto = 0;
