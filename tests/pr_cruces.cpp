@@ -77,7 +77,7 @@ void PrCruces::comandos()
     QCOMPARE(argumentos.error, "");
     auto *personas = new PersonasDePrueba;
     Escritorio escritorio;
-    Contar("inicio", 7, [&] {
+    Contar("inicio", 8, [&] {
         escritorio.Empezar(argumentos, AbrirBaseConVentana(argumentos), std::unique_ptr<qvx::Interaccion>(personas));
         QVERIFY(QTest::qWaitForWindowActive(escritorio.Ventana()));
         QTRY_VERIFY(En<TreeView>(*escritorio.Ventana(), "tvPartes").Count() > 1);

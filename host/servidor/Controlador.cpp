@@ -16,7 +16,7 @@ bool ControladorPq::Entrar()
     QString deSesion;
     for (const auto &[nombre, valor] : ajustes)
         deSesion += "-c " + nombre + '=' + valor + ' ';
-    return enlace.Abrir(deSesion);
+    return enlace.Abrir(deSesion) && enlace.RevisarMediador(deSesion);
 }
 
 bool ControladorPq::open(const QString & /*base*/, const QString & /*usuario*/, const QString & /*contrasena*/,

@@ -2,7 +2,6 @@
 
 #include "servidor/Enlace.h"
 
-#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -36,12 +35,10 @@ Servidor::Opciones DeUnIntento(const Servidor::Opciones &opciones)
 // place, nobody answers.
 std::optional<bool> Enlace::SeConfirmo(const QByteArray &buscar, const QElapsedTimer &desde)
 {
-    const auto equipo = std::find_if(opciones.begin(), opciones.end(), [](const auto &opcion) {
-        return opcion.first == "host" || opcion.first == "hostaddr";
-    });
-    const auto lugares = equipo == opciones.end() ? 1 : equipo->second.count(QLatin1Char(',')) + 1;
+    const auto lugares = Opcion("host").count(QLatin1Char(',')) + 1;
     const auto ultimo = std::chrono::seconds{segundos} + Prorroga - Paso * (lugares + 1);
     Enlace otro(DeUnIntento(opciones));
+    otro.sinOpciones = sinOpciones;
     for (;;) {
         otro.tregua = QDeadlineTimer(0);
         if (otro.Abrir("-c synchronous_commit=local"))

@@ -100,13 +100,7 @@ public:
     }
 
     // The server says so by itself, also when that changes.
-    bool SoloLectura(const QSqlDatabase &base) const override
-    {
-        const auto dice = [&](const char *ajuste) {
-            return qstrcmp(PQparameterStatus(EnlaceDe(base).Pq(), ajuste), "on") == 0;
-        };
-        return dice("in_hot_standby") || dice("default_transaction_read_only");
-    }
+    bool SoloLectura(const QSqlDatabase &base) const override { return EnlaceDe(base).SoloLee(); }
 
     bool SigueEnTransaccion(const QSqlDatabase &base) const override { return EnlaceDe(base).EnTransaccion(); }
 

@@ -74,6 +74,14 @@ void Enlace::PonerOpciones(const Servidor::Opciones &todas)
             opciones.append(opcion);
 }
 
+QString Enlace::Opcion(const char *nombre) const
+{
+    for (const auto &[presente, valor] : opciones)
+        if (presente == QLatin1String(nombre))
+            return valor;
+    return {};
+}
+
 // The library tries each of the server's addresses for connect_timeout.
 bool Enlace::Abrir(const QString &deSesion)
 {
@@ -89,8 +97,10 @@ bool Enlace::Abrir(const QString &deSesion)
     for (const auto &[nombre, valor] : opciones) {
         if (nombre == "client_encoding")
             continue;
-        textos.push_back(nombre.toUtf8());
-        textos.push_back((nombre == "options" ? valor + ' ' + deSesion + FormaDeLosValores : valor).toUtf8());
+        if (nombre != "options" || !sinOpciones) {
+            textos.push_back(nombre.toUtf8());
+            textos.push_back((nombre == "options" ? valor + ' ' + deSesion + FormaDeLosValores : valor).toUtf8());
+        }
         if (nombre == "connect_timeout")
             limite = valor.toInt();
     }
@@ -107,9 +117,15 @@ bool Enlace::Abrir(const QString &deSesion)
     pq = PQconnectdbParams(nombres.data(), valores.data(), 0);
     if (EstaAbierto() && PQsetnonblocking(pq, 1) == 0) {
         PQsetNoticeReceiver(pq, AlAdvertir, &aviso);
+        if (sinOpciones)
+            PonerEnSesion(deSesion + FormaDeLosValores);
         return true;
     }
     Anotar();
+    if (!sinOpciones && fallo.texto.contains("unsupported startup parameter")) { // a pooler's own words
+        sinOpciones = true;
+        return Abrir(deSesion);
+    }
     // Tried with and without TLS, it says the same twice.
     QStringList motivo = fallo.texto.split(QLatin1Char('\n'));
     motivo.removeDuplicates();

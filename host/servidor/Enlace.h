@@ -41,6 +41,10 @@ public:
     // deSesion: settings of the session ("-c NAME=VALUE"). Just after a deadline it is not tried: the statements that
     // follow in one procedure would each wait anew.
     bool Abrir(const QString &deSesion);
+    // Just after that: whether what stands between here and the server, if anything does, leaves a session to itself.
+    bool RevisarMediador(const QString &deSesion);
+    // Whether the session may only look, as it was asked to or as the server says.
+    bool SoloLee() const;
     void Cerrar();
     bool EstaAbierto() const { return PQstatus(pq) == CONNECTION_OK; }
     PGconn *Pq() const { return pq; }
@@ -92,6 +96,9 @@ private:
     void Avanzar();
     void Contestar(const Respuesta &respuesta);
     bool PorComenzar() const { return porEnviar.startsWith("BEGIN"); }
+    QString Opcion(const char *nombre) const;
+    void PonerEnSesion(const QString &ajustes);
+    int Proceso();
     bool Recibir();
     Respuesta Nada() const;
     void Reponer(const QByteArray &antes);
@@ -104,6 +111,7 @@ private:
 
     Servidor::Opciones opciones;
     int segundos = 0;
+    bool sinOpciones = false; // settings go by a statement: a pooler takes none with the sign-in
     PGconn *pq = nullptr;
     QHash<QByteArray, Preparada> preparadas; // by text
     int contadas = 0;
