@@ -1,5 +1,6 @@
 #include "bench/Base.h"
 
+#include "bench/Lejania.h"
 #include "bench/Siembra.h"
 #include "data/Conexion.h"
 #include "data/Servidor.h"
@@ -39,7 +40,8 @@ private:
 class DelServidor : public Base
 {
 public:
-    explicit DelServidor(const Tamano &tamano) : nombre("banco_" + QUuid::createUuid().toString(QUuid::Id128))
+    explicit DelServidor(const Tamano &tamano, int vuelta = 0)
+        : nombre("banco_" + QUuid::createUuid().toString(QUuid::Id128))
     {
         CrudoPostgres(DeDuenio("postgres"))->Correr("CREATE DATABASE " + nombre.toLatin1());
         qvx::CrearEsquema(qvx::Servidor(DeDuenio(nombre)), false);
@@ -51,6 +53,8 @@ public:
         qputenv("PGPASSWORD", contrasena);
         Sembrar(*duenio, tamano);
         duenio->Correr("VACUUM ANALYZE");
+        if (vuelta > 0)
+            red = std::make_unique<Lejania>(qEnvironmentVariableIntValue("QVX_PRUEBA_PUERTO"), vuelta);
     }
     ~DelServidor() override
     {
@@ -79,11 +83,12 @@ private:
     QString DePlanificador() const
     {
         return QString("postgresql://banco@127.0.0.1:%1/%2?sslmode=disable")
-                   .arg(qEnvironmentVariable("QVX_PRUEBA_PUERTO"), nombre)
+                   .arg(red ? QString::number(red->Puerto()) : qEnvironmentVariable("QVX_PRUEBA_PUERTO"), nombre)
                + "&options=-c%20quorvex.esquema%3D" + QString::number(qvx::VersionEsquema);
     }
 
     QString nombre;
+    std::unique_ptr<Lejania> red;
 };
 
 } // namespace
@@ -96,4 +101,9 @@ std::unique_ptr<Base> BaseEnArchivo(const Tamano &tamano)
 std::unique_ptr<Base> BaseEnServidor(const Tamano &tamano)
 {
     return std::make_unique<DelServidor>(tamano);
+}
+
+std::unique_ptr<Base> BaseLejana(const Tamano &tamano, int vuelta)
+{
+    return std::make_unique<DelServidor>(tamano, vuelta);
 }

@@ -24,6 +24,9 @@ struct Tamano {
     }
 };
 
+// As the plan of an ordinary equipment type.
+constexpr Tamano Ordinario{30, 60, 300, 10, 8};
+
 // The equipment types: the whole plan, an empty one for copies, the one with the long list.
 namespace tipos
 {
@@ -46,3 +49,5 @@ public:
 std::unique_ptr<Base> BaseEnArchivo(const Tamano &tamano);
 // On the server that tools/con_servidor runs.
 std::unique_ptr<Base> BaseEnServidor(const Tamano &tamano);
+// The same, so many milliseconds there and back away from the component.
+std::unique_ptr<Base> BaseLejana(const Tamano &tamano, int vuelta);

@@ -67,6 +67,18 @@ void Comparacion(QTextStream &salida, const QString &titulo, const QList<QString
     }
 }
 
+// Milliseconds of each size of plan.
+void DeLejos(QTextStream &salida, const QString &carpeta)
+{
+    const auto treinta = Leer(carpeta + "/lejos.1");
+    const auto trescientas = Leer(carpeta + "/lejos.10");
+    salida
+        << "\n### Shared server, 20 ms away there and back\n\n| Job | 30 parts, ms | 300 parts, ms |\n|---|--:|--:|\n";
+    for (qsizetype i = 0; i < treinta.size(); ++i)
+        Renglon(salida, {Nombres.value(treinta.at(i).at(0)), Cifras(treinta.at(i).at(1).toDouble(), 0),
+                         Cifras(trescientas.at(i).at(1).toDouble(), 0)});
+}
+
 // The exponent b of time = a * size^b, by least squares of the logarithms; sizes without a time do not count.
 double Exponente(const QMap<int, double> &tiempos)
 {
@@ -144,6 +156,7 @@ QString Informe(const QString &carpeta)
            << PQlibVersion() % 10000 << ", libxml2 " << LIBXML_DOTTED_VERSION << ".\n";
     Comparacion(salida, "Embedded engine", Leer(carpeta + "/veces.1") + Leer(carpeta + "/arranque"));
     Comparacion(salida, "Shared server, loopback, waiting for the disk", Leer(carpeta + "/servidor"));
+    DeLejos(salida, carpeta);
     Crecimiento(salida, carpeta);
     Memoria(salida, carpeta);
     return texto + '\n';

@@ -67,7 +67,13 @@ void Taller::Pulsar(const QString &boton) const
     auto &accion = De<QAction>(boton);
     if (!accion.isEnabled())
         qFatal("No se ofrece %s", qPrintable(boton));
-    accion.trigger();
+    EnUnEvento([&] { accion.trigger(); });
+}
+
+void Taller::EnUnEvento(const std::function<void()> &pasos)
+{
+    QMetaObject::invokeMethod(qApp, pasos, Qt::QueuedConnection);
+    QCoreApplication::sendPostedEvents(qApp, QEvent::MetaCall);
 }
 
 void Taller::Pintar(QWidget &ventana)

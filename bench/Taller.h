@@ -8,6 +8,7 @@
 
 #include <QTemporaryDir>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 namespace qvx
@@ -50,6 +51,8 @@ public:
     void Elegir(const QString &tipoEquipo) const;
     void ElegirNodo(const QString &clave) const;
     void Pulsar(const QString &boton) const;
+    // As the application hears of what a person does: what the steps read is of one moment.
+    static void EnUnEvento(const std::function<void()> &pasos);
     // Lays out and paints a window whole, at once: left to itself it waits for some milliseconds.
     static void Pintar(QWidget &ventana);
     void Pintar() const { Pintar(*ventana); }

@@ -184,10 +184,12 @@ double Tareas::EnElEditor(const std::function<void(QWidget &editor)> &pasos)
     lista.setCurrentItem(lista.topLevelItem(0));
     double abierto = 0;
     QElapsedTimer reloj;
-    QTimer::singleShot(0, qApp, [&] {
+    QTimer espera; // the job may draw before the editor is there
+    espera.callOnTimeout([&] {
         QWidget *editor = QApplication::activeModalWidget();
         if (!editor)
-            qFatal("El servicio no se abrió");
+            return;
+        espera.stop();
         Taller::Pintar(*editor);
         abierto = static_cast<double>(reloj.nsecsElapsed()) / 1e6;
         Taller::Asentar();
@@ -196,7 +198,10 @@ double Tareas::EnElEditor(const std::function<void(QWidget &editor)> &pasos)
             editor->close();
     });
     reloj.start();
-    Q_EMIT lista.DblClick();
+    espera.start(0);
+    Taller::EnUnEvento([&] { Q_EMIT lista.DblClick(); });
+    if (espera.isActive())
+        qFatal("El servicio no se abrió");
     return abierto;
 }
 
@@ -252,7 +257,9 @@ Tarea Tareas::Guardar()
         taller->Elegir(tipos::Detalle);
         taller->ElegirNodo("N000001");
     };
-    const auto aceptar = [](const QWidget &editor) { En<QAction>(editor, "Aceptar").trigger(); };
+    const auto aceptar = [](const QWidget &editor) {
+        Taller::EnUnEvento([&] { En<QAction>(editor, "Aceptar").trigger(); });
+    };
     Grabar(listar, [&] {
         EnElEditor([&](QWidget &editor) {
             taller->Textos();

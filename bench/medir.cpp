@@ -60,6 +60,7 @@ int main(int argc, char **argv)
     linea.addOption({"rondas", "Rounds that count.", "n", "9"});
     linea.addOption({"solo", "The component without the baselines."});
     linea.addOption({"postgres", "On the server instead of the embedded engine."});
+    linea.addOption({"lejos", "Of an ordinary plan, on a server so many milliseconds there and back away.", "ms", "0"});
     linea.addOption({"memoria",
                      "Peak of memory of arbol, exportar or importar instead of times; with the document's file.",
                      "document"});
@@ -72,9 +73,10 @@ int main(int argc, char **argv)
         salida << Informe(linea.value("informe"));
         return 0;
     }
-    const Tamano tamano = Tamano().Por(linea.value("veces").toInt());
+    const int lejos = linea.value("lejos").toInt();
+    const Tamano tamano = (lejos > 0 ? Ordinario : Tamano()).Por(linea.value("veces").toInt());
     const auto crear = linea.isSet("postgres") ? &BaseEnServidor : &BaseEnArchivo;
-    const auto nuestra = crear(tamano);
+    const auto nuestra = lejos > 0 ? BaseLejana(tamano, lejos) : crear(tamano);
     if (linea.isSet("memoria")) {
         const QString tarea = linea.positionalArguments().value(0);
         salida << tarea << '\t' << Memoria(tarea, *nuestra, linea.value("memoria")) << '\t'
