@@ -52,7 +52,9 @@ QSqlError FilasDe(const QSqlQuery &consulta, std::vector<QVariant> &valores)
     }
     if (paso == SQLITE_DONE)
         return {};
-    return {{}, QString::fromUtf8(sqlite3_errmsg(sqlite3_db_handle(sentencia))), QSqlError::StatementError,
+    return {{},
+            QString::fromUtf8(sqlite3_errmsg(sqlite3_db_handle(sentencia))),
+            QSqlError::StatementError,
             QString::number(paso)};
 }
 
