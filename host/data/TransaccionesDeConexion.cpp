@@ -14,6 +14,15 @@ namespace qvx
 
 Q_DECLARE_LOGGING_CATEGORY(registroDatos)
 
+namespace
+{
+
+const QString SinReplica =
+    "pero no se sabe que su réplica lo tenga, si la hay: si el servidor se pierde ahora, el cambio "
+    "puede perderse con él. Avise a quien lo administra.";
+
+} // namespace
+
 void Conexion::BeginTrans()
 {
     if (estado != Estado::Libre)
@@ -155,10 +164,7 @@ QString Conexion::Confirmar()
     const QSqlError error = dialecto->Confirmar(base, consta ? con(constancia->dejar) : QString(), aviso);
     if (!error.isValid())
         return aviso.isEmpty() ? QString()
-                               : "El cambio quedó guardado en el servidor, pero no se sabe que su réplica lo tenga: si "
-                                 "el servidor se pierde ahora, el cambio puede perderse con él. Avise a quien lo "
-                                 "administra. ("
-                                     + aviso + ")";
+                               : "El cambio quedó guardado en el servidor, " + SinReplica + " (" + aviso + ")";
     std::optional<bool> quedo;
     if (!base.isOpen() && consta)
         quedo = dialecto->SeConfirmo(base, con(constancia->buscar), desde);
@@ -168,9 +174,12 @@ QString Conexion::Confirmar()
         Rechazar(error, "COMMIT", !quedo);
     }
     preparadas.clear();
-    return "Se perdió la conexión con el servidor mientras guardaba. Se le preguntó de nuevo: el cambio quedó "
-           "guardado. ("
-           + dialecto->Explicar(error) + ")";
+    const QString motivo = " (" + dialecto->Explicar(error) + ")";
+    if (error.nativeErrorCode() == CodigoNoResponde) // it may have waited for its copy
+        return "El servidor no contestó mientras guardaba. Se le preguntó de nuevo: el cambio quedó guardado en él, "
+               + SinReplica + motivo;
+    return "Se perdió la conexión con el servidor mientras guardaba. Se le preguntó de nuevo: el cambio quedó guardado."
+           + motivo;
 }
 
 void Conexion::Avisar(const QString &aviso)
