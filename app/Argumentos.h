@@ -14,9 +14,9 @@
 struct Argumentos {
     QString baseDatos;                     // file; the user's data folder when neither it nor a server is given
     bool baseDada = false;                 // the command line names the file
+    bool lectura = false;                  // nothing can be changed on the server
     std::optional<qvx::Servidor> servidor; // in its place
     QString direccion;                     // of the server, as it was given
-    bool lectura = false;                  // nothing can be changed there
     QString tipoEquipo;                    // equipment type to open on, "" for none
     QString operador;                      // the system's user when not given; not of a server, which knows its own
     bool sinEjemplos = false;
